@@ -1,0 +1,56 @@
+# What every target of ours has in common: language level, warnings, sanitizers, Qt hygiene.
+
+find_program(KYR_CCACHE ccache)
+if(KYR_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER AND KYR_IS_TOP_LEVEL)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${KYR_CCACHE})
+endif()
+
+if(KYR_IS_TOP_LEVEL AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Build type" FORCE)
+endif()
+
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_AUTORCC ON)
+
+function(kyr_target_defaults target)
+    target_compile_features(${target} PUBLIC cxx_std_17)
+    set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF POSITION_INDEPENDENT_CODE ON)
+    target_compile_definitions(${target} PRIVATE QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII)
+    target_compile_options(${target} PRIVATE
+        -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align
+        -Wunused -Wnull-dereference -Werror)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        # Reports a null object for inlined shared pointers that were tested before.
+        target_compile_options(${target} PRIVATE -Wno-null-dereference)
+    endif()
+    if(KYR_SANITIZE)
+        target_compile_options(${target} PRIVATE -fsanitize=${KYR_SANITIZE} -fno-omit-frame-pointer)
+        target_link_options(${target} PUBLIC -fsanitize=${KYR_SANITIZE})
+    endif()
+endfunction()
+
+# kyr_add_test(NAME SOURCES file... [LIBRARIES target...] [DISPLAY] [TIMEOUT seconds])
+# A GoogleTest program with a QGuiApplication. DISPLAY runs it in a virtual X server of its own.
+function(kyr_add_test name)
+    cmake_parse_arguments(ARG "DISPLAY" "TIMEOUT" "SOURCES;LIBRARIES" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    kyr_target_defaults(${name})
+    target_link_libraries(${name} PRIVATE kyr_test_support GTest::gtest GTest::gmock ${ARG_LIBRARIES})
+    if(ARG_DISPLAY)
+        add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/cmake/with-display $<TARGET_FILE:${name}>)
+    else()
+        add_test(NAME ${name} COMMAND ${name})
+        set_property(TEST ${name} PROPERTY ENVIRONMENT QT_QPA_PLATFORM=offscreen)
+    endif()
+    if(NOT ARG_TIMEOUT)
+        set(ARG_TIMEOUT 120)
+    endif()
+    set_property(TEST ${name} PROPERTY TIMEOUT ${ARG_TIMEOUT})
+endfunction()
+
+function(kyr_add_benchmark name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    kyr_target_defaults(${name})
+    target_link_libraries(${name} PRIVATE benchmark::benchmark ${ARG_LIBRARIES})
+endfunction()

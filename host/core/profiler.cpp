@@ -1,0 +1,7 @@
+#include "profiler.h"
+
+namespace vex::Profiler {
+
+HookTable g_hooks;
+
+} // namespace vex::Profiler
