@@ -12,9 +12,7 @@ public:
     using Value = std::underlying_type_t<Enum>;
 
     constexpr Flags() noexcept = default;
-    constexpr Flags(Enum flag) noexcept
-        : m_bits(static_cast<Value>(flag))
-    {}
+    constexpr Flags(Enum flag) noexcept : m_bits(static_cast<Value>(flag)) {}
     static constexpr Flags fromBits(Value bits) noexcept
     {
         Flags flags;

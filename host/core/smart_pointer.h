@@ -11,8 +11,7 @@ namespace Zar {
 
 /// Tag of the constructor that takes over a reference instead of adding one.
 struct AdoptReference
-{
-};
+{};
 
 /// Intrusive pointer over `SafeReferenceCount`: one pointer wide, thread-safe count.
 template <typename T>
@@ -24,37 +23,30 @@ public:
     SmartPointer() noexcept = default;
     SmartPointer(std::nullptr_t) noexcept {}
 
-    SmartPointer(T* object) noexcept
-        : m_object(object)
+    SmartPointer(T* object) noexcept : m_object(object)
     {
         if (m_object)
             m_object->incRef();
     }
 
     /// Takes over a reference that the caller holds. A count of 0 is reported: there is none.
-    SmartPointer(T* object, AdoptReference)
-        : m_object(object)
+    SmartPointer(T* object, AdoptReference) : m_object(object)
     {
         if (m_object && m_object->refCount() == 0)
             DebugMessageHelper::devCriticalMessage("adopting an object that nobody references");
     }
 
-    SmartPointer(const SmartPointer& other) noexcept
-        : SmartPointer(other.m_object)
-    {}
+    SmartPointer(const SmartPointer& other) noexcept : SmartPointer(other.m_object) {}
 
-    SmartPointer(SmartPointer&& other) noexcept
-        : m_object(std::exchange(other.m_object, nullptr))
+    SmartPointer(SmartPointer&& other) noexcept : m_object(std::exchange(other.m_object, nullptr))
     {}
 
     template <typename U, typename = std::enable_if_t<std::is_convertible_v<U*, T*>>>
-    SmartPointer(const SmartPointer<U>& other) noexcept
-        : SmartPointer(other.get())
+    SmartPointer(const SmartPointer<U>& other) noexcept : SmartPointer(other.get())
     {}
 
     template <typename U, typename = std::enable_if_t<std::is_convertible_v<U*, T*>>>
-    SmartPointer(SmartPointer<U>&& other) noexcept
-        : m_object(other.release())
+    SmartPointer(SmartPointer<U>&& other) noexcept : m_object(other.release())
     {}
 
     ~SmartPointer()

@@ -17,9 +17,7 @@ public:
     {
     public:
         untyped_iterator() noexcept = default;
-        explicit untyped_iterator(const lumo::Variant* value) noexcept
-            : m_value(value)
-        {}
+        explicit untyped_iterator(const lumo::Variant* value) noexcept : m_value(value) {}
         bool isValid() const noexcept { return m_value != nullptr; }
         const lumo::Variant* get() const noexcept { return m_value; }
 

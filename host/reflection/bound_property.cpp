@@ -7,9 +7,7 @@ namespace kyr {
 
 BoundProperty::BoundProperty(std::shared_ptr<IReflected> topLevel, IReflected* object,
                              const MetaProperty* property) noexcept
-    : m_topLevel(std::move(topLevel))
-    , m_object(object)
-    , m_property(property)
+    : m_topLevel(std::move(topLevel)), m_object(object), m_property(property)
 {}
 
 std::string BoundProperty::name() const

@@ -26,8 +26,7 @@ struct AcceptsPrefix;
 template <typename Callable, std::size_t... Index, typename... Arguments>
 struct AcceptsPrefix<Callable, std::index_sequence<Index...>, Arguments...>
     : std::is_invocable<Callable&, std::tuple_element_t<Index, std::tuple<Arguments...>>...>
-{
-};
+{};
 
 // The longest prefix of the arguments that the callable takes.
 template <typename Callable, std::size_t Count, typename... Arguments>
@@ -51,27 +50,24 @@ template <typename Result, typename... Arguments, typename Callable, typename Co
 class FuzzyArgumentsAdaptor<Result(Arguments...), Callable, Convertor>
 {
 public:
-    explicit FuzzyArgumentsAdaptor(Callable callable)
-        : m_callable(std::move(callable))
-    {}
+    explicit FuzzyArgumentsAdaptor(Callable callable) : m_callable(std::move(callable)) {}
 
     Result operator()(Arguments... arguments) const
     {
-        return call(std::make_index_sequence<prefix>{},
-                    std::forward_as_tuple(
-                        Convertor::convert(std::forward<Arguments>(arguments))...));
+        return call(
+            std::make_index_sequence<prefix>{},
+            std::forward_as_tuple(Convertor::convert(std::forward<Arguments>(arguments))...));
     }
 
 private:
-    static constexpr std::size_t prefix = fuzzy_details::prefixLength<
-        Callable, sizeof...(Arguments),
-        decltype(Convertor::convert(std::declval<Arguments>()))...>();
+    static constexpr std::size_t prefix =
+        fuzzy_details::prefixLength<Callable, sizeof...(Arguments),
+                                    decltype(Convertor::convert(std::declval<Arguments>()))...>();
 
     template <std::size_t... Index, typename Tuple>
     Result call(std::index_sequence<Index...>, [[maybe_unused]] Tuple&& tuple) const
     {
-        return static_cast<Result>(
-            m_callable(std::get<Index>(std::forward<Tuple>(tuple))...));
+        return static_cast<Result>(m_callable(std::get<Index>(std::forward<Tuple>(tuple))...));
     }
 
     mutable Callable m_callable;
@@ -90,8 +86,8 @@ public:
     FuzzyFunction() noexcept = default;
     FuzzyFunction(std::nullptr_t) noexcept {}
 
-    template <typename Callable, typename = std::enable_if_t<
-                                     !std::is_same_v<std::decay_t<Callable>, FuzzyFunction>>>
+    template <typename Callable,
+              typename = std::enable_if_t<!std::is_same_v<std::decay_t<Callable>, FuzzyFunction>>>
     FuzzyFunction(Callable&& callable)
         : m_function(FuzzyArgumentsAdaptor<Signature, std::decay_t<Callable>, Convertor>(
               std::forward<Callable>(callable)))

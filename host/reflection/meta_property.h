@@ -12,7 +12,8 @@ namespace kyr {
 class IReflected;
 
 /// How a property is set.
-enum class SetterFlag : unsigned {
+enum class SetterFlag : unsigned
+{
     /// The change restores an earlier state and must not be recorded for undo.
     Replay = 1u << 0,
 };
@@ -20,7 +21,8 @@ enum class SetterFlag : unsigned {
 namespace meta_property {
 
 /// Where a property shows.
-enum class VisibilityFlag : unsigned {
+enum class VisibilityFlag : unsigned
+{
     Inspector = 1u << 0,
     Scripts = 1u << 1,
     Advanced = 1u << 2,
@@ -33,8 +35,7 @@ struct MetaProperty
 {
     std::string name;
     const std::type_info* type = &typeid(void);
-    vex::Flags<meta_property::VisibilityFlag> visibility =
-        meta_property::VisibilityFlag::Inspector;
+    vex::Flags<meta_property::VisibilityFlag> visibility = meta_property::VisibilityFlag::Inspector;
     bool isValue = false;
     bool isConst = false;
     bool isReadOnly = false;

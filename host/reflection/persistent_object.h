@@ -13,8 +13,7 @@ class PersistentObject
 public:
     PersistentObject() noexcept = default;
     explicit PersistentObject(const ReflectedObject& object) noexcept
-        : m_topLevel(object.topLevel())
-        , m_object(object.get())
+        : m_topLevel(object.topLevel()), m_object(object.get())
     {}
 
     ReflectedObject object() const
@@ -28,8 +27,8 @@ public:
 
     friend bool operator==(const PersistentObject& a, const PersistentObject& b) noexcept
     {
-        return a.m_object == b.m_object && !a.m_topLevel.owner_before(b.m_topLevel)
-               && !b.m_topLevel.owner_before(a.m_topLevel);
+        return a.m_object == b.m_object && !a.m_topLevel.owner_before(b.m_topLevel) &&
+               !b.m_topLevel.owner_before(a.m_topLevel);
     }
     friend bool operator!=(const PersistentObject& a, const PersistentObject& b) noexcept
     {

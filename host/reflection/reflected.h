@@ -34,9 +34,8 @@ public:
 
     /// Called on the top-level object after a property of it, or of an object nested in it, took
     /// another value.
-    virtual void propertyChanged(const BoundProperty& /*property*/,
-                                 const lumo::Variant& /*before*/, const lumo::Variant& /*after*/,
-                                 vex::Flags<SetterFlag> /*flags*/)
+    virtual void propertyChanged(const BoundProperty& /*property*/, const lumo::Variant& /*before*/,
+                                 const lumo::Variant& /*after*/, vex::Flags<SetterFlag> /*flags*/)
     {}
 };
 

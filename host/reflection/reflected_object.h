@@ -19,12 +19,10 @@ class ReflectedObject
 public:
     ReflectedObject() noexcept = default;
     explicit ReflectedObject(std::shared_ptr<IReflected> topLevel) noexcept
-        : m_topLevel(std::move(topLevel))
-        , m_object(m_topLevel.get())
+        : m_topLevel(std::move(topLevel)), m_object(m_topLevel.get())
     {}
     ReflectedObject(std::shared_ptr<IReflected> topLevel, IReflected* object) noexcept
-        : m_topLevel(std::move(topLevel))
-        , m_object(object)
+        : m_topLevel(std::move(topLevel)), m_object(object)
     {}
     /// The object that `property` holds; invalid when it holds none.
     explicit ReflectedObject(const BoundProperty& property);

@@ -1,0 +1,60 @@
+#include "base_filter_proxy_model.h"
+
+#include <QCollator>
+
+namespace lumo::datamodels::proxy {
+namespace {
+
+int compareTexts(const QString& left, const QString& right)
+{
+    static const QCollator collator = [] {
+        QCollator numeric;
+        numeric.setNumericMode(true);
+        numeric.setCaseSensitivity(Qt::CaseInsensitive);
+        return numeric;
+    }();
+    return collator.compare(left, right);
+}
+
+bool isNumber(const QVariant& value)
+{
+    switch (value.userType()) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Double:
+    case QMetaType::Float:
+    case QMetaType::Bool:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+BaseFilterProxyModel::BaseFilterProxyModel(QObject* parent) : QSortFilterProxyModel(parent) {}
+
+void BaseFilterProxyModel::setFilteringMode(FilteringMode mode)
+{
+    m_filteringMode = mode;
+    setRecursiveFilteringEnabled(mode == FilteringMode::RowsAndAncestors);
+}
+
+bool BaseFilterProxyModel::lessThan(const QModelIndex& left, const QModelIndex& right) const
+{
+    const QVariant leftValue = left.data(sortRole());
+    const QVariant rightValue = right.data(sortRole());
+    if (isNumber(leftValue) && isNumber(rightValue)) {
+        const double leftNumber = leftValue.toDouble();
+        const double rightNumber = rightValue.toDouble();
+        if (leftNumber != rightNumber)
+            return leftNumber < rightNumber;
+    } else if (const int order = compareTexts(leftValue.toString(), rightValue.toString())) {
+        return order < 0;
+    }
+    return left.row() < right.row();
+}
+
+} // namespace lumo::datamodels::proxy

@@ -1,0 +1,54 @@
+#include "widget_popup_menu.h"
+
+#include <QCursor>
+#include <QIcon>
+#include <QMenu>
+
+namespace lumo {
+
+class WidgetPopupMenuProvider::Menu : public IPopupMenu
+{
+public:
+    QMenu& widget() { return m_widget; }
+
+    void addAction(Action* action, const std::string& text) override
+    {
+        const ActionInfo& info = action->info();
+        QAction* entry =
+            m_widget.addAction(QString::fromStdString(text.empty() ? info.text : text));
+        entry->setObjectName(QString::fromStdString(info.identifier));
+        entry->setToolTip(QString::fromStdString(info.toolTip));
+        entry->setIcon(QIcon::fromTheme(QString::fromStdString(info.iconName)));
+        entry->setShortcut(QKeySequence(QString::fromStdString(info.shortcut)));
+        entry->setEnabled(action->isEnabled());
+        entry->setCheckable(info.flags.has(ActionInfo::Flag::Checkable));
+        entry->setChecked(action->state() != 0);
+        QObject::connect(entry, &QAction::triggered, entry, [action](bool checked) {
+            if (action->info().flags.has(ActionInfo::Flag::Checkable))
+                action->setChecked(checked);
+            action->trigger();
+        });
+    }
+    void addSeparator() override { m_widget.addSeparator(); }
+    bool isEmpty() const override { return m_widget.isEmpty(); }
+    void popup() override { m_widget.popup(QCursor::pos()); }
+
+private:
+    QMenu m_widget;
+};
+
+WidgetPopupMenuProvider::WidgetPopupMenuProvider(Populate populate)
+    : m_populate(std::move(populate))
+{}
+
+WidgetPopupMenuProvider::~WidgetPopupMenuProvider() = default;
+
+IPopupMenu* WidgetPopupMenuProvider::popupMenu()
+{
+    m_menu = std::make_unique<Menu>();
+    if (m_populate)
+        m_populate(m_menu->widget());
+    return m_menu.get();
+}
+
+} // namespace lumo

@@ -1,0 +1,84 @@
+#include "changes_controller.h"
+
+#include <QScopedValueRollback>
+#include <QUndoCommand>
+
+#include <algorithm>
+
+namespace Zar {
+
+/// A finished step on the stack. The stack redoes a command when it is pushed; the changes have
+/// been made by then, so the first redo does nothing.
+class StepCommand : public QUndoCommand
+{
+public:
+    StepCommand(const QString& name, std::vector<std::unique_ptr<IChange>> changes,
+                ChangesController& controller)
+        : QUndoCommand(name), m_changes(std::move(changes)), m_controller(controller)
+    {}
+
+    void undo() override
+    {
+        const QScopedValueRollback replaying(m_controller.m_replaying, true);
+        for (auto change = m_changes.rbegin(); change != m_changes.rend(); ++change)
+            (*change)->undo();
+    }
+
+    void redo() override
+    {
+        if (std::exchange(m_pushed, true)) {
+            const QScopedValueRollback replaying(m_controller.m_replaying, true);
+            for (const auto& change : m_changes)
+                change->redo();
+        }
+    }
+
+private:
+    std::vector<std::unique_ptr<IChange>> m_changes;
+    ChangesController& m_controller;
+    bool m_pushed = false;
+};
+
+void ChangesController::record(std::unique_ptr<IChange> change, StringRef name)
+{
+    if (m_replaying)
+        return;
+    if (const void* subject = change->subject()) {
+        const auto [entry, inserted] = m_openSubjects.try_emplace(subject, change.get());
+        if (!inserted) {
+            entry->second->absorb(*change);
+            return;
+        }
+    }
+    m_open.push_back(std::move(change));
+    if (m_depth == 0) {
+        m_openName = name;
+        commit();
+    }
+}
+
+void ChangesController::beginScope(StringRef name)
+{
+    if (m_depth++ == 0)
+        m_openName = name;
+}
+
+void ChangesController::endScope()
+{
+    if (--m_depth == 0)
+        commit();
+}
+
+void ChangesController::commit()
+{
+    m_openSubjects.clear();
+    auto changes = std::exchange(m_open, {});
+    changes.erase(std::remove_if(changes.begin(), changes.end(),
+                                 [](const auto& change) { return change->isVoid(); }),
+                  changes.end());
+    if (changes.empty())
+        return;
+    m_stack.push(new StepCommand(QString::fromStdString(m_openName), std::move(changes), *this));
+}
+
+} // namespace Zar
