@@ -1,0 +1,117 @@
+#pragma once
+
+#include <host/variant/value_stream.h>
+
+#include <array>
+#include <cstddef>
+#include <functional>
+
+namespace lumo {
+
+struct Vector2
+{
+    float x = 0;
+    float y = 0;
+};
+
+struct Vector3
+{
+    float x = 0;
+    float y = 0;
+    float z = 0;
+};
+
+struct Vector4
+{
+    float x = 0;
+    float y = 0;
+    float z = 0;
+    float w = 0;
+};
+
+/// Linear, not clamped, alpha not premultiplied.
+struct Color
+{
+    float r = 0;
+    float g = 0;
+    float b = 0;
+    float a = 1;
+};
+
+inline std::array<float, 2> components(const Vector2& v) noexcept
+{
+    return {v.x, v.y};
+}
+inline std::array<float, 3> components(const Vector3& v) noexcept
+{
+    return {v.x, v.y, v.z};
+}
+inline std::array<float, 4> components(const Vector4& v) noexcept
+{
+    return {v.x, v.y, v.z, v.w};
+}
+inline std::array<float, 4> components(const Color& c) noexcept
+{
+    return {c.r, c.g, c.b, c.a};
+}
+
+/// The types above.
+template <typename T>
+inline constexpr bool isFloatTuple = false;
+template <>
+inline constexpr bool isFloatTuple<Vector2> = true;
+template <>
+inline constexpr bool isFloatTuple<Vector3> = true;
+template <>
+inline constexpr bool isFloatTuple<Vector4> = true;
+template <>
+inline constexpr bool isFloatTuple<Color> = true;
+
+template <>
+inline constexpr bool isPlainValue<Vector2> = true;
+template <>
+inline constexpr bool isPlainValue<Vector3> = true;
+template <>
+inline constexpr bool isPlainValue<Vector4> = true;
+template <>
+inline constexpr bool isPlainValue<Color> = true;
+
+template <typename T, typename = std::enable_if_t<isFloatTuple<T>>>
+bool operator==(const T& a, const T& b) noexcept
+{
+    return components(a) == components(b);
+}
+template <typename T, typename = std::enable_if_t<isFloatTuple<T>>>
+bool operator!=(const T& a, const T& b) noexcept
+{
+    return !(a == b);
+}
+
+namespace detail {
+template <typename T>
+struct FloatTupleHash
+{
+    std::size_t operator()(const T& value) const noexcept
+    {
+        std::size_t hash = 0;
+        for (const float component : components(value))
+            hash = hash * 31 + std::hash<float>{}(component);
+        return hash;
+    }
+};
+} // namespace detail
+
+} // namespace lumo
+
+template <>
+struct std::hash<lumo::Vector2> : lumo::detail::FloatTupleHash<lumo::Vector2>
+{};
+template <>
+struct std::hash<lumo::Vector3> : lumo::detail::FloatTupleHash<lumo::Vector3>
+{};
+template <>
+struct std::hash<lumo::Vector4> : lumo::detail::FloatTupleHash<lumo::Vector4>
+{};
+template <>
+struct std::hash<lumo::Color> : lumo::detail::FloatTupleHash<lumo::Color>
+{};
