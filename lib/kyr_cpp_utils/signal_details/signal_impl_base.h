@@ -1,0 +1,32 @@
+#pragma once
+
+#include <host/core/smart_pointer.h>
+
+#include <mutex>
+
+namespace vex::signal_details {
+
+class SlotHolderBase;
+
+/// What a slot record knows of its signal: the mutex that guards the slot set, and how to leave it.
+class SignalImplBase
+{
+public:
+    SignalImplBase(const SignalImplBase&) = delete;
+    SignalImplBase& operator=(const SignalImplBase&) = delete;
+
+    std::mutex& mutex() noexcept { return m_mutex; }
+
+    /// Unlinks `slot` from the slot set and hands the set's reference to the caller.
+    /// Called with the mutex held.
+    virtual Zar::SmartPointer<SlotHolderBase> detachSlot(SlotHolderBase& slot) = 0;
+
+protected:
+    SignalImplBase() = default;
+    ~SignalImplBase() = default;
+
+private:
+    std::mutex m_mutex;
+};
+
+} // namespace vex::signal_details

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <cstddef>
+
+/// How often operator new was called in this program so far.
+std::size_t allocationCount();

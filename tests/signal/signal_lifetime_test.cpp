@@ -1,0 +1,175 @@
+#include <kyr_cpp_utils/signal.h>
+
+#include <host/core/debug_message.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using vex::Connection;
+using VoidSignal = vex::Signal<void()>;
+
+/// Runs a function when the last copy of the callable that holds it is destroyed.
+std::shared_ptr<void> onDestruction(std::function<void()> function)
+{
+    return {nullptr, [function](void*) { function(); }};
+}
+
+TEST(SignalLifetime, HandlesOutliveTheSignal)
+{
+    auto signal = std::make_unique<VoidSignal>();
+    const auto token = std::make_shared<int>();
+    Connection disconnected = signal->connect([token] {});
+    Connection dropped = signal->connect([token] {});
+    signal.reset();
+    EXPECT_EQ(token.use_count(), 1);
+    EXPECT_FALSE(disconnected.isConnected());
+    disconnected.disconnect();
+}
+
+/// Of `count` slots, those before `destroyer` are disconnected by the slot `destroyer`, which then
+/// destroys the signal, drops the handle of its successor and goes on running.
+struct Destruction
+{
+    const char* name;
+    int count;
+    int destroyer;
+    bool nested;
+};
+
+class SignalDestruction : public ::testing::TestWithParam<Destruction>
+{};
+
+TEST_P(SignalDestruction, InsideASlotEndsTheEmission)
+{
+    const Destruction& row = GetParam();
+    auto signal = std::make_unique<VoidSignal>();
+    const auto token = std::make_shared<int>();
+    std::vector<Connection> slots;
+    int calls = 0;
+    int callsAfterwards = 0;
+    bool nested = !row.nested;
+    for (int index = 0; index < row.count; ++index) {
+        slots.push_back(signal->connect([&, index, token] {
+            ++calls;
+            callsAfterwards += signal ? 0 : 1;
+            if (index != row.destroyer)
+                return;
+            if (!std::exchange(nested, true))
+                return (*signal)();
+            slots.erase(slots.begin(), slots.begin() + row.destroyer);
+            signal.reset();
+            slots.pop_back();
+            EXPECT_EQ(token.use_count(), 2) << "only the running callable is left";
+        }));
+    }
+    (*signal)();
+    EXPECT_EQ(calls, (row.destroyer + 1) * (row.nested ? 2 : 1));
+    EXPECT_EQ(callsAfterwards, 0);
+    EXPECT_EQ(token.use_count(), 1);
+    for (const Connection& slot : slots)
+        EXPECT_FALSE(slot.isConnected());
+}
+
+INSTANTIATE_TEST_SUITE_P(Signal, SignalDestruction,
+                         ::testing::Values(Destruction{"Only", 1, 0, false},
+                                           Destruction{"First", 5, 0, false},
+                                           Destruction{"AfterMostAreGone", 100, 98, false},
+                                           Destruction{"Last", 5, 4, false},
+                                           Destruction{"NestedFirst", 5, 0, true},
+                                           Destruction{"NestedLast", 5, 4, true}),
+                         [](const auto& row) { return row.param.name; });
+
+TEST(SignalLifetime, CallableDestructorUsesTheSignal)
+{
+    auto signal = std::make_unique<VoidSignal>();
+    std::string log;
+    std::vector<Connection> reconnected;
+    const auto reconnect = [&] {
+        (*signal)();
+        reconnected.push_back(signal->connect([&] { log += "r"; }));
+    };
+    Connection plain = signal->connect([&] { log += "p"; });
+    Connection byHandle = signal->connect([guard = onDestruction(reconnect)] {});
+    byHandle.disconnect();
+    EXPECT_EQ(log, "p");
+    (*signal)();
+    EXPECT_EQ(log, "ppr");
+
+    Connection self;
+    self = signal->connect(
+        [&, guard = onDestruction([&] { plain.disconnect(); })] { self.disconnect(); });
+    log.clear();
+    (*signal)();
+    (*signal)();
+    EXPECT_EQ(log, "prr");
+
+    VoidSignal* raw = signal.get();
+    const Connection bySignal = signal->connect([&, guard = onDestruction([&, raw] {
+                                                        (*raw)();
+                                                        reconnected.push_back(raw->connect([] {}));
+                                                    })] {});
+    log.clear();
+    signal.reset();
+    EXPECT_EQ(log, "");
+    EXPECT_FALSE(reconnected.back().isConnected());
+}
+
+TEST(SignalLifetime, CallableOwnsItsHandleOrItsSignal)
+{
+    VoidSignal signal;
+    auto handle = std::make_shared<Connection>();
+    *handle = signal.connect([handle] {});
+    const std::weak_ptr<Connection> watched = handle;
+    std::exchange(handle, nullptr)->disconnect();
+    EXPECT_TRUE(watched.expired());
+
+    auto owned = std::make_shared<VoidSignal>();
+    Connection slot = owned->connect([owned] {});
+    const std::weak_ptr<VoidSignal> watchedSignal = owned;
+    owned.reset();
+    slot.disconnect();
+    EXPECT_TRUE(watchedSignal.expired());
+}
+
+/// A signal that is never told when its record goes.
+class ForgetfulSignal final : public vex::signal_details::SignalImplBase
+{
+public:
+    Zar::SmartPointer<vex::signal_details::SlotHolderBase>
+    detachSlot(vex::signal_details::SlotHolderBase& slot) override
+    {
+        return {&slot, Zar::AdoptReference()};
+    }
+};
+
+TEST(SignalFaults, AreReported)
+{
+    using Record = vex::signal_details::RegularSlotHolder<void(), std::function<void()>>;
+    std::vector<Zar::DebugMessage> messages;
+    const Zar::DebugMessageSinkGuard sink(
+        [&](const auto& message) { messages.push_back(message); });
+    ForgetfulSignal signal;
+
+    const auto token = std::make_shared<int>();
+    Zar::SmartPointer<Record>(new Record(signal, 0, [token] {}));
+    EXPECT_EQ(token.use_count(), 1);
+    ASSERT_EQ(messages.size(), 1u);
+    EXPECT_TRUE(messages[0].critical);
+    EXPECT_EQ(messages[0].file, "kyr_cpp_utils/signal");
+    EXPECT_EQ(messages[0].line, 113u);
+    EXPECT_EQ(messages[0].text, "ASSERTION FAILED: !signal()\r\nkyr_cpp_utils/signal(113)\r\n");
+
+    const Zar::SmartPointer<Record> released(new Record(signal, 0, std::function<void()>()));
+    EXPECT_THROW(released->call(), std::bad_function_call);
+    released->finalize();
+    EXPECT_THROW(released->call(), std::bad_optional_access);
+}
+
+} // namespace
