@@ -1,0 +1,28 @@
+#pragma once
+
+#include <editor/scene/scene_object.h>
+
+#include <QString>
+
+#include <functional>
+
+namespace editor {
+
+/// The outcome of reading a file: a free tree, or the reason why there is none.
+struct SceneImport
+{
+    /// Null on failure.
+    SceneObjectPtr root;
+    /// One sentence that names the file; empty when the caller's progress function stopped it.
+    QString error;
+    bool canceled = false;
+};
+
+/// Told how far an import got, from 0 to 1; answers false to stop it.
+using ImportProgress = std::function<bool(double)>;
+
+/// Reads a scene file of any known format. Re-entrant; blocks. Deeply nested files need stack:
+/// run it in a thread that has some hundred megabytes.
+SceneImport importScene(const QString& path, const ImportProgress& progress = {});
+
+} // namespace editor

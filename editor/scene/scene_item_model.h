@@ -1,0 +1,77 @@
+#pragma once
+
+#include <editor/scene/object_change.h>
+#include <editor/scene/scene_object.h>
+
+#include <QAbstractItemModel>
+
+#include <unordered_set>
+
+namespace editor {
+
+class SceneDocument;
+
+/// The scene as a tree of one column; the scene itself is the only top-level row.
+/// Rows can be renamed, dragged into another place and take the marks of `setHovered`.
+class SceneItemModel final : public QAbstractItemModel
+{
+    Q_OBJECT
+
+public:
+    enum Role
+    {
+        TypeRole = Qt::UserRole + 100, ///< QString, see `kindId`
+        CountRole,                     ///< int, number of children
+        ObjectRole,                    ///< kyr::ReflectedObject
+        ExpandedRole,                  ///< bool, whether the branch starts open; can be set
+        EnabledRole,                   ///< bool, visible and not locked, with all above it
+        /// QVariantList of QVariantMap {"id", "icon", "checked", "toolTip"}, ids "visible" and
+        /// "locked". Setting takes a map from id to the new state.
+        RowButtonsRole,
+        HoverRole,    ///< bool
+        ModifiedRole, ///< bool
+    };
+
+    /// The document must outlive the model.
+    explicit SceneItemModel(SceneDocument& document, QObject* parent = nullptr);
+
+    SceneDocument& document() const noexcept { return m_document; }
+    /// Null for an invalid index.
+    SceneObject* objectAt(const QModelIndex& index) const noexcept;
+    /// Invalid for objects that are not in the scene. O(1).
+    QModelIndex indexOf(const SceneObject* object) const;
+    void setHovered(const SceneObject& object, bool hovered);
+
+    QHash<int, QByteArray> roleNames() const override;
+    QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
+    QModelIndex parent(const QModelIndex& index) const override;
+    using QObject::parent;
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    bool hasChildren(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+    bool moveRows(const QModelIndex& sourceParent, int sourceRow, int count,
+                  const QModelIndex& destinationParent, int destinationChild) override;
+    Qt::DropActions supportedDropActions() const override { return Qt::MoveAction; }
+    QStringList mimeTypes() const override;
+    QMimeData* mimeData(const QModelIndexList& indexes) const override;
+    bool canDropMimeData(const QMimeData* data, Qt::DropAction action, int row, int column,
+                         const QModelIndex& parent) const override;
+    bool dropMimeData(const QMimeData* data, Qt::DropAction action, int row, int column,
+                      const QModelIndex& parent) override;
+
+private:
+    void followDocument();
+    void emitChanges(const ObjectChanges& changes);
+    void reorderPersistent(SceneObject& parent, const std::vector<int>& oldRows);
+    bool setRowButtons(SceneObject& object, const QVariant& value);
+
+    SceneDocument& m_document;
+    std::unordered_set<quint32> m_hovered;
+};
+
+} // namespace editor
