@@ -1,0 +1,10 @@
+#include "abstract_selectable_data.h"
+
+AbstractSelectableData::AbstractSelectableData() = default;
+AbstractSelectableData::~AbstractSelectableData() = default;
+
+QString AbstractSelectableData::currentLabel() const
+{
+    const QStringList all = labels();
+    return all.value(currentIndex());
+}

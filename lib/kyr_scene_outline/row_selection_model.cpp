@@ -1,0 +1,113 @@
+#include "row_selection_model.h"
+
+#include "saved_layout.h"
+#include "selection_algebra.h"
+
+#include <QAbstractItemModel>
+#include <QSignalBlocker>
+
+namespace kyr::selection {
+
+RowSelectionModel::RowSelectionModel(QAbstractItemModel* model, QObject* parent)
+    : QItemSelectionModel(nullptr, parent)
+{
+    connect(this, &QItemSelectionModel::modelChanged, this, &RowSelectionModel::followModel);
+    setModel(model);
+}
+
+void RowSelectionModel::followModel()
+{
+    for (const QMetaObject::Connection& connection : m_modelConnections)
+        disconnect(connection);
+    m_modelConnections.clear();
+    m_joined = true;
+    QAbstractItemModel* source = model();
+    if (!source)
+        return;
+    const auto join = [this] { m_joined = true; };
+    const auto save = [this] { saveLayout(false); };
+    const auto restore = [this] { restoreLayout(); };
+    using Model = QAbstractItemModel;
+    m_modelConnections = {
+        connect(source, &Model::rowsAboutToBeInserted, this, join),
+        connect(source, &Model::rowsAboutToBeRemoved, this, join),
+        connect(source, &Model::columnsAboutToBeInserted, this, join),
+        connect(source, &Model::columnsAboutToBeRemoved, this, join),
+        connect(source, &Model::rowsAboutToBeMoved, this, save),
+        connect(source, &Model::columnsAboutToBeMoved, this, save),
+        connect(source, &Model::rowsMoved, this, restore),
+        connect(source, &Model::columnsMoved, this, restore),
+        connect(source, &Model::layoutAboutToBeChanged, this,
+                [this](const QList<QPersistentModelIndex>&, Model::LayoutChangeHint hint) {
+                    saveLayout(hint == Model::VerticalSortHint);
+                }),
+        connect(source, &Model::layoutChanged, this, restore),
+    };
+}
+
+void RowSelectionModel::select(const QItemSelection& selection,
+                               QItemSelectionModel::SelectionFlags command)
+{
+    if (!model()) {
+        QItemSelectionModel::select(selection, command);
+        return;
+    }
+    if (command == NoUpdate)
+        return;
+
+    const QItemSelection before = this->selection();
+    settle();
+    if (command & Clear) {
+        m_ranges.clear();
+        m_current.clear();
+    } else if (!(command & Current)) {
+        m_ranges = before;
+        m_current.clear();
+    }
+    if (command & (Select | Deselect | Toggle)) {
+        m_currentCommand = command;
+        m_current = command & (Rows | Columns) ? expanded(selection, *model(), command) : selection;
+    }
+    const QItemSelection after = merged(m_ranges, m_current, m_currentCommand);
+    store(after);
+
+    const Difference change = difference(before, after);
+    if (!change.isEmpty())
+        Q_EMIT selectionChanged(change.selected, change.deselected);
+}
+
+// From empty, the base class takes a list over without comparing ranges.
+void RowSelectionModel::store(const QItemSelection& selection)
+{
+    const QSignalBlocker blocker(this);
+    QItemSelectionModel::select(QItemSelection(), Clear);
+    QItemSelectionModel::select(selection, Select);
+}
+
+void RowSelectionModel::settle()
+{
+    if (!m_joined)
+        return;
+    m_joined = false;
+    m_ranges = selection();
+    m_current.clear();
+}
+
+void RowSelectionModel::saveLayout(bool sortsRows)
+{
+    settle();
+    m_sortsRows = sortsRows;
+    m_savedRanges = savedCells(m_ranges, sortsRows);
+    m_savedCurrent = savedCells(m_current, sortsRows);
+}
+
+// The base class has restored the joined list by now; each part is restored on its own because
+// each is put into row order on its own.
+void RowSelectionModel::restoreLayout()
+{
+    m_ranges = restoredCells(std::exchange(m_savedRanges, {}), m_sortsRows);
+    m_current = restoredCells(std::exchange(m_savedCurrent, {}), m_sortsRows);
+    store(merged(m_ranges, m_current, m_currentCommand));
+}
+
+} // namespace kyr::selection

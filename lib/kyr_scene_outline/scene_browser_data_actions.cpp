@@ -1,0 +1,68 @@
+#include "scene_browser_data.h"
+
+namespace {
+
+using ActionInfoPointer = std::shared_ptr<const lumo::ActionInfo>;
+
+ActionInfoPointer treeCommand(const char* identifier, const char* text)
+{
+    return lumo::ActionInfo::create(identifier, text, "", "", "Kelvane/Scene Browser", text, {});
+}
+
+const ActionInfoPointer expandAllInfo = treeCommand("scene_browser_expand_all", "Expand All");
+const ActionInfoPointer collapseAllInfo = treeCommand("scene_browser_collapse_all", "Collapse All");
+
+} // namespace
+
+void SceneBrowserData::initActions()
+{
+    m_expandAllAction = std::make_unique<lumo::Action>(
+        expandAllInfo, [this] { expandAll(); }, nullptr, nullptr, nullptr);
+    m_collapseAllAction = std::make_unique<lumo::Action>(
+        collapseAllInfo, [this] { collapseAll(); }, nullptr, nullptr, nullptr);
+}
+
+void SceneBrowserData::expandAll()
+{
+    Q_EMIT expandAllRequested();
+}
+
+void SceneBrowserData::collapseAll()
+{
+    Q_EMIT collapseAllRequested();
+}
+
+// Only the top level is asked: deeper rows lie under a top-level row that has children.
+bool SceneBrowserData::checkExpandable() const
+{
+    const QAbstractItemModel* itemModel = model();
+    if (!itemModel)
+        return false;
+    const int rows = itemModel->rowCount();
+    for (int row = 0; row < rows; ++row) {
+        if (itemModel->rowCount(itemModel->index(row, 0)) > 0)
+            return true;
+    }
+    return false;
+}
+
+void SceneBrowserData::setPopupMenuProvider(std::shared_ptr<lumo::IPopupMenuProvider> provider)
+{
+    m_popupMenuProvider = std::move(provider);
+}
+
+void SceneBrowserData::requestMenu()
+{
+    if (!m_popupMenuProvider)
+        return;
+    lumo::IPopupMenu* menu = m_popupMenuProvider->popupMenu();
+    if (!menu)
+        return;
+    if (checkExpandable()) {
+        if (!menu->isEmpty())
+            menu->addSeparator();
+        menu->addAction(m_expandAllAction.get(), "");
+        menu->addAction(m_collapseAllAction.get(), "");
+    }
+    menu->popup();
+}

@@ -1,0 +1,131 @@
+#include "scene_browser_data.h"
+
+#include "row_object.h"
+#include "scoped_flag.h"
+
+#include <host/core/profiler.h>
+#include <host/undo/commit_changes_scope.h>
+
+#include <optional>
+
+namespace {
+
+bool canBeSelected(const QModelIndex& index)
+{
+    constexpr Qt::ItemFlags needed = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+    return (index.flags() & needed) == needed;
+}
+
+// The objects of the cells that `QItemSelection::indexes` would list, in its order.
+IAssetSelection::Objects objectsOf(const QItemSelection& selection)
+{
+    IAssetSelection::Objects objects;
+    objects.reserve(static_cast<std::size_t>(selection.size()));
+    for (const QItemSelectionRange& range : selection) {
+        const QAbstractItemModel* model = range.model();
+        const QModelIndex parent = range.parent();
+        for (int row = range.top(); row <= range.bottom(); ++row) {
+            for (int column = range.left(); column <= range.right(); ++column) {
+                const QModelIndex cell = model->index(row, column, parent);
+                if (canBeSelected(cell))
+                    objects.emplace_back(kyr::objectOf(cell));
+            }
+        }
+    }
+    return objects;
+}
+
+/// Every row of a model: one range per parent, the ranges of its descendants first. Walks with a
+/// stack of its own, so the depth of a scene is not limited by the thread's.
+QItemSelection allRows(const QAbstractItemModel& model)
+{
+    struct Level
+    {
+        QModelIndex parent;
+        int rows;
+        int next;
+    };
+    QItemSelection selection;
+    std::vector<Level> levels{{QModelIndex(), model.rowCount(), 0}};
+    while (!levels.empty()) {
+        Level& level = levels.back();
+        if (level.next < level.rows) {
+            const QModelIndex row = model.index(level.next++, 0, level.parent);
+            if (const int children = model.rowCount(row); children > 0)
+                levels.push_back({row, children, 0});
+            continue;
+        }
+        // Ranges under different parents share no cells, so appending is merging.
+        selection.append(QItemSelection(model.index(0, 0, level.parent),
+                                        model.index(level.rows - 1, 0, level.parent)));
+        levels.pop_back();
+    }
+    return selection;
+}
+
+} // namespace
+
+void SceneBrowserData::updateAssetSelection(const QItemSelection& selection)
+{
+    if (m_updatingSelection || !m_assetSelection)
+        return;
+    // The change closes after the flag is cleared: what is notified then is no echo.
+    std::optional<Zar::CommitChangesScope> change;
+    {
+        const kyr::ScopedFlag updating(m_updatingSelection);
+        IAssetSelection::Objects objects = objectsOf(selection);
+        Zar::ChangesController* controller = m_assetSelection->changesController().lock().get();
+        change.emplace("Set asset selection", controller);
+        m_assetSelection->setSelection(std::move(objects), false);
+    }
+}
+
+void SceneBrowserData::updateSelectionModelFromAssetSelection()
+{
+    const vex::Profiler::Scope profiled("SceneBrowserData::updateSelectionModelFromAssetSelection");
+    if (m_updatingSelection || !m_assetModel)
+        return;
+    const kyr::ScopedFlag updating(m_updatingSelection);
+    QItemSelection selection;
+    for (const kyr::PersistentObject& object : m_assetSelection->objects()) {
+        const QModelIndex index = m_assetModel->indexOf(object.object());
+        if (index.isValid())
+            selection.append(QItemSelectionRange(index));
+    }
+    m_selectionModel->select(selection, QItemSelectionModel::ClearAndSelect);
+}
+
+void SceneBrowserData::updateSelectionModel()
+{
+    {
+        const kyr::ScopedFlag updating(m_updatingSelection);
+        m_selectionModel->clear();
+    }
+    if (m_assetSelection)
+        updateSelectionModelFromAssetSelection();
+}
+
+void SceneBrowserData::syncSelectionOnInsert(const QModelIndex& rowParent, int first, int last)
+{
+    if (m_updatingSelection || !m_assetSelection || m_assetSelection->objects().empty())
+        return;
+    const kyr::ScopedFlag updating(m_updatingSelection);
+    const QAbstractItemModel* itemModel = m_assetModel->itemModel();
+    QItemSelection selection;
+    for (int row = first; row <= last; ++row) {
+        const QModelIndex index = itemModel->index(row, 0, rowParent);
+        const kyr::ReflectedObject object = kyr::objectOf(index);
+        if (object.isValid() && m_assetSelection->isSelected(object))
+            selection.append(QItemSelectionRange(index));
+    }
+    if (!selection.isEmpty())
+        m_selectionModel->select(selection, QItemSelectionModel::Select);
+}
+
+void SceneBrowserData::selectAll()
+{
+    if (!m_assetModel || !m_selectionModel || !m_assetModel->itemModel())
+        return;
+    m_selectionModel->select(allRows(*m_assetModel->itemModel()),
+                             QItemSelectionModel::ClearAndSelect);
+}
