@@ -1,0 +1,80 @@
+#include "clipboard.h"
+
+#include <host/clipboard/clipboard_backend.h>
+#include <host/clipboard/qt_clipboard_backend.h>
+
+#include <utility>
+
+namespace Zar::platform {
+namespace {
+
+std::shared_ptr<IClipboardBackend>& currentBackend()
+{
+    static std::shared_ptr<IClipboardBackend> backend = std::make_shared<QtClipboardBackend>();
+    return backend;
+}
+
+bool isOpen = false;
+
+} // namespace
+
+std::shared_ptr<IClipboardBackend> setClipboardBackend(std::shared_ptr<IClipboardBackend> backend)
+{
+    if (!backend)
+        backend = std::make_shared<QtClipboardBackend>();
+    return std::exchange(currentBackend(), std::move(backend));
+}
+
+bool OpenClipboard(WindowHandle)
+{
+    if (isOpen)
+        return false;
+    isOpen = currentBackend()->open();
+    return isOpen;
+}
+
+void CloseClipboard()
+{
+    if (std::exchange(isOpen, false))
+        currentBackend()->close();
+}
+
+bool EmptyClipboard()
+{
+    return isOpen && currentBackend()->empty();
+}
+
+bool IsClipboardFormatAvailable(unsigned format)
+{
+    return isOpen && currentBackend()->isFormatAvailable(format);
+}
+
+GlobalHandle GetClipboardData(unsigned format)
+{
+    return isOpen ? currentBackend()->data(format) : nullptr;
+}
+
+bool SetClipboardData(unsigned format, GlobalHandle block)
+{
+    std::unique_ptr<GlobalBlock> owned(block);
+    return isOpen && owned && currentBackend()->setData(format, std::move(owned));
+}
+
+GlobalHandle GlobalAlloc(unsigned, std::size_t size)
+{
+    return currentBackend()->allocate(size).release();
+}
+
+void* GlobalLock(GlobalHandle block)
+{
+    return block ? block->data() : nullptr;
+}
+
+void GlobalUnlock(GlobalHandle) {}
+
+void GlobalFree(GlobalHandle block)
+{
+    delete block;
+}
+
+} // namespace Zar::platform

@@ -1,0 +1,254 @@
+#include "xml_section.h"
+
+#include <host/data_section/xml_guard.h>
+#include <host/data_section/xml_text.h>
+
+#include <pugixml.hpp>
+
+namespace Zar {
+namespace {
+
+constexpr const char* escapedAttribute = "escaped";
+// Stands in for tags that are no plain name.
+constexpr const char* anyElement = "section";
+constexpr const char* tagAttribute = "tag";
+
+class StringWriter final : public pugi::xml_writer
+{
+public:
+    void write(const void* data, std::size_t size) override
+    {
+        bytes.append(static_cast<const char*>(data), size);
+    }
+
+    std::string bytes;
+};
+
+bool isElement(pugi::xml_node node)
+{
+    return node.type() == pugi::node_element;
+}
+
+bool isText(pugi::xml_node node)
+{
+    return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
+}
+
+pugi::xml_node elementFrom(pugi::xml_node node)
+{
+    while (node && !isElement(node))
+        node = node.next_sibling();
+    return node;
+}
+
+void setTag(pugi::xml_node node, StringRef tag)
+{
+    if (xml::isPlainName(tag)) {
+        node.set_name(std::string(tag).c_str());
+    } else {
+        node.set_name(anyElement);
+        node.append_attribute(tagAttribute).set_value(xml::escaped(tag, "\r\n\t").c_str());
+    }
+}
+
+pugi::xml_attribute attributeForTag(pugi::xml_node node)
+{
+    if (!node.first_attribute() || StringRef(node.name()) != anyElement)
+        return {};
+    return node.attribute(tagAttribute);
+}
+
+std::string tagOf(pugi::xml_node node)
+{
+    const pugi::xml_attribute tag = attributeForTag(node);
+    return tag ? xml::unescaped(tag.value()) : node.name();
+}
+
+bool hasTag(pugi::xml_node node, StringRef tag)
+{
+    if (const pugi::xml_attribute written = attributeForTag(node))
+        return xml::unescaped(written.value()) == tag;
+    return tag == node.name();
+}
+
+pugi::xml_node findFrom(pugi::xml_node node, StringRef tag)
+{
+    while (node && !(isElement(node) && hasTag(node, tag)))
+        node = node.next_sibling();
+    return node;
+}
+
+// An element's first text is its own value or a child; comments may have split the text.
+std::string rawTextOf(pugi::xml_node node)
+{
+    std::string text = node.value();
+    for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling()) {
+        if (isText(child))
+            text += child.value();
+    }
+    return text;
+}
+
+std::string textOf(pugi::xml_node node)
+{
+    std::string text = rawTextOf(node);
+    return node.attribute(escapedAttribute) ? xml::unescaped(text) : text;
+}
+
+void removeTextChildren(pugi::xml_node node)
+{
+    for (pugi::xml_node child = node.first_child(); child;) {
+        const pugi::xml_node next = child.next_sibling();
+        if (isText(child))
+            node.remove_child(child);
+        child = next;
+    }
+}
+
+void setTextOf(pugi::xml_node node, StringRef text)
+{
+    removeTextChildren(node);
+    node.remove_attribute(escapedAttribute);
+    const bool escape = !xml::survives(text);
+    if (escape)
+        node.append_attribute(escapedAttribute).set_value(true);
+    const std::string written = escape ? xml::escaped(text) : std::string(text);
+    const bool hasOwnValue = *node.value() != '\0';
+    if (hasOwnValue)
+        node.text().set(written.c_str());
+    else if (!written.empty())
+        node.prepend_child(pugi::node_pcdata).set_value(written.c_str());
+}
+
+pugi::xml_node insertElement(pugi::xml_node parent, int index)
+{
+    pugi::xml_node before;
+    if (index >= 0) {
+        before = elementFrom(parent.first_child());
+        for (; before && index > 0; --index)
+            before = elementFrom(before.next_sibling());
+    }
+    return before ? parent.insert_child_before(pugi::node_element, before)
+                  : parent.append_child(pugi::node_element);
+}
+
+} // namespace
+
+class XMLSection::Document : public SafeReferenceCount
+{
+public:
+    pugi::xml_document xml;
+};
+
+XMLSection::XMLSection(StringRef tag) : m_document(new Document)
+{
+    pugi::xml_node root = m_document->xml.append_child(pugi::node_element);
+    setTag(root, tag);
+    m_node = root.internal_object();
+}
+
+XMLSection::XMLSection(SmartPointer<Document> document, pugi::xml_node_struct* node) noexcept
+    : m_document(std::move(document)), m_node(node)
+{}
+
+XMLSection::~XMLSection() = default;
+
+SmartPointer<XMLSection>
+XMLSection::createFromBinary(StringRef tag, const SmartPointer<BinaryBlock>& block, bool matchTag)
+{
+    if (!block || !xml::isFitForParsing(block->bytes()))
+        return nullptr;
+    constexpr unsigned options =
+        pugi::parse_default | pugi::parse_ws_pcdata_single | pugi::parse_embed_pcdata;
+    const SmartPointer<Document> document(new Document);
+    if (!document->xml.load_buffer(block->data(), block->length(), options, pugi::encoding_utf8))
+        return nullptr;
+    const pugi::xml_node root = document->xml.document_element();
+    if (!root || (matchTag && !hasTag(root, tag)))
+        return nullptr;
+    return new XMLSection(document, root.internal_object());
+}
+
+DataSectionPtr XMLSection::section(pugi::xml_node_struct* node) const
+{
+    return node ? new XMLSection(m_document, node) : nullptr;
+}
+
+std::string XMLSection::tag() const
+{
+    return tagOf(pugi::xml_node(m_node));
+}
+
+std::string XMLSection::text() const
+{
+    return textOf(pugi::xml_node(m_node));
+}
+
+bool XMLSection::setText(StringRef text)
+{
+    setTextOf(pugi::xml_node(m_node), text);
+    return true;
+}
+
+DataSectionPtr XMLSection::insertSection(StringRef tag, int index)
+{
+    const pugi::xml_node child = insertElement(pugi::xml_node(m_node), index);
+    setTag(child, tag);
+    return section(child.internal_object());
+}
+
+int XMLSection::countChildren() const
+{
+    int count = 0;
+    for (pugi::xml_node child : pugi::xml_node(m_node).children())
+        count += isElement(child) ? 1 : 0;
+    return count;
+}
+
+DataSectionPtr XMLSection::firstChild() const
+{
+    return section(elementFrom(pugi::xml_node(m_node).first_child()).internal_object());
+}
+
+DataSectionPtr XMLSection::nextSibling() const
+{
+    return section(elementFrom(pugi::xml_node(m_node).next_sibling()).internal_object());
+}
+
+DataSectionPtr XMLSection::findChild(StringRef tag, const DataSectionCreator* creator) const
+{
+    const pugi::xml_node child = findFrom(pugi::xml_node(m_node).first_child(), tag);
+    if (!child && creator)
+        return (*creator)(tag);
+    return section(child.internal_object());
+}
+
+bool XMLSection::writeString(StringRef key, StringRef text)
+{
+    pugi::xml_node parent(m_node);
+    pugi::xml_node child = findFrom(parent.first_child(), key);
+    if (!child) {
+        child = parent.append_child(pugi::node_element);
+        setTag(child, key);
+    }
+    setTextOf(child, text);
+    return true;
+}
+
+std::string XMLSection::readString(StringRef key, StringRef fallback, int occurrence) const
+{
+    pugi::xml_node child = findFrom(pugi::xml_node(m_node).first_child(), key);
+    for (; child && occurrence > 0; --occurrence)
+        child = findFrom(child.next_sibling(), key);
+    return child ? textOf(child) : std::string(fallback);
+}
+
+SmartPointer<BinaryBlock> XMLSection::asBinary() const
+{
+    StringWriter writer;
+    writer.bytes = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+    pugi::xml_node(m_node).print(writer, "  ", pugi::format_indent, pugi::encoding_utf8);
+    return new BinaryBlock(std::move(writer.bytes), "BinaryBlock/XMLSection");
+}
+
+} // namespace Zar
