@@ -64,7 +64,7 @@ public:
     typename Combiner::Result operator()(Args... args) const
     {
         if (Impl* impl = m_impl.load(std::memory_order_acquire))
-            return impl->emit(args...);
+            return impl->callSlots(args...);
         return typename Combiner::Result();
     }
 

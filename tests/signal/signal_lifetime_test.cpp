@@ -138,14 +138,14 @@ TEST(SignalLifetime, CallableOwnsItsHandleOrItsSignal)
     EXPECT_TRUE(watchedSignal.expired());
 }
 
-/// A signal that is never told when its record goes.
-class ForgetfulSignal final : public vex::signal_details::SignalImplBase
+/// A signal without a slot set.
+class SetlessSignal final : public vex::signal_details::SignalImplBase
 {
 public:
     Zar::SmartPointer<vex::signal_details::SlotHolderBase>
     detachSlot(vex::signal_details::SlotHolderBase& slot) override
     {
-        return {&slot, Zar::AdoptReference()};
+        return {&slot};
     }
 };
 
@@ -155,7 +155,7 @@ TEST(SignalFaults, AreReported)
     std::vector<Zar::DebugMessage> messages;
     const Zar::DebugMessageSinkGuard sink(
         [&](const auto& message) { messages.push_back(message); });
-    ForgetfulSignal signal;
+    SetlessSignal signal;
 
     const auto token = std::make_shared<int>();
     Zar::SmartPointer<Record>(new Record(signal, 0, [token] {}));

@@ -46,7 +46,7 @@ public:
         return Connection(std::move(slot));
     }
 
-    typename Combiner::Result emit(Args&... args)
+    typename Combiner::Result callSlots(Args&... args)
     {
         Emission emission(*this, args...);
         return Combiner()(emission);

@@ -1,0 +1,195 @@
+#include <kyr_cpp_utils/signal.h>
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <thread>
+#include <vector>
+
+// Faults here are races: run under the thread and the address sanitizer.
+namespace {
+
+using vex::Connection;
+using TestSignal = vex::Signal<void(int)>;
+
+/// Lets threads start a round together, as close as it gets.
+class StartLine
+{
+public:
+    explicit StartLine(int threads) : m_threads(threads) {}
+
+    void wait()
+    {
+        const int round = m_arrived.fetch_add(1) / m_threads;
+        while (m_arrived.load() < (round + 1) * m_threads)
+            std::this_thread::yield();
+    }
+
+private:
+    const int m_threads;
+    std::atomic<int> m_arrived{0};
+};
+
+/// A callable that knows whether it is alive, and counts the living ones.
+class Probe
+{
+public:
+    explicit Probe(std::atomic<int>& living) : m_living(&living) { ++*m_living; }
+    Probe(const Probe& other) : Probe(*other.m_living) {}
+    ~Probe()
+    {
+        --*m_living;
+        m_alive = false;
+    }
+    Probe& operator=(const Probe&) = delete;
+
+    void operator()(int) const
+    {
+        if (!m_alive)
+            ADD_FAILURE() << "called after its destruction";
+    }
+
+private:
+    std::atomic<int>* m_living;
+    volatile bool m_alive = true;
+};
+
+void runTogether(const std::vector<std::function<void()>>& bodies)
+{
+    std::vector<std::thread> threads;
+    for (const auto& body : bodies)
+        threads.emplace_back(body);
+    for (std::thread& thread : threads)
+        thread.join();
+}
+
+TEST(SignalStress, ConnectDisconnectAndEmitTogether)
+{
+    std::atomic<int> living{0};
+    std::atomic<int> steadyCalls{0};
+    int emissions = 0;
+    {
+        TestSignal signal;
+        const Connection steady = signal.connect([&](int count) { steadyCalls += count; });
+        std::atomic<bool> churning{true};
+        const auto emit = [&] {
+            int own = 0;
+            for (; churning; ++own)
+                signal(1);
+            return own;
+        };
+        const auto churn = [&](int seed) {
+            std::vector<Connection> slots(8);
+            for (int step = 0; step < 100000; ++step) {
+                Connection& slot = slots[static_cast<std::size_t>(step * seed) % slots.size()];
+                slot.disconnect();
+                slot = signal.connect(Probe(living), step % 3 - 1);
+                if (step % 5 == 0)
+                    slot.disconnect();
+            }
+        };
+        std::thread emitter([&] { emissions = emit(); });
+        runTogether({[&] { churn(3); }, [&] { churn(5); }});
+        churning = false;
+        emitter.join();
+    }
+    EXPECT_EQ(steadyCalls, emissions);
+    EXPECT_EQ(living, 0);
+}
+
+TEST(SignalStress, FirstConnectionsRace)
+{
+    constexpr int rounds = 20000;
+    std::atomic<int> calls{0};
+    std::vector<TestSignal> signals(rounds);
+    StartLine line(2);
+    const auto connectAll = [&] {
+        std::vector<Connection> slots;
+        for (TestSignal& signal : signals) {
+            line.wait();
+            slots.push_back(signal.connect([&](int) { ++calls; }));
+        }
+        return slots;
+    };
+    std::vector<Connection> others;
+    std::thread thread([&] { others = connectAll(); });
+    const std::vector<Connection> own = connectAll();
+    thread.join();
+    for (TestSignal& signal : signals)
+        signal(0);
+    EXPECT_EQ(calls, 2 * rounds);
+}
+
+TEST(SignalStress, DisconnectRacesTheEmissionThatCallsIt)
+{
+    std::atomic<int> living{0};
+    TestSignal signal;
+    StartLine line(3);
+    std::optional<Connection> slot;
+    constexpr int rounds = 20000;
+    const auto emit = [&] {
+        for (int round = 0; round < rounds; ++round) {
+            line.wait();
+            signal(round);
+            line.wait();
+        }
+    };
+    const auto disconnect = [&] {
+        for (int round = 0; round < rounds; ++round) {
+            slot = signal.connect(Probe(living));
+            line.wait();
+            slot.reset();
+            line.wait();
+            EXPECT_EQ(living, 0);
+        }
+    };
+    runTogether({emit, emit, disconnect});
+}
+
+TEST(SignalStress, DestructionRacesDisconnectAndEmission)
+{
+    std::atomic<int> living{0};
+    constexpr int rounds = 20000;
+    StartLine line(4);
+    std::unique_ptr<TestSignal> signal;
+    std::vector<Connection> slots;
+    std::atomic<int> entered{0};
+    const auto destroy = [&] {
+        for (int round = 0; round < rounds; ++round) {
+            signal = std::make_unique<TestSignal>();
+            slots.clear();
+            entered = 0;
+            // The emission has to begin before the signal goes.
+            slots.push_back(signal->connect([&](int) { entered = 1; }, -1));
+            for (int index = 0; index < 6; ++index)
+                slots.push_back(signal->connect(Probe(living), index % 2));
+            line.wait();
+            while (!entered)
+                std::this_thread::yield();
+            signal.reset();
+            line.wait();
+            EXPECT_EQ(living, 0);
+        }
+    };
+    const auto disconnect = [&](std::size_t first) {
+        for (int round = 0; round < rounds; ++round) {
+            line.wait();
+            for (std::size_t index = first; index < 7; index += 2)
+                slots[index].disconnect();
+            line.wait();
+        }
+    };
+    const auto emit = [&] {
+        for (int round = 0; round < rounds; ++round) {
+            line.wait();
+            (*signal)(round);
+            line.wait();
+        }
+    };
+    runTogether({destroy, emit, [&] { disconnect(1); }, [&] { disconnect(2); }});
+}
+
+} // namespace
