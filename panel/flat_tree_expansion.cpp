@@ -1,0 +1,201 @@
+// Expanding and collapsing rows of the flat tree.
+
+#include "flat_tree_model.h"
+
+#include <QScopedValueRollback>
+
+namespace kyr::panel {
+
+namespace {
+
+/// A branch with more rows to open than this comes as one reset, not as one insertion each.
+constexpr int signalledExpansions = 64;
+
+/// The rows with children in the branch of `root`; stops at `limit` of them.
+std::vector<QModelIndex> parentsBelow(const QAbstractItemModel& model, const QModelIndex& root,
+                                      std::size_t limit)
+{
+    std::vector<QModelIndex> parents;
+    std::vector<QModelIndex> waiting{root};
+    while (!waiting.empty() && parents.size() < limit) {
+        const QModelIndex index = waiting.back();
+        waiting.pop_back();
+        const int rows = model.rowCount(index);
+        if (rows > 0)
+            parents.push_back(index);
+        for (int row = rows - 1; row >= 0; --row)
+            waiting.push_back(model.index(row, 0, index));
+    }
+    return parents;
+}
+
+} // namespace
+
+void FlatTreeModel::setExpanded(const QModelIndex& sourceIndex, bool expanded)
+{
+    if (m_pending.source != Change::None || !sourceIndex.isValid())
+        return;
+    const QModelIndex index = sourceIndex.siblingAtColumn(0);
+    if (expanded && m_source && index.model() == m_source && m_source->canFetchMore(index))
+        m_source->fetchMore(index);
+    const std::optional<Family> family = readFamilyOf(index.parent());
+    const Node node = family ? m_rows.childOf(*family, index.row()) : RowTree::none;
+    if (node == RowTree::none || m_rows.tree().has(node, RowTree::Expanded) == expanded)
+        return;
+    if (expanded)
+        expandRow(*family, node, index);
+    else
+        collapseRow(*family, node, index, false);
+}
+
+std::optional<SourceRows::Family> FlatTreeModel::readFamilyOf(const QModelIndex& sourceParent)
+{
+    std::optional<Family> family = m_rows.familyOf(sourceParent);
+    if (!family) {
+        family = m_rows.readFamilyOf(sourceParent);
+        readSelection();
+    }
+    return family;
+}
+
+void FlatTreeModel::expandRow(const Family& family, Node node, const QModelIndex& sourceIndex)
+{
+    RowTree& tree = m_rows.tree();
+    const QScopedValueRollback<Change> guard(m_pending.source, Change::Own);
+    Node children = tree.hidden(node);
+    const bool fresh = children == RowTree::none;
+    if (fresh) {
+        const int depth = tree.depth(node) + 1;
+        children = m_rows.readChildren(sourceIndex, tree.flags(node), depth, m_rows.wishes());
+    }
+    const int row = tree.row(node);
+    const int count = tree.count(children);
+    const bool signalled = family.isVisible() && count > 0;
+    if (signalled)
+        beginInsertRows({}, row + 1, row + count);
+    m_cachedRow = -1;
+    tree.setHidden(node, RowTree::none);
+    tree.set(node, RowTree::Expanded, true);
+    m_rows.insert(family.owner, row + 1, children);
+    if (fresh && count > 0)
+        readSelection(count == m_source->rowCount(sourceIndex) ? sourceIndex : QModelIndex());
+    if (signalled)
+        endInsertRows();
+    rowChanged(sourceIndex, {ExpandedRole});
+}
+
+void FlatTreeModel::collapseRow(const Family& family, Node node, const QModelIndex& sourceIndex,
+                                bool forget)
+{
+    RowTree& tree = m_rows.tree();
+    const QScopedValueRollback<Change> guard(m_pending.source, Change::Own);
+    Node hidden = tree.hidden(node);
+    if (tree.has(node, RowTree::Expanded)) {
+        const int row = tree.row(node);
+        const int end = m_rows.rowAfterBranch(node, m_rows.sequence(family.owner));
+        const int count = end - row - 1;
+        const bool signalled = family.isVisible() && count > 0;
+        if (signalled)
+            beginRemoveRows({}, row + 1, row + count);
+        m_cachedRow = -1;
+        tree.set(node, RowTree::Expanded, false);
+        hidden = m_rows.cut(family.owner, row + 1, count);
+        tree.setHidden(node, hidden);
+        if (signalled)
+            endRemoveRows();
+    }
+    if (forget) {
+        tree.setHidden(node, RowTree::none);
+        tree.destroy(hidden);
+        tree.set(node, RowTree::IgnoresWishes, true);
+    }
+    rowChanged(sourceIndex, {ExpandedRole});
+}
+
+void FlatTreeModel::setBranchExpanded(const QModelIndex& sourceIndex, bool expanded)
+{
+    if (m_pending.source != Change::None || !sourceIndex.isValid())
+        return;
+    const QModelIndex index = sourceIndex.siblingAtColumn(0);
+    const std::optional<Family> family = readFamilyOf(index.parent());
+    const Node node = family ? m_rows.childOf(*family, index.row()) : RowTree::none;
+    if (node == RowTree::none)
+        return;
+    if (expanded)
+        expandBranch(index);
+    else
+        collapseRow(*family, node, index, true);
+}
+
+void FlatTreeModel::expandBranch(const QModelIndex& sourceIndex)
+{
+    const std::vector<QModelIndex> parents =
+        parentsBelow(*m_source, sourceIndex, signalledExpansions + 1);
+    if (parents.size() <= signalledExpansions) {
+        for (const QModelIndex& parent : parents)
+            setExpanded(parent, true);
+        return;
+    }
+    const Family family = *m_rows.familyOf(sourceIndex.parent());
+    const Node node = m_rows.childOf(family, sourceIndex.row());
+    RowTree& tree = m_rows.tree();
+    const QScopedValueRollback<Change> guard(m_pending.source, Change::Own);
+    beginResetModel();
+    m_cachedRow = -1;
+    const int row = tree.row(node);
+    const int end = m_rows.rowAfterBranch(node, m_rows.sequence(family.owner));
+    tree.destroy(m_rows.cut(family.owner, row + 1, end - row - 1));
+    tree.destroy(tree.hidden(node));
+    tree.setHidden(node, RowTree::none);
+    tree.set(node, RowTree::Expanded, true);
+    const Node children =
+        m_rows.readChildren(sourceIndex, 0, tree.depth(node) + 1, m_rows.allExpanded());
+    m_rows.insert(family.owner, row + 1, children);
+    readSelection();
+    endResetModel();
+}
+
+void FlatTreeModel::expandAll()
+{
+    if (m_pending.source != Change::None || !m_source)
+        return;
+    const QScopedValueRollback<Change> guard(m_pending.source, Change::Own);
+    beginResetModel();
+    m_cachedRow = -1;
+    m_rows.rebuild(m_rows.allExpanded(), 0);
+    readSelection();
+    endResetModel();
+}
+
+void FlatTreeModel::collapseAll()
+{
+    if (m_pending.source != Change::None || !m_source)
+        return;
+    const QScopedValueRollback<Change> guard(m_pending.source, Change::Own);
+    beginResetModel();
+    m_cachedRow = -1;
+    m_rows.rebuild(m_rows.wishes(), RowTree::IgnoresWishes);
+    readSelection();
+    endResetModel();
+}
+
+int FlatTreeModel::reveal(const QModelIndex& sourceIndex)
+{
+    if (!sourceIndex.isValid() || sourceIndex.model() != m_source)
+        return -1;
+    std::vector<QModelIndex> ancestors;
+    for (QModelIndex up = sourceIndex.parent(); up.isValid(); up = up.parent())
+        ancestors.push_back(up);
+    for (auto up = ancestors.rbegin(); up != ancestors.rend(); ++up)
+        setExpanded(*up, true);
+    return rowOf(sourceIndex.siblingAtColumn(0));
+}
+
+void FlatTreeModel::rowChanged(const QModelIndex& sourceIndex, const QVector<int>& roles)
+{
+    const int row = rowOf(sourceIndex);
+    if (row >= 0)
+        Q_EMIT dataChanged(index(row), index(row), roles);
+}
+
+} // namespace kyr::panel

@@ -1,0 +1,181 @@
+#pragma once
+
+#include <panel/source_rows.h>
+
+#include <panel/kyr_scene_outline_panel_export.h>
+
+#include <QAbstractListModel>
+#include <QItemSelectionModel>
+#include <QPointer>
+
+namespace kyr::panel {
+
+/// The rows of a tree model that its expanded rows let see, as one list for a ListView.
+///
+/// Shows column 0 of any QAbstractItemModel and serves its roles by their names, plus those of
+/// `Role`. A row starts expanded when the source's "expanded" role says so; from then on the list
+/// keeps the state itself, through insertions, removals, moves and layout changes. Rows below a row
+/// that was never expanded cost nothing. Neither the source nor the selection model is owned.
+///
+/// Cost: O(log n) for a row number and O(depth · log n) for a source index, either way; changes
+/// cost as much as the rows they show or hide. `expandAll`, `collapseAll` and a large branch come
+/// as one model reset, all else as exact row signals.
+///
+/// A slot that runs between the "about to" and the "done" half of a change may read but not expand.
+class KYR_SCENE_OUTLINE_PANEL_EXPORT FlatTreeModel : public QAbstractListModel
+{
+    Q_OBJECT
+    Q_PROPERTY(QAbstractItemModel* sourceModel READ sourceModel WRITE setSourceModel NOTIFY
+                   sourceModelChanged)
+    Q_PROPERTY(QItemSelectionModel* selectionModel READ selectionModel WRITE setSelectionModel
+                   NOTIFY selectionModelChanged)
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
+
+public:
+    /// Out of the way of the source's own roles; a source role of the same name is hidden.
+    enum Role
+    {
+        DepthRole = 0x10000,
+        HasChildrenRole,
+        ExpandedRole,
+        SelectedRole,
+        CurrentRole,
+        SourceIndexRole,
+    };
+
+    explicit FlatTreeModel(QObject* parent = nullptr);
+    ~FlatTreeModel() override;
+
+    QAbstractItemModel* sourceModel() const { return m_source; }
+    void setSourceModel(QAbstractItemModel* source);
+    QItemSelectionModel* selectionModel() const { return m_selectionModel; }
+    void setSelectionModel(QItemSelectionModel* selectionModel);
+
+    int count() const { return m_rows.count(); }
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    QHash<int, QByteArray> roleNames() const override;
+    bool canFetchMore(const QModelIndex& parent) const override;
+    void fetchMore(const QModelIndex& parent) override;
+    /// The source's number of a role, -1 when it has none of that name.
+    int sourceRole(const QByteArray& name) const;
+
+    Q_INVOKABLE QModelIndex sourceIndex(int row) const;
+    /// -1 when the row is below a collapsed one.
+    Q_INVOKABLE int rowOf(const QModelIndex& sourceIndex) const;
+    /// The row, or that of its nearest visible ancestor.
+    Q_INVOKABLE int nearestRow(const QModelIndex& sourceIndex) const;
+    Q_INVOKABLE int parentRow(int row) const;
+    Q_INVOKABLE int rowDepth(int row) const;
+    Q_INVOKABLE bool rowHasChildren(int row) const;
+    Q_INVOKABLE bool isRowExpanded(int row) const;
+    Q_INVOKABLE bool isRowSelected(int row) const;
+
+    /// Works for hidden rows too; their state shows when they do.
+    Q_INVOKABLE void setExpanded(const QModelIndex& sourceIndex, bool expanded);
+    Q_INVOKABLE void setBranchExpanded(const QModelIndex& sourceIndex, bool expanded);
+    Q_INVOKABLE void expandAll();
+    Q_INVOKABLE void collapseAll();
+    /// Expands what hides the row and returns its number, -1 for an index of another model.
+    Q_INVOKABLE int reveal(const QModelIndex& sourceIndex);
+
+    /// Cells `first` to `last` of the list as source ranges, one for each run of siblings, from top
+    /// to bottom. O(k log n).
+    QItemSelection sourceSelection(int first, int last) const;
+    /// Calls `visitor(row, sourceIndex)` from row `first` to `last` until it returns false. The
+    /// visitor may not change the list. O(1) a row.
+    void visit(int first, int last,
+               const std::function<bool(int, const QModelIndex&)>& visitor) const;
+
+Q_SIGNALS:
+    void sourceModelChanged();
+    void selectionModelChanged();
+    void countChanged();
+
+private:
+    using Node = SourceRows::Node;
+    using Family = SourceRows::Family;
+
+    enum class Change
+    {
+        None,
+        Own,
+        Insert,
+        Remove,
+        Move,
+        Layout,
+        Reset
+    };
+    /// A change between its two signals.
+    struct Pending
+    {
+        Change source = Change::None;
+        Change list = Change::None; ///< What the list has announced of it.
+        std::optional<Family> from;
+        std::optional<Family> to;
+        int first = 0; ///< In the sequence of `from`.
+        int count = 0;
+        int target = 0; ///< In the sequence of `to`.
+        int sourceFirst = 0;
+    };
+    struct DelayedMarks
+    {
+        QItemSelection ranges;
+        bool selected = false;
+    };
+    struct SavedRow
+    {
+        QPersistentModelIndex index;
+        SourceRows::Start start;
+    };
+
+    void readRoles();
+    void connectSource();
+    void rowChanged(const QModelIndex& sourceIndex, const QVector<int>& roles);
+
+    std::optional<Family> readFamilyOf(const QModelIndex& sourceParent);
+    void expandRow(const Family& family, Node node, const QModelIndex& sourceIndex);
+    void collapseRow(const Family& family, Node node, const QModelIndex& sourceIndex, bool forget);
+    void expandBranch(const QModelIndex& sourceIndex);
+
+    // Following the source: a begin for each "about to" signal, an end for each "done".
+    void beginInsertion(const QModelIndex& parent, int first, int last);
+    void endInsertion(const QModelIndex& parent);
+    void beginRemoval(const QModelIndex& parent, int first, int last);
+    void endRemoval(const QModelIndex& parent);
+    void beginMove(const QModelIndex& from, int first, int last, const QModelIndex& to, int target);
+    void endMove(const QModelIndex& from, const QModelIndex& to, int target);
+    void beginLayoutChange();
+    void endLayoutChange();
+    void beginReset();
+    void endReset();
+    void forwardDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                            const QVector<int>& roles);
+    void announceRemoval();
+    void announceMove();
+    void saveStates();
+    void finish();
+
+    // Selection marks
+    void connectSelection();
+    void readSelection(const QModelIndex& childrenOf = {});
+    void changeSelection(const QItemSelection& selected, const QItemSelection& deselected);
+    void changeCurrent(const QModelIndex& current, const QModelIndex& previous);
+    void signalMarks(const std::vector<Node>& changed);
+
+    SourceRows m_rows;
+    QPointer<QAbstractItemModel> m_source;
+    QPointer<QItemSelectionModel> m_selectionModel;
+    QHash<int, QByteArray> m_roleNames;
+    Pending m_pending;
+    std::vector<DelayedMarks> m_delayedMarks;
+    bool m_currentDelayed = false;
+    std::vector<SavedRow> m_savedRows;
+    std::vector<std::pair<QModelIndex, QPersistentModelIndex>> m_savedOwnIndexes;
+    mutable int m_cachedRow = -1;
+    mutable QModelIndex m_cachedIndex;
+};
+
+} // namespace kyr::panel
