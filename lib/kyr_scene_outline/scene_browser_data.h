@@ -8,6 +8,7 @@
 #include <host/ui/text_predicate.h>
 #include <kyr_cpp_utils/signal.h>
 #include <kyr_scene_outline/export.h>
+#include <kyr_scene_outline/property_paste_report.h>
 
 #include <QAbstractItemModel>
 #include <QItemSelectionModel>
@@ -100,6 +101,8 @@ public:
     /// Sets the properties of the editor's selected objects from the system clipboard, as one
     /// undoable change. Reports why not and returns false when it cannot.
     bool pasteProperties();
+    /// What the last `pasteProperties` did; all zero when it came to nothing.
+    const PropertyPasteReport& lastPasteReport() const;
 
     // The panel's commands
     Q_INVOKABLE void clearSelectedColumns();
@@ -158,6 +161,7 @@ private:
     QList<QVariant> m_filterData;
     lumo::datamodels::proxy::TextPredicate* m_filterPredicate = nullptr;
     QAbstractItemModel* m_columnsModel = nullptr;
+    PropertyPasteReport m_lastPasteReport;
     /// Set while the browser itself writes one side of the selection.
     bool m_updatingSelection = false;
     /// Row insertions and removals that the item model announced and has not finished.

@@ -1,0 +1,85 @@
+#include "property_document.h"
+
+#include "property_text.h"
+#include "property_walk.h"
+
+#include <host/core/debug_message.h>
+#include <host/data_section/xml_section.h>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace kyr::properties {
+namespace {
+
+constexpr const char* sourceFile = "scene_browser_data";
+
+void writeProperty(const BoundProperty& property, const std::string& path,
+                   Zar::DataSection& objectSection)
+{
+    if (!isVisibleValue(property))
+        return;
+    const lumo::Variant value = property.get();
+    if (value.isVoid()) {
+        Zar::DebugMessageHelper(0, 4).message(
+            "Copy properties: cannot copy value from property '%s' with undefined state",
+            path.c_str());
+        return;
+    }
+    const Zar::DataSectionPtr section = objectSection.insertSection("property", -1);
+    if (!Zar::verify(static_cast<bool>(section), "childSection", sourceFile))
+        return;
+    std::string text;
+    valueAsText(value, text);
+    section->writeString("name", path);
+    section->writeString("value", text);
+    section->writeString("type", property.propertyType().name());
+}
+
+} // namespace
+
+void collectObjectsInModelOrder(IAssetSelection::Objects& objects, const IAssetModel* model)
+{
+    std::vector<std::pair<QModelIndex, PersistentObject>> rows;
+    rows.reserve(objects.size());
+    for (PersistentObject& object : objects) {
+        const QModelIndex index = model->indexOf(object.object());
+        if (index.isValid())
+            rows.emplace_back(index, std::move(object));
+    }
+    std::sort(rows.begin(), rows.end(),
+              [](const auto& a, const auto& b) { return a.first < b.first; });
+    objects.clear();
+    for (auto& row : rows)
+        objects.push_back(std::move(row.second));
+}
+
+Zar::DataSectionPtr buildPropertyDocument(const IAssetSelection::Objects& objects)
+{
+    const Zar::DataSectionPtr root(new Zar::XMLSection("objects"));
+    for (const PersistentObject& object : objects) {
+        const ReflectedObject source = object.object();
+        const Zar::DataSectionPtr section = root->insertSection("object", -1);
+        if (!Zar::verify(static_cast<bool>(section), "childSection", sourceFile))
+            continue;
+        section->writeString("type", source.type().name());
+        writeObjectProperties(source, section, std::string());
+        Zar::DebugMessageHelper(0, 2).message("Copy properties of '%s' item",
+                                              source.reference().name().c_str());
+    }
+    return root;
+}
+
+void writeObjectProperties(const ReflectedObject& object, const Zar::DataSectionPtr& section,
+                           const std::string& prefix)
+{
+    if (!Zar::verify(static_cast<bool>(section), "section", sourceFile))
+        return;
+    const auto write = [&section](const BoundProperty& property, const std::string& path) {
+        writeProperty(property, path, *section);
+    };
+    walkProperties(object, prefix, write);
+}
+
+} // namespace kyr::properties

@@ -1,0 +1,22 @@
+#include "property_walk.h"
+
+#include <host/variant/scene_item.h>
+
+namespace kyr::properties {
+
+std::string propertyPath(const std::string& prefix, const BoundProperty& property)
+{
+    return prefix.empty() ? property.name() : prefix + '.' + property.name();
+}
+
+bool isSceneItemProperty(const BoundProperty& property)
+{
+    const Annotations::untyped_iterator annotation =
+        property.annotations().find(Meta::sceneItemAnnotationName());
+    if (!annotation.isValid())
+        return false;
+    const auto* item = annotation.get()->cast<const Meta::SceneItem*>();
+    return item && item->predicate(property);
+}
+
+} // namespace kyr::properties
