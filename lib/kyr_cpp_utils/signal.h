@@ -63,7 +63,8 @@ public:
     /// unless the result is void.
     typename Combiner::Result operator()(Args... args) const
     {
-        if (Impl* impl = m_impl.load(std::memory_order_acquire))
+        Impl* impl = m_impl.load(std::memory_order_acquire);
+        if (impl && impl->hasSlots())
             return impl->callSlots(args...);
         return typename Combiner::Result();
     }

@@ -7,6 +7,7 @@
 
 #include <boost/intrusive/set.hpp>
 
+#include <atomic>
 #include <cstdint>
 #include <iterator>
 #include <mutex>
@@ -46,6 +47,10 @@ public:
         return Connection(std::move(slot));
     }
 
+    /// False while no slot is connected. Needs no lock: a connection that is not yet known here was
+    /// made too late for an emission that begins now.
+    bool hasSlots() const noexcept { return m_hasSlots.load(std::memory_order_acquire); }
+
     typename Combiner::Result callSlots(Args&... args)
     {
         Emission emission(*this, args...);
@@ -55,6 +60,7 @@ public:
     Zar::SmartPointer<SlotHolderBase> detachSlot(SlotHolderBase& slot) override
     {
         m_slots.erase(m_slots.iterator_to(slot));
+        m_hasSlots.store(!m_slots.empty(), std::memory_order_release);
         return {&slot, Zar::AdoptReference()};
     }
 
@@ -77,6 +83,7 @@ private:
             m_slots.push_back(slot);
         else
             m_slots.insert(slot);
+        m_hasSlots.store(true, std::memory_order_release);
     }
 
     /// Pins the first slot from `position` on that `generation` may call; null when there is none.
@@ -89,9 +96,14 @@ private:
         return nullptr;
     }
 
+    /// Disconnects the first slot and unlocks. Another thread may be about to detach that slot, and
+    /// needs this object for it: then the slot is left to that thread.
+    void endFirstSlot(std::unique_lock<std::mutex>& lock);
+
     SlotSet m_slots;
     std::uint64_t m_emissionGeneration = 0;
     std::uint32_t m_runningEmissions = 0;
+    std::atomic<bool> m_hasSlots{false};
     bool m_abandoned = false;
 };
 
@@ -168,23 +180,27 @@ private:
 };
 
 template <typename R, typename... Args, typename Combiner>
+void SignalImpl<R(Args...), Combiner>::endFirstSlot(std::unique_lock<std::mutex>& lock)
+{
+    // Keeps the slot while it is detached: whoever finalizes it drops the set's reference.
+    const Zar::SmartPointer<SlotHolderBase> slot(&*m_slots.begin());
+    const bool finalizes = slot->markDisconnected();
+    const bool detaches = slot->takeSignal();
+    if (detaches)
+        static_cast<void>(detachSlot(*slot).release());
+    lock.unlock();
+    if (finalizes)
+        slot->finalize();
+    else if (!detaches)
+        std::this_thread::yield();
+}
+
+template <typename R, typename... Args, typename Combiner>
 void SignalImpl<R(Args...), Combiner>::abandon()
 {
     std::unique_lock lock(mutex());
     while (!m_slots.empty()) {
-        SlotHolderBase& slot = *m_slots.begin();
-        const bool finalizes = slot.markDisconnected();
-        if (slot.takeSignal()) {
-            const auto reference = detachSlot(slot);
-            lock.unlock();
-            if (finalizes)
-                slot.releaseCallable();
-        } else {
-            // A disconnect on another thread is about to detach the slot and needs this object for
-            // it.
-            lock.unlock();
-            std::this_thread::yield();
-        }
+        endFirstSlot(lock);
         lock.lock();
     }
     m_abandoned = true;

@@ -18,13 +18,13 @@
 
 namespace vex::signal_details {
 
-/// One connection of a signal, shared by the signal's slot set, the `vex::Connection` and the
-/// emissions that stand on it.
+/// One connection of a signal, shared by the signal's slot set and the `vex::Connection`.
 ///
 /// The state word counts pins (emissions that stand on the record) and carries the disconnected
-/// bit, which is never cleared. A disconnected record takes no new pin, so exactly one thread sees
-/// the word become "disconnected, no pins". That thread finalizes the record: it takes it out of
-/// the slot set and destroys the callable, which by then nobody runs or will run.
+/// bit, which is never cleared. A disconnected record takes no new pin, so exactly one thread makes
+/// the word "disconnected, no pins". That thread finalizes the record: it takes it out of the slot
+/// set, destroys the callable, which by then nobody runs or will run, and drops the set's
+/// reference. Until then that reference keeps a pinned record alive, also after the signal is gone.
 class SlotHolderBase : public Zar::SafeReferenceCount, public boost::intrusive::set_base_hook<>
 {
 public:
@@ -57,7 +57,6 @@ public:
                 return false;
         } while (!m_state.compare_exchange_weak(state, state + 1, std::memory_order_acquire,
                                                 std::memory_order_relaxed));
-        incRef();
         return true;
     }
 
@@ -67,7 +66,6 @@ public:
     {
         if (m_state.fetch_sub(1, std::memory_order_acq_rel) == disconnectedBit + 1)
             finalize();
-        decRef();
     }
 
     /// Sets the disconnected bit and returns true when the caller has to finalize the record.
@@ -76,13 +74,16 @@ public:
         return m_state.fetch_or(disconnectedBit, std::memory_order_acq_rel) == 0;
     }
 
-    /// Detaches the record, if nobody else does, and destroys its callable.
+    /// Detaches the record, unless the end of the signal did, destroys its callable and drops the
+    /// slot set's reference.
     void finalize()
     {
         Zar::SmartPointer<SlotHolderBase> setReference;
         if (SignalImplBase* signal = takeSignal()) {
             const std::lock_guard lock(signal->mutex());
             setReference = signal->detachSlot(*this);
+        } else {
+            setReference = {this, Zar::AdoptReference()};
         }
         releaseCallable();
     }
