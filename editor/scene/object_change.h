@@ -21,8 +21,10 @@ enum class ChangeAspect : unsigned char
     Material = 1 << 4,
     /// Whether it differs from what the file holds.
     Modified = 1 << 5,
+    /// Which children it has, or their order.
+    Children = 1 << 6,
     /// Any other property.
-    Other = 1 << 6,
+    Other = 1 << 7,
 };
 Q_DECLARE_FLAGS(ChangeAspects, ChangeAspect)
 Q_DECLARE_OPERATORS_FOR_FLAGS(ChangeAspects)

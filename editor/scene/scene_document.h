@@ -4,8 +4,10 @@
 #include <editor/scene/scene_object.h>
 #include <host/undo/changes_controller.h>
 
+#include <QMatrix4x4>
 #include <QObject>
 #include <QTimer>
+#include <QUuid>
 
 #include <memory>
 #include <string_view>
@@ -51,6 +53,8 @@ public:
     }
     QUndoStack& undoStack() const noexcept { return m_controller->stack(); }
 
+    /// Tells this scene from any other; another one once a file is opened.
+    QUuid sceneKey() const noexcept { return m_sceneKey; }
     /// Null for an id that is not in the scene, such as a removed object's. O(1).
     SceneObject* objectById(quint32 id) const noexcept;
     /// O(1).
@@ -77,14 +81,15 @@ public:
     /// it. Returns how many took another value.
     int setProperty(const SceneObjects& objects, std::string_view path, const lumo::Variant& value);
 
-    /// `objects` that are in the scene, without those below another one, in tree order.
+    /// Those of `objects` that are in the scene, without the root and those below another one, in
+    /// tree order.
     SceneObjects topmost(const SceneObjects& objects) const;
 
 Q_SIGNALS:
     void filePathChanged();
     void modifiedChanged(bool modified);
     void objectsChanged(const editor::ObjectChanges& changes);
-    /// Objects came, went or moved; after the model's signals, once a change.
+    /// Objects came, went or moved; once a step.
     void structureChanged();
 
     void aboutToReset();
@@ -110,24 +115,32 @@ private:
     class MoveChange;
     class OrderChange;
 
+    void declareSaved();
     void attach(SceneObject& branch);
     void detach(SceneObject& branch);
-    void updateInherited(SceneObject& branch, bool notify);
+    /// Works out what the object has from its parent; whether that changed.
+    static bool updateInherited(SceneObject& object);
+    /// The same down the branch, as far as anything changes.
+    void spreadInherited(SceneObject& branch, ChangeAspects aspects);
 
+    // Bare changes of shape, each between its two signals.
     void insertRows(SceneObject& parent, int row, SceneObjects objects);
     SceneObjects takeRows(SceneObject& parent, int row, int count);
     void moveRows(SceneObject& from, int first, int count, SceneObject& to, int row);
     void reorder(SceneObject& parent, const std::vector<int>& oldRows);
-    /// Brings scattered children together and returns the first one's row.
-    int gather(SceneObject& parent, const std::vector<int>& rows);
+    void noteShape(SceneObject& parent);
+
+    void gather(SceneObject& parent, const SceneObjects& children);
+    void gatherScattered(const SceneObjects& objects);
+    void placeInWorld(const SceneObjectPtr& object, const QMatrix4x4& world);
 
     void perform(std::unique_ptr<Change> change, Zar::StringRef name);
     void propertyChanged(SceneObject& object, const kyr::BoundProperty& property,
                          const lumo::Variant& before, const lumo::Variant& after,
                          vex::Flags<kyr::SetterFlag> flags);
     void setVersion(SceneObject& object, quint32 version);
-    void setDocumentVersion(quint32 version);
     void noteChange(SceneObject& object, ChangeAspects aspects);
+    void forgetChanges();
     void flushChanges();
 
     std::shared_ptr<Zar::ChangesController> m_controller;
@@ -136,11 +149,14 @@ private:
     std::vector<SceneObjectPtr> m_pending;
     QTimer m_flushTimer;
     QString m_filePath;
+    QUuid m_sceneKey = QUuid::createUuid();
     quint32 m_lastId = 0;
     quint32 m_lastVersion = 0;
     quint32 m_version = 0;
     quint32 m_savedVersion = 0;
     quint32 m_saveCount = 0;
+    bool m_structureChanged = false;
+    bool m_announcedModified = false;
 };
 
 /// The property at a dotted path, such as "transform.position"; invalid when there is none.

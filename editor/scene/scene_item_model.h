@@ -4,6 +4,7 @@
 #include <editor/scene/scene_object.h>
 
 #include <QAbstractItemModel>
+#include <QVariantMap>
 
 #include <unordered_set>
 
@@ -67,8 +68,9 @@ public:
 private:
     void followDocument();
     void emitChanges(const ObjectChanges& changes);
-    void reorderPersistent(SceneObject& parent, const std::vector<int>& oldRows);
-    bool setRowButtons(SceneObject& object, const QVariant& value);
+    void finishReordering(SceneObject& parent);
+    bool setRowButtons(SceneObject& object, const QVariantMap& states);
+    std::vector<SceneObjectPtr> draggedObjects(const QMimeData* data) const;
 
     SceneDocument& m_document;
     std::unordered_set<quint32> m_hovered;

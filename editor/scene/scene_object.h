@@ -68,20 +68,25 @@ public:
     CameraComponent* camera() const noexcept { return m_camera.get(); }
     MeshComponent* mesh() const noexcept { return m_mesh.get(); }
 
-    /// For objects that are free of a document.
+    // For objects that are free of a document.
+
     void append(SceneObjectPtr child);
     void setName(std::string name);
     void setVisible(bool visible);
     void setLocked(bool locked);
+    /// Asks for an identifier, which a document grants unless it is taken.
+    void setId(quint32 id);
 
     /// How a view left the branch; no change of the scene.
     void setExpanded(bool expanded) noexcept { m_expanded = expanded; }
 
 private:
     friend class SceneDocument;
-    friend class SceneTreeEdits;
+
+    static constexpr quint32 neverSaved = ~0u;
 
     SceneObject(ObjectKind kind, std::string name);
+    SceneObjectPtr copyValues() const;
 
     std::string m_name;
     std::vector<SceneObjectPtr> m_children;
@@ -99,8 +104,8 @@ private:
     // State of the values, and the one that the file holds.
     quint32 m_version = 0;
     quint32 m_savedVersion = 0;
-    // Which save of the document wrote the object last; a removed object misses saves.
-    quint32 m_savedIn = 0;
+    // Which save of the document wrote the object last; removed objects miss saves.
+    quint32 m_savedIn = neverSaved;
     // What of the object awaits notification, as `ChangeAspect` bits.
     unsigned char m_pendingAspects = 0;
     ObjectKind m_kind;

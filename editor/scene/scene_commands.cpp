@@ -1,0 +1,52 @@
+#include "scene_commands.h"
+
+#include <host/undo/commit_changes_scope.h>
+
+#include <algorithm>
+
+namespace editor {
+
+namespace {
+
+IAssetSelection::Objects referencesTo(const SceneObjects& objects)
+{
+    IAssetSelection::Objects references;
+    references.reserve(objects.size());
+    for (const SceneObjectPtr& object : objects)
+        references.emplace_back(object->reflected());
+    return references;
+}
+
+} // namespace
+
+SceneObjects selectedObjects(const SceneDocument& document, const IAssetSelection& selection)
+{
+    SceneObjects objects;
+    for (const kyr::PersistentObject& selected : selection.objects()) {
+        SceneObject* object = sceneObjectOf(selected.object());
+        if (document.contains(object))
+            objects.push_back(object->shared_from_this());
+    }
+    return objects;
+}
+
+bool removeSelected(SceneDocument& document, IAssetSelection& selection)
+{
+    const SceneObjects doomed = document.topmost(selectedObjects(document, selection));
+    if (doomed.empty())
+        return false;
+    const Zar::CommitChangesScope scope("Delete", document.changesController().get());
+    selection.clearSelection();
+    return document.remove(doomed);
+}
+
+bool duplicateSelected(SceneDocument& document, IAssetSelection& selection)
+{
+    const Zar::CommitChangesScope scope("Duplicate", document.changesController().get());
+    const SceneObjects copies = document.duplicate(selectedObjects(document, selection));
+    if (!copies.empty())
+        selection.setSelection(referencesTo(copies), false);
+    return !copies.empty();
+}
+
+} // namespace editor

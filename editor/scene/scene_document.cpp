@@ -1,0 +1,235 @@
+#include "scene_document.h"
+
+#include "object_reference.h"
+#include "scene_document_changes.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace editor {
+
+namespace {
+
+ChangeAspects aspectsOf(const SceneObject& object, const kyr::BoundProperty& property)
+{
+    if (property.object() == object.transform())
+        return ChangeAspect::Transform;
+    if (property.object() == object.material())
+        return ChangeAspect::Material;
+    if (property.object() == &object) {
+        const std::string& name = property.metaProperty()->name;
+        if (name == "name")
+            return ChangeAspect::Name;
+        if (name == "visible")
+            return ChangeAspect::Visibility;
+        if (name == "locked")
+            return ChangeAspect::Lock;
+    }
+    return ChangeAspect::Other;
+}
+
+/// `branch` and all below it; the children of an object stand together.
+std::vector<SceneObject*> allOf(SceneObject& branch)
+{
+    std::vector<SceneObject*> objects{&branch};
+    for (std::size_t i = 0; i < objects.size(); ++i) {
+        for (const SceneObjectPtr& child : objects[i]->children())
+            objects.push_back(child.get());
+    }
+    return objects;
+}
+
+} // namespace
+
+SceneDocument::SceneDocument(QObject* parent)
+    : QObject(parent)
+    , m_controller(std::make_shared<Zar::ChangesController>())
+    , m_root(SceneObject::create(ObjectKind::Scene, "Scene"))
+{
+    m_flushTimer.setSingleShot(true);
+    m_flushTimer.setInterval(0);
+    connect(&m_flushTimer, &QTimer::timeout, this, &SceneDocument::flushChanges);
+    // The stack moves when a step is complete: recorded, undone or redone.
+    connect(&undoStack(), &QUndoStack::indexChanged, this, &SceneDocument::flushChanges);
+    registerObjectReferences();
+    addReferenceScene(*this);
+    attach(*m_root);
+    markSaved({});
+}
+
+SceneDocument::~SceneDocument()
+{
+    removeReferenceScene(*this);
+    disconnect(&undoStack(), nullptr, this, nullptr);
+    undoStack().clear();
+    detach(*m_root);
+}
+
+void SceneDocument::open(SceneObjectPtr root, const QString& filePath)
+{
+    Q_EMIT aboutToReset();
+    undoStack().clear();
+    detach(*m_root);
+    m_root = std::move(root);
+    m_sceneKey = QUuid::createUuid();
+    m_lastId = 0;
+    for (const SceneObject* object : allOf(*m_root))
+        m_lastId = std::max(m_lastId, object->id());
+    attach(*m_root);
+    m_filePath = filePath;
+    declareSaved();
+    forgetChanges();
+    Q_EMIT reset();
+    Q_EMIT filePathChanged();
+    m_structureChanged = true;
+    flushChanges();
+}
+
+void SceneDocument::markSaved(const QString& filePath)
+{
+    declareSaved();
+    if (m_filePath != filePath) {
+        m_filePath = filePath;
+        Q_EMIT filePathChanged();
+    }
+    flushChanges();
+}
+
+void SceneDocument::declareSaved()
+{
+    const quint32 save = m_saveCount + 1;
+    for (SceneObject* object : allOf(*m_root)) {
+        if (object->isModified())
+            noteChange(*object, ChangeAspect::Modified);
+        object->m_savedVersion = object->m_version;
+        object->m_savedIn = save;
+    }
+    m_saveCount = save;
+    m_savedVersion = m_version;
+}
+
+QString SceneDocument::title() const
+{
+    return m_filePath.isEmpty() ? tr("Untitled") : QFileInfo(m_filePath).fileName();
+}
+
+SceneObject* SceneDocument::objectById(quint32 id) const noexcept
+{
+    const auto found = m_byId.find(id);
+    return found != m_byId.end() ? found->second : nullptr;
+}
+
+void SceneDocument::attach(SceneObject& branch)
+{
+    const std::vector<SceneObject*> objects = allOf(branch);
+    m_byId.reserve(m_byId.size() + objects.size());
+    for (SceneObject* object : objects) {
+        if (object->m_id == 0 || !m_byId.emplace(object->m_id, object).second) {
+            object->m_id = ++m_lastId;
+            m_byId.emplace(object->m_id, object);
+        }
+        object->m_document = this;
+        updateInherited(*object);
+    }
+}
+
+void SceneDocument::detach(SceneObject& branch)
+{
+    for (SceneObject* object : allOf(branch)) {
+        m_byId.erase(object->m_id);
+        object->m_document = nullptr;
+        object->m_pendingAspects = 0;
+    }
+}
+
+bool SceneDocument::updateInherited(SceneObject& object)
+{
+    const SceneObject* parent = object.m_parent;
+    const bool visible = object.m_visible && (!parent || parent->m_effectivelyVisible);
+    const bool locked = object.m_locked || (parent && parent->m_effectivelyLocked);
+    const bool changes =
+        visible != object.m_effectivelyVisible || locked != object.m_effectivelyLocked;
+    object.m_effectivelyVisible = visible;
+    object.m_effectivelyLocked = locked;
+    return changes;
+}
+
+void SceneDocument::spreadInherited(SceneObject& branch, ChangeAspects aspects)
+{
+    std::vector<SceneObject*> changed;
+    if (updateInherited(branch))
+        changed.push_back(&branch);
+    for (std::size_t i = 0; i < changed.size(); ++i) {
+        noteChange(*changed[i], aspects);
+        for (const SceneObjectPtr& child : changed[i]->m_children) {
+            if (updateInherited(*child))
+                changed.push_back(child.get());
+        }
+    }
+}
+
+void SceneDocument::propertyChanged(SceneObject& object, const kyr::BoundProperty& property,
+                                    const lumo::Variant& before, const lumo::Variant& after,
+                                    vex::Flags<kyr::SetterFlag> flags)
+{
+    const ChangeAspects aspects = aspectsOf(object, property);
+    noteChange(object, aspects);
+    if (aspects & (ChangeAspect::Visibility | ChangeAspect::Lock))
+        spreadInherited(object, aspects);
+    if (flags.has(kyr::SetterFlag::Replay) || m_controller->isReplaying())
+        return;
+    auto change = std::make_unique<PropertyChange>(*this, property, before, after);
+    change->stamp();
+    m_controller->record(std::move(change), "Set " + property.name());
+}
+
+void SceneDocument::perform(std::unique_ptr<Change> change, Zar::StringRef name)
+{
+    change->redo();
+    m_controller->record(std::move(change), name);
+}
+
+void SceneDocument::setVersion(SceneObject& object, quint32 version)
+{
+    const bool wasModified = object.isModified();
+    object.m_version = version;
+    if (object.isModified() != wasModified)
+        noteChange(object, ChangeAspect::Modified);
+}
+
+void SceneDocument::noteChange(SceneObject& object, ChangeAspects aspects)
+{
+    if (object.m_pendingAspects == 0) {
+        if (m_pending.empty())
+            m_flushTimer.start();
+        m_pending.push_back(object.shared_from_this());
+    }
+    object.m_pendingAspects |= static_cast<unsigned char>(int(aspects));
+}
+
+void SceneDocument::forgetChanges()
+{
+    for (const SceneObjectPtr& object : std::exchange(m_pending, {}))
+        object->m_pendingAspects = 0;
+}
+
+void SceneDocument::flushChanges()
+{
+    m_flushTimer.stop();
+    ObjectChanges changes;
+    changes.reserve(m_pending.size());
+    const SceneObjects pending = std::exchange(m_pending, {});
+    for (const SceneObjectPtr& object : pending) {
+        if (const int aspects = std::exchange(object->m_pendingAspects, 0))
+            changes.push_back({object.get(), ChangeAspects(aspects)});
+    }
+    if (std::exchange(m_announcedModified, isModified()) != isModified())
+        Q_EMIT modifiedChanged(isModified());
+    if (!changes.empty())
+        Q_EMIT objectsChanged(changes);
+    if (std::exchange(m_structureChanged, false))
+        Q_EMIT structureChanged();
+}
+
+} // namespace editor

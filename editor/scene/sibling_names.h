@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace editor {
+
+class SceneObject;
+
+/// Finds names that no child of one parent has yet. Linear in the children, once.
+class SiblingNames
+{
+public:
+    explicit SiblingNames(const SceneObject& parent);
+
+    /// `name` with the next free number behind it: "Lamp", "Lamp 2", "Lamp 3". Takes the name.
+    std::string next(const std::string& name);
+
+private:
+    std::unordered_set<std::string> m_taken;
+    std::unordered_map<std::string, int> m_lastNumber;
+};
+
+} // namespace editor
