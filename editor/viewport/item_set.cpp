@@ -1,0 +1,145 @@
+#include "item_set.h"
+
+namespace editor {
+
+namespace {
+
+// Distance in units of the ray's direction, before `limit`.
+std::optional<float> hitDistance(const ViewportItem& item, const Ray& ray, float limit)
+{
+    bool invertible = false;
+    const QMatrix4x4 toLocal = item.transform.inverted(&invertible);
+    if (invertible)
+        return item.geometry->hit({toLocal.map(ray.origin), toLocal.mapVector(ray.direction)},
+                                  limit);
+
+    // A space flattened to a plane has no way back; its triangles are met in the world.
+    std::optional<float> nearest;
+    for (quint32 i = 0; i < item.geometry->triangleCount(); ++i) {
+        Triangle triangle = item.geometry->triangle(i);
+        for (QVector3D& corner : triangle)
+            corner = item.transform.map(corner);
+        const auto distance = hitDistance(ray, triangle);
+        if (distance && *distance <= nearest.value_or(limit))
+            nearest = distance;
+    }
+    return nearest;
+}
+
+bool canBePicked(const ViewportItem& item)
+{
+    return item.visible && item.pickable;
+}
+
+} // namespace
+
+void ItemSet::assign(std::vector<ViewportItem> items)
+{
+    m_items.clear();
+    m_items.reserve(items.size());
+    m_indexOf.clear();
+    m_indexOf.reserve(int(items.size()));
+    std::vector<Box> boxes;
+    boxes.reserve(items.size());
+    for (ViewportItem& item : items) {
+        if (item.id == 0 || m_indexOf.contains(item.id))
+            continue;
+        m_indexOf.insert(item.id, quint32(m_items.size()));
+        boxes.push_back(item.bounds());
+        m_items.push_back(std::move(item));
+    }
+    m_tree = Bvh(std::move(boxes));
+}
+
+std::optional<quint32> ItemSet::update(const ViewportItem& item)
+{
+    const auto found = m_indexOf.constFind(item.id);
+    if (found == m_indexOf.constEnd())
+        return std::nullopt;
+    m_items[*found] = item;
+    m_tree.update(*found, item.bounds());
+    return *found;
+}
+
+const ViewportItem* ItemSet::find(quint32 id) const
+{
+    const auto found = m_indexOf.constFind(id);
+    return found == m_indexOf.constEnd() ? nullptr : &m_items[*found];
+}
+
+Box ItemSet::visibleBounds() const
+{
+    Box meshes;
+    Box markers;
+    for (quint32 i = 0; i < m_items.size(); ++i) {
+        if (m_items[i].visible && m_items[i].isMesh())
+            meshes.include(m_tree.box(i));
+        else if (m_items[i].visible && m_items[i].isMarker())
+            markers.include(m_tree.box(i));
+    }
+    return meshes.isEmpty() ? markers : meshes;
+}
+
+Box ItemSet::boundsOf(const std::vector<quint32>& ids) const
+{
+    Box box;
+    for (quint32 id : ids) {
+        const auto found = m_indexOf.constFind(id);
+        if (found != m_indexOf.constEnd())
+            box.include(m_tree.box(*found));
+    }
+    return box;
+}
+
+std::optional<ItemSet::Hit> ItemSet::pick(const OrbitCamera& camera, const QPointF& position) const
+{
+    std::optional<Hit> best;
+    const Ray ray = camera.rayAt(position);
+    m_tree.visitRay(ray, Box::infinity, [&](quint32 index, float& limit) {
+        const ViewportItem& item = m_items[index];
+        if (!item.isMesh() || !canBePicked(item))
+            return;
+        if (const auto distance = hitDistance(item, ray, limit)) {
+            limit = *distance;
+            best = Hit{item.id, *distance, ray.at(*distance)};
+        }
+    });
+
+    const QPointF reach = QPointF(1, 1) * double(markerRadius);
+    const ConvexVolume around = camera.volumeOf(QRectF(position - reach, position + reach));
+    m_tree.visitVolume(around, [&](quint32 index, ConvexVolume::Overlap) {
+        const ViewportItem& item = m_items[index];
+        if (!item.isMarker() || !canBePicked(item))
+            return true;
+        const QVector3D offset = item.origin() - ray.origin;
+        const float depth = QVector3D::dotProduct(offset, camera.forward());
+        const float drawnDepth = depth * (1.0f - markerLift);
+        const float radius = markerRadius * camera.pixelSize() * depth;
+        if ((!best || drawnDepth < best->depth) &&
+            (ray.at(depth) - item.origin()).length() <= radius)
+            best = Hit{item.id, drawnDepth, item.origin()};
+        return true;
+    });
+    return best;
+}
+
+std::vector<quint32> ItemSet::idsWithin(const OrbitCamera& camera, const QRectF& rectangle) const
+{
+    using Overlap = ConvexVolume::Overlap;
+    const ConvexVolume volume = camera.volumeOf(rectangle);
+    std::vector<quint32> indices;
+    m_tree.visitVolume(volume, [&](quint32 index, Overlap overlap) {
+        const ViewportItem& item = m_items[index];
+        const bool drawn = canBePicked(item) && (item.isMesh() || item.isMarker());
+        if (drawn && (overlap == Overlap::Full ||
+                      (item.isMesh() && item.geometry->meets(volume.mappedBack(item.transform)))))
+            indices.push_back(index);
+        return true;
+    });
+    std::sort(indices.begin(), indices.end());
+    for (quint32& index : indices)
+        index = m_items[index].id;
+    return indices;
+}
+
+} // namespace editor

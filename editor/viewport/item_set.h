@@ -1,0 +1,54 @@
+#pragma once
+
+#include "orbit_camera.h"
+#include "viewport_item.h"
+
+#include <QHash>
+
+namespace editor {
+
+/// The items of a viewport with a spatial index: answers what is under a pointer or a rectangle.
+/// Exact, to the triangle; needs no graphics.
+class ItemSet
+{
+public:
+    struct Hit
+    {
+        quint32 id;
+        float depth; ///< along the camera's forward direction
+        QVector3D point;
+    };
+
+    /// Distance in pixels from a marker's centre at which it is still hit.
+    static constexpr float markerRadius = 13.0f;
+    /// Share of its distance by which a marker is drawn nearer, so that the lamp around a light
+    /// does not hide it.
+    static constexpr float markerLift = 0.02f;
+
+    /// An item whose id is 0 or taken is left out. O(n log n).
+    void assign(std::vector<ViewportItem> items);
+    /// Replaces the item with that id, if there is one, and returns its index. O(log n).
+    std::optional<quint32> update(const ViewportItem& item);
+
+    const std::vector<ViewportItem>& items() const { return m_items; }
+    const ViewportItem* find(quint32 id) const;
+    /// The indices of all items, neighbours in space near each other.
+    const std::vector<quint32>& spatialOrder() const { return m_tree.order(); }
+    /// Around every item, also hidden ones. O(1).
+    Box bounds() const { return m_tree.bounds(); }
+    /// Around the visible meshes or, without any, the visible markers. O(n).
+    Box visibleBounds() const;
+    Box boundsOf(const std::vector<quint32>& ids) const;
+
+    /// The nearest item that is drawn at a position.
+    std::optional<Hit> pick(const OrbitCamera& camera, const QPointF& position) const;
+    /// The items drawn at least in part in a rectangle, also behind others, in their order.
+    std::vector<quint32> idsWithin(const OrbitCamera& camera, const QRectF& rectangle) const;
+
+private:
+    std::vector<ViewportItem> m_items;
+    QHash<quint32, quint32> m_indexOf;
+    Bvh m_tree;
+};
+
+} // namespace editor

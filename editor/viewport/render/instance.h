@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QColor>
+#include <QMatrix4x4>
+
+namespace editor {
+
+/// What the shaders read once for every drawn item: the upper three rows of its transform and its
+/// colour, 64 bytes in the layout of the vertex attributes.
+struct Instance
+{
+    float rows[3][4];
+    float color[4];
+
+    Instance(const QMatrix4x4& transform, const QColor& tint)
+        : color{float(tint.redF()), float(tint.greenF()), float(tint.blueF()), float(tint.alphaF())}
+    {
+        for (int row = 0; row < 3; ++row) {
+            for (int column = 0; column < 4; ++column)
+                rows[row][column] = transform(row, column);
+        }
+    }
+};
+static_assert(sizeof(Instance) == 64, "the vertex attributes rely on the layout");
+
+} // namespace editor

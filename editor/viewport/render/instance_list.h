@@ -1,0 +1,52 @@
+#pragma once
+
+#include "../mesh_geometry.h"
+#include "instance.h"
+
+namespace editor {
+
+/// Instances grouped into draw calls. Those of one mesh stand together; a long row of them is cut
+/// into chunks, each with the box around it, so that most of what is out of view is not drawn.
+class InstanceList
+{
+public:
+    enum class Shape
+    {
+        Mesh,
+        Marker
+    };
+
+    struct Entry
+    {
+        MeshGeometryPtr mesh;
+        Shape shape;
+        Instance instance;
+        Box bounds;
+    };
+    struct Chunk
+    {
+        MeshGeometryPtr mesh;
+        Shape shape;
+        quint32 first;
+        quint32 count;
+        Box bounds;
+    };
+
+    InstanceList() = default;
+    /// Entries near each other in `entries` should be near in space. O(n).
+    explicit InstanceList(const std::vector<Entry>& entries);
+
+    const std::vector<Instance>& instances() const { return m_instances; }
+    const std::vector<Chunk>& chunks() const { return m_chunks; }
+    /// Where entry `index` of the constructor stands among the instances.
+    quint32 slotOf(quint32 index) const { return m_slots[index]; }
+
+private:
+    static constexpr quint32 chunkSize = 512;
+
+    std::vector<Instance> m_instances;
+    std::vector<Chunk> m_chunks;
+    std::vector<quint32> m_slots;
+};
+
+} // namespace editor

@@ -1,0 +1,223 @@
+#include "viewport_controller.h"
+
+#include <cmath>
+
+namespace editor {
+
+namespace {
+
+constexpr double zoomPerWheelStep = 0.88;
+constexpr double wheelStep = 120.0; // Qt's unit of a wheel's notch
+constexpr double zoomPerPixel = 0.994;
+
+double countTriangles(const std::vector<ViewportItem>& items)
+{
+    double count = 0;
+    for (const ViewportItem& item : items)
+        count += item.geometry ? double(item.geometry->triangleCount()) : 0.0;
+    return count;
+}
+
+} // namespace
+
+ViewportController::ViewportController(QObject* parent) : QObject(parent) {}
+
+void ViewportController::setItems(std::vector<ViewportItem> items)
+{
+    m_items.assign(std::move(items));
+    m_triangleCount = countTriangles(m_items.items());
+    m_camera.setSceneBounds(m_items.bounds());
+    m_selectedIds.clear();
+    m_hoveredId = 0;
+    Q_EMIT itemsReset();
+    Q_EMIT selectionChanged();
+    Q_EMIT hoverChanged();
+    Q_EMIT cameraChanged();
+}
+
+void ViewportController::updateItem(const ViewportItem& item)
+{
+    if (const auto index = m_items.update(item)) {
+        m_camera.setSceneBounds(m_items.bounds());
+        Q_EMIT itemChanged(*index);
+    }
+}
+
+void ViewportController::setSelectedIds(const std::vector<quint32>& ids)
+{
+    std::vector<quint32> known;
+    known.reserve(ids.size());
+    std::copy_if(ids.begin(), ids.end(), std::back_inserter(known),
+                 [this](quint32 id) { return m_items.find(id) != nullptr; });
+    if (known == m_selectedIds)
+        return;
+    m_selectedIds = std::move(known);
+    Q_EMIT selectionChanged();
+}
+
+void ViewportController::setHoveredId(quint32 id)
+{
+    const quint32 known = m_items.find(id) ? id : 0;
+    if (known == m_hoveredId)
+        return;
+    m_hoveredId = known;
+    Q_EMIT hoverChanged();
+}
+
+void ViewportController::frame(const std::vector<quint32>& ids)
+{
+    m_camera.frame(m_items.boundsOf(ids));
+    Q_EMIT cameraChanged();
+}
+
+void ViewportController::frameSelected()
+{
+    if (m_selectedIds.empty())
+        frameAll();
+    else
+        frame(m_selectedIds);
+}
+
+void ViewportController::frameAll()
+{
+    m_camera.frame(m_items.visibleBounds());
+    Q_EMIT cameraChanged();
+}
+
+void ViewportController::lookFrom(qreal yaw, qreal pitch)
+{
+    m_camera.lookFrom(float(yaw), float(pitch));
+    Q_EMIT cameraChanged();
+}
+
+void ViewportController::setViewportSize(const QSizeF& size)
+{
+    if (size == m_camera.viewport())
+        return;
+    m_camera.setViewport(size);
+    Q_EMIT cameraChanged();
+}
+
+QRectF ViewportController::rubberBand() const
+{
+    const bool active = m_gesture.kind() == PointerGesture::Kind::RubberBand;
+    return active ? m_gesture.rectangle() : QRectF();
+}
+
+QPointF ViewportController::projectToScreen(quint32 id) const
+{
+    const Box box = m_items.boundsOf({id});
+    const auto position = box.isEmpty() ? std::nullopt : m_camera.project(box.centre());
+    return position.value_or(QPointF(qQNaN(), qQNaN()));
+}
+
+quint32 ViewportController::idAt(const QPointF& position) const
+{
+    const auto hit = m_items.pick(m_camera, position);
+    return hit ? hit->id : 0;
+}
+
+void ViewportController::press(const QPointF& position, int button, int modifiers)
+{
+    if (m_gesture.isActive())
+        return;
+    m_gesture.press(position, Qt::MouseButton(button), Qt::KeyboardModifiers(modifiers));
+}
+
+void ViewportController::move(const QPointF& position)
+{
+    if (!m_gesture.isActive()) {
+        hover(idAt(position));
+        return;
+    }
+    const auto before = m_gesture.kind();
+    const QPointF way = m_gesture.move(position);
+    gestureChanged(before);
+    drag(way);
+}
+
+void ViewportController::release(const QPointF& position, int button, int modifiers)
+{
+    if (Qt::MouseButton(button) != m_gesture.button())
+        return;
+    const QRectF band = rubberBand();
+    const Qt::KeyboardModifiers keys(modifiers);
+    const auto kind = m_gesture.release();
+    gestureChanged(kind);
+    if (kind == PointerGesture::Kind::Click)
+        click(position, keys);
+    else if (kind == PointerGesture::Kind::RubberBand)
+        Q_EMIT rubberBandSelected(m_items.idsWithin(m_camera, band), keys);
+}
+
+void ViewportController::click(const QPointF& position, Qt::KeyboardModifiers modifiers)
+{
+    if (m_gesture.button() == Qt::LeftButton)
+        Q_EMIT picked(idAt(position), modifiers);
+    else if (m_gesture.button() == Qt::RightButton)
+        Q_EMIT contextMenuRequested(idAt(position), position);
+}
+
+void ViewportController::drag(const QPointF& pixels)
+{
+    using Kind = PointerGesture::Kind;
+    switch (m_gesture.kind()) {
+    case Kind::Orbit:
+        m_camera.orbit(pixels);
+        break;
+    case Kind::Pan:
+        m_camera.pan(pixels);
+        break;
+    case Kind::Zoom:
+        m_camera.zoom(float(std::pow(zoomPerPixel, pixels.x() - pixels.y())), m_gesture.start());
+        break;
+    case Kind::RubberBand:
+        Q_EMIT rubberBandChanged();
+        return;
+    case Kind::None:
+    case Kind::Click:
+        return;
+    }
+    Q_EMIT cameraChanged();
+}
+
+void ViewportController::gestureChanged(PointerGesture::Kind before)
+{
+    if (before == PointerGesture::Kind::RubberBand)
+        Q_EMIT rubberBandChanged();
+    if (before != m_gesture.kind())
+        Q_EMIT activeDragChanged();
+}
+
+void ViewportController::doubleClick(const QPointF& position)
+{
+    if (const quint32 id = idAt(position))
+        Q_EMIT activated(id);
+}
+
+void ViewportController::wheel(const QPointF& position, qreal angleDelta)
+{
+    m_camera.zoom(float(std::pow(zoomPerWheelStep, angleDelta / wheelStep)), position);
+    Q_EMIT cameraChanged();
+}
+
+void ViewportController::leave()
+{
+    hover(0);
+}
+
+void ViewportController::cancel()
+{
+    gestureChanged(m_gesture.release());
+}
+
+void ViewportController::hover(quint32 id)
+{
+    if (id == m_hoveredId)
+        return;
+    m_hoveredId = id;
+    Q_EMIT hoverChanged();
+    Q_EMIT hovered(id);
+}
+
+} // namespace editor

@@ -1,0 +1,111 @@
+#pragma once
+
+#include "item_set.h"
+#include "orbit_camera.h"
+#include "pointer_gesture.h"
+
+#include <QObject>
+#include <QVariant>
+
+namespace editor {
+
+/// What a viewport shows and what its user does there, by ids alone. Holds items, camera, highlight
+/// and pointer; knows nothing of the scene document nor of graphics. Exposed to QML as the
+/// `controller` of Viewport3D, which may come and go while the controller stays.
+///
+/// GUI thread only. A slot of any signal may call anything here. The selection belongs to the host:
+/// a pick is only reported, and shows once the host calls setSelectedIds().
+class ViewportController : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QSizeF viewportSize READ viewportSize WRITE setViewportSize NOTIFY cameraChanged)
+    Q_PROPERTY(QRectF rubberBand READ rubberBand NOTIFY rubberBandChanged)
+    Q_PROPERTY(int itemCount READ itemCount NOTIFY itemsReset)
+    Q_PROPERTY(int selectedCount READ selectedCount NOTIFY selectionChanged)
+    Q_PROPERTY(double triangleCount READ triangleCount NOTIFY itemsReset)
+    Q_PROPERTY(int activeDrag READ activeDrag NOTIFY activeDragChanged)
+
+public:
+    explicit ViewportController(QObject* parent = nullptr);
+
+    /// The whole scene; forgets hover and selection and keeps the camera. 100,000 items take tens
+    /// of milliseconds, as geometry arrives ready for use.
+    void setItems(std::vector<ViewportItem> items);
+    /// One changed item; ignored when its id is unknown. O(log n).
+    void updateItem(const ViewportItem& item);
+
+    /// In the order of selection: the last one is the primary one. Unknown ids are kept out.
+    void setSelectedIds(const std::vector<quint32>& ids);
+    void setHoveredId(quint32 id);
+
+    /// Moves the camera so that the items fill the view. Does nothing for unknown ids alone.
+    void frame(const std::vector<quint32>& ids);
+    Q_INVOKABLE void frameSelected();
+    Q_INVOKABLE void frameAll();
+    Q_INVOKABLE void lookFrom(qreal yaw, qreal pitch);
+
+    const ItemSet& items() const { return m_items; }
+    const OrbitCamera& camera() const { return m_camera; }
+    const std::vector<quint32>& selectedIds() const { return m_selectedIds; }
+    quint32 hoveredId() const { return m_hoveredId; }
+    QSizeF viewportSize() const { return m_camera.viewport(); }
+    void setViewportSize(const QSizeF& size);
+    /// Invalid while there is none.
+    QRectF rubberBand() const;
+    int itemCount() const { return int(m_items.items().size()); }
+    int selectedCount() const { return int(m_selectedIds.size()); }
+    double triangleCount() const { return m_triangleCount; }
+    /// A PointerGesture::Kind, for the cursor's shape.
+    int activeDrag() const { return int(m_gesture.kind()); }
+
+    /// Where the middle of an item's bounds shows, in pixels of the viewport; x is NaN when it is
+    /// unknown or behind the eye.
+    Q_INVOKABLE QPointF projectToScreen(quint32 id) const;
+    /// The item drawn at a position; 0 when there is none.
+    Q_INVOKABLE quint32 idAt(const QPointF& position) const;
+
+    /// @name Input, called by Viewport3D
+    /// @{
+    Q_INVOKABLE void press(const QPointF& position, int button, int modifiers);
+    Q_INVOKABLE void move(const QPointF& position);
+    Q_INVOKABLE void release(const QPointF& position, int button, int modifiers);
+    Q_INVOKABLE void doubleClick(const QPointF& position);
+    Q_INVOKABLE void wheel(const QPointF& position, qreal angleDelta);
+    Q_INVOKABLE void leave();
+    Q_INVOKABLE void cancel();
+    /// @}
+
+Q_SIGNALS:
+    /// A click with the left button; 0 is empty space.
+    void picked(quint32 id, Qt::KeyboardModifiers modifiers);
+    void rubberBandSelected(const std::vector<quint32>& ids, Qt::KeyboardModifiers modifiers);
+    /// The user's pointer came over another item; 0 is none. Not emitted by setHoveredId().
+    void hovered(quint32 id);
+    /// A double click on an item.
+    void activated(quint32 id);
+    /// A click with the right button.
+    void contextMenuRequested(quint32 id, const QPointF& position);
+
+    void itemsReset();
+    void itemChanged(quint32 index);
+    void selectionChanged();
+    void hoverChanged();
+    void cameraChanged();
+    void rubberBandChanged();
+    void activeDragChanged();
+
+private:
+    void hover(quint32 id);
+    void drag(const QPointF& pixels);
+    void click(const QPointF& position, Qt::KeyboardModifiers modifiers);
+    void gestureChanged(PointerGesture::Kind before);
+
+    ItemSet m_items;
+    OrbitCamera m_camera;
+    PointerGesture m_gesture;
+    std::vector<quint32> m_selectedIds;
+    quint32 m_hoveredId = 0;
+    double m_triangleCount = 0;
+};
+
+} // namespace editor

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "mesh_geometry.h"
+
+#include <QColor>
+#include <QMatrix4x4>
+
+namespace editor {
+
+/// What the viewport knows of an object.
+struct ViewportItem
+{
+    enum class Kind
+    {
+        Mesh,
+        Light,
+        Camera,
+        Group
+    };
+
+    quint32 id = 0; ///< unique, never 0
+    Kind kind = Kind::Mesh;
+    MeshGeometryPtr geometry; ///< without one, a light or camera shows as a marker, others not
+    QMatrix4x4 transform;     ///< to the world; affine
+    QColor color = Qt::lightGray;
+    bool visible = true;
+    bool pickable = true; ///< false when locked: neither picked nor hovered nor rubber-banded
+
+    bool isMesh() const { return geometry != nullptr; }
+    bool isMarker() const { return !geometry && (kind == Kind::Light || kind == Kind::Camera); }
+    QVector3D origin() const { return transform.column(3).toVector3D(); }
+
+    /// In the world; a point for an item without geometry.
+    Box bounds() const
+    {
+        if (geometry)
+            return geometry->bounds().transformed(transform);
+        return {origin(), origin()};
+    }
+};
+
+} // namespace editor
