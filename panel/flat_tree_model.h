@@ -60,7 +60,7 @@ public:
     bool canFetchMore(const QModelIndex& parent) const override;
     void fetchMore(const QModelIndex& parent) override;
     /// The source's number of a role, -1 when it has none of that name.
-    int sourceRole(const QByteArray& name) const;
+    Q_INVOKABLE int sourceRole(const QByteArray& name) const;
 
     Q_INVOKABLE QModelIndex sourceIndex(int row) const;
     /// -1 when the row is below a collapsed one.

@@ -1,0 +1,32 @@
+#include <panel/flat_tree_model.h>
+#include <panel/icon_provider.h>
+#include <panel/row_handle.h>
+#include <panel/tree_navigator.h>
+
+#include <QQmlEngine>
+#include <QQmlExtensionPlugin>
+
+namespace kyr::panel {
+
+class SceneOutlinePanelPlugin : public QQmlExtensionPlugin
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID QQmlExtensionInterface_iid)
+
+public:
+    void registerTypes(const char* uri) override
+    {
+        qmlRegisterType<FlatTreeModel>(uri, 1, 0, "FlatTreeModel");
+        qmlRegisterType<TreeNavigator>(uri, 1, 0, "TreeNavigator");
+        qmlRegisterType<RowHandle>(uri, 1, 0, "RowHandle");
+    }
+
+    void initializeEngine(QQmlEngine* engine, const char*) override
+    {
+        engine->addImageProvider(QLatin1String(IconProvider::name), new IconProvider);
+    }
+};
+
+} // namespace kyr::panel
+
+#include "plugin.moc"

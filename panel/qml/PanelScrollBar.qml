@@ -1,0 +1,21 @@
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+
+ScrollBar {
+    id: bar
+
+    property QtObject style
+
+    policy: size < 1 ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
+    minimumSize: 0.04
+    padding: 2
+    implicitWidth: 11
+
+    contentItem: Rectangle {
+        implicitWidth: 7
+        radius: 3
+        color: bar.style.blend(bar.style.base, bar.style.text,
+                               bar.pressed ? 0.5 : bar.hovered ? 0.4 : 0.25)
+    }
+    background: null
+}

@@ -1,0 +1,21 @@
+#include "row_handle.h"
+
+namespace kyr::panel {
+
+bool RowHandle::assign(int row)
+{
+    const QModelIndex index = m_flat ? m_flat->sourceIndex(row) : QModelIndex();
+    // A row that was removed meanwhile left an invalid index behind, which is still a change.
+    if (m_index == index && m_assigned == index.isValid())
+        return false;
+    m_index = index;
+    m_assigned = index.isValid();
+    return true;
+}
+
+int RowHandle::row() const
+{
+    return m_flat ? m_flat->nearestRow(m_index) : -1;
+}
+
+} // namespace kyr::panel

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <panel/flat_tree_model.h>
+
+#include <QObject>
+#include <QPersistentModelIndex>
+#include <QPointer>
+
+namespace kyr::panel {
+
+/// Remembers what a row of a flat tree stands for while rows come and go.
+class KYR_SCENE_OUTLINE_PANEL_EXPORT RowHandle : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(kyr::panel::FlatTreeModel* flatModel MEMBER m_flat NOTIFY flatModelChanged)
+    Q_PROPERTY(QModelIndex sourceIndex READ sourceIndex)
+
+public:
+    using QObject::QObject;
+
+    QModelIndex sourceIndex() const { return m_index; }
+    /// Takes the row, or nothing for -1; false when that is what the handle already stood for.
+    Q_INVOKABLE bool assign(int row);
+    /// Where that row, or its nearest visible ancestor, is now; -1 when it is gone.
+    Q_INVOKABLE int row() const;
+
+Q_SIGNALS:
+    void flatModelChanged();
+
+private:
+    QPointer<FlatTreeModel> m_flat;
+    QPersistentModelIndex m_index;
+    bool m_assigned = false;
+};
+
+} // namespace kyr::panel

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QItemSelectionModel>
+#include <QObject>
+#include <QQmlComponent>
+#include <QStringList>
+
+#include <utility>
+
+/// What the panel uses of a scene browser, with a list of the calls that it made.
+class FakeBrowser : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QAbstractItemModel* model READ model CONSTANT)
+    Q_PROPERTY(QItemSelectionModel* selectionModel READ selectionModel CONSTANT)
+    Q_PROPERTY(QObject* headerPanel MEMBER m_headerPanel NOTIFY headerPanelChanged)
+    Q_PROPERTY(QObject* footerPanel MEMBER m_footerPanel NOTIFY footerPanelChanged)
+
+public:
+    explicit FakeBrowser(QAbstractItemModel* model)
+        : m_model(model)
+        , m_selection(model)
+    {}
+
+    QAbstractItemModel* model() const { return m_model; }
+    QItemSelectionModel* selectionModel() { return &m_selection; }
+    QStringList takeCalls() { return std::exchange(m_calls, {}); }
+
+    Q_INVOKABLE void syncHover(const QModelIndex& index) { called("hover", index); }
+    Q_INVOKABLE void resetHover() { m_calls += QStringLiteral("unhover"); }
+    Q_INVOKABLE void onDoubleClicked(const QModelIndex& index) { called("activate", index); }
+    Q_INVOKABLE void requestMenu() { m_calls += QStringLiteral("menu"); }
+    Q_INVOKABLE void selectAll() { m_calls += QStringLiteral("select all"); }
+
+Q_SIGNALS:
+    void headerPanelChanged();
+    void footerPanelChanged();
+    void expandAllRequested();
+    void collapseAllRequested();
+    void onShowItem(const QModelIndex& index);
+
+private:
+    void called(const char* what, const QModelIndex& index)
+    {
+        m_calls += QLatin1String(what) + QLatin1Char(' ') + index.data().toString();
+    }
+
+    QAbstractItemModel* m_model;
+    QItemSelectionModel m_selection;
+    QObject* m_headerPanel = nullptr;
+    QObject* m_footerPanel = nullptr;
+    QStringList m_calls;
+};
