@@ -6,6 +6,8 @@
 #include <QAbstractItemModel>
 #include <QSignalBlocker>
 
+#include <utility>
+
 namespace kyr::selection {
 
 RowSelectionModel::RowSelectionModel(QAbstractItemModel* model, QObject* parent)
@@ -105,8 +107,12 @@ void RowSelectionModel::saveLayout(bool sortsRows)
 // each is put into row order on its own.
 void RowSelectionModel::restoreLayout()
 {
-    m_ranges = restoredCells(std::exchange(m_savedRanges, {}), m_sortsRows);
-    m_current = restoredCells(std::exchange(m_savedCurrent, {}), m_sortsRows);
+    const std::vector<SavedCells> ranges = std::exchange(m_savedRanges, {});
+    const std::vector<SavedCells> current = std::exchange(m_savedCurrent, {});
+    if (ranges.empty() && current.empty())
+        return;
+    m_ranges = restoredCells(ranges, m_sortsRows);
+    m_current = restoredCells(current, m_sortsRows);
     store(merged(m_ranges, m_current, m_currentCommand));
 }
 

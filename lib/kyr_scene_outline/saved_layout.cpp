@@ -21,7 +21,8 @@ bool canBeSelected(const QModelIndex& index)
     return (index.flags() & needed) == needed;
 }
 
-std::vector<Run> sortedRuns(std::vector<SavedCells>& cells)
+// Whole rows sort by their place alone, single cells by parent first, as the stock model has it.
+std::vector<Run> sortedRuns(const std::vector<SavedCells>& cells, bool wholeRows)
 {
     std::vector<Run> runs;
     runs.reserve(cells.size());
@@ -29,7 +30,9 @@ std::vector<Run> sortedRuns(std::vector<SavedCells>& cells)
         if (saved.first.isValid())
             runs.push_back({saved.first, saved.columns, saved.first.parent()});
     }
-    std::stable_sort(runs.begin(), runs.end(), [](const Run& a, const Run& b) {
+    std::stable_sort(runs.begin(), runs.end(), [wholeRows](const Run& a, const Run& b) {
+        if (!wholeRows && a.parent != b.parent)
+            return a.parent < b.parent;
         return a.first < b.first || (a.first == b.first && a.columns < b.columns);
     });
     return runs;
@@ -95,9 +98,9 @@ std::vector<SavedCells> savedCells(const QItemSelection& ranges, bool wholeRows)
     return cells;
 }
 
-QItemSelection restoredCells(std::vector<SavedCells> cells, bool wholeRows)
+QItemSelection restoredCells(const std::vector<SavedCells>& cells, bool wholeRows)
 {
-    const std::vector<Run> runs = sortedRuns(cells);
+    const std::vector<Run> runs = sortedRuns(cells, wholeRows);
     return joinedRows(wholeRows ? runs : joinedColumns(runs));
 }
 

@@ -19,6 +19,6 @@ struct SavedCells
 std::vector<SavedCells> savedCells(const QItemSelection& ranges, bool wholeRows);
 
 /// The cells where they are now, sorted and joined into ranges.
-QItemSelection restoredCells(std::vector<SavedCells> cells, bool wholeRows);
+QItemSelection restoredCells(const std::vector<SavedCells>& cells, bool wholeRows);
 
 } // namespace kyr::selection

@@ -47,7 +47,8 @@ void SceneBrowserData::setColumnsModel(QAbstractItemModel* columnsModel,
 
     m_checkableProxy = std::make_unique<SceneBrowserCheckableProxyModel>();
     m_checkableProxy->setSourceModel(columnsModel);
-    m_checkableProxy->setSelectionModel(selectionModel);
+    if (selectionModel)
+        m_checkableProxy->setSelectionModel(selectionModel);
 
     m_checkableColumnsModel = std::make_unique<BaseFilterProxyModel>(nullptr);
     m_checkableColumnsModel->setDynamicSortFilter(true);

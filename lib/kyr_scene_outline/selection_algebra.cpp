@@ -5,6 +5,9 @@
 #include <QAbstractItemModel>
 #include <QHash>
 
+#include <algorithm>
+#include <vector>
+
 namespace kyr::selection {
 namespace {
 
@@ -30,39 +33,72 @@ RangeKey keyOf(const QItemSelectionRange& range)
     return {range.topLeft(), range.bottomRight()};
 }
 
-// Drops the ranges that both lists hold, one for one.
-void removeCommon(QItemSelection& first, QItemSelection& second)
+// The places of each range in a list, looked up from a place onwards.
+class RangePlaces
 {
-    int start = 0;
-    const int shorter = std::min(first.size(), second.size());
-    while (start < shorter && first.at(start) == second.at(start))
-        ++start;
-    QHash<RangeKey, int> counts;
-    counts.reserve(second.size() - start);
-    for (int i = start; i < second.size(); ++i)
-        ++counts[keyOf(second.at(i))];
+public:
+    RangePlaces(const QItemSelection& ranges, int first)
+    {
+        m_places.reserve(ranges.size() - first);
+        for (int place = first; place < ranges.size(); ++place)
+            m_places[keyOf(ranges.at(place))].push_back(place);
+    }
 
-    QHash<RangeKey, int> common;
-    QItemSelection firstRest;
-    for (int i = start; i < first.size(); ++i) {
-        const auto count = counts.find(keyOf(first.at(i)));
-        if (count != counts.end() && *count > 0) {
-            --*count;
-            ++common[count.key()];
-        } else {
-            firstRest.append(first.at(i));
+    /// Takes out the first place of `range` that is not before `from`; -1 when there is none.
+    int take(const QItemSelectionRange& range, int from)
+    {
+        const auto found = m_places.find(keyOf(range));
+        if (found == m_places.end())
+            return -1;
+        const auto place = std::lower_bound(found->begin(), found->end(), from);
+        if (place == found->end())
+            return -1;
+        const int taken = *place;
+        found->erase(place);
+        return taken;
+    }
+
+private:
+    QHash<RangeKey, std::vector<int>> m_places;
+};
+
+// Drops pairs of equal ranges. The stock model passes over some of the pairs and leaves them to
+// the comparison of cells, which shows where ranges overlap; the same pairs stay here.
+void removeEqualRanges(QItemSelection& deselected, QItemSelection& selected)
+{
+    int same = 0;
+    const int shorter = std::min(deselected.size(), selected.size());
+    while (same < shorter && deselected.at(same) == selected.at(same))
+        ++same;
+
+    RangePlaces places(selected, same);
+    std::vector<bool> kept(static_cast<std::size_t>(selected.size()), true);
+    std::fill_n(kept.begin(), same, false);
+    QItemSelection deselectedRest;
+    bool paired = same > 0;
+    int from = same;
+    for (int i = same; i < deselected.size(); ++i) {
+        const int place = places.take(deselected.at(i), from);
+        if (place >= 0) {
+            kept[static_cast<std::size_t>(place)] = false;
+            paired = true;
+            from = place;
+            continue;
         }
+        deselectedRest.append(deselected.at(i));
+        // After a round without a pair the stock model skips the range that follows.
+        if (!paired && i + 1 < deselected.size())
+            deselectedRest.append(deselected.at(++i));
+        paired = false;
+        from = same;
     }
-    QItemSelection secondRest;
-    for (int i = start; i < second.size(); ++i) {
-        const auto count = common.find(keyOf(second.at(i)));
-        if (count != common.end() && *count > 0)
-            --*count;
-        else
-            secondRest.append(second.at(i));
+    QItemSelection selectedRest;
+    for (int i = same; i < selected.size(); ++i) {
+        if (kept[static_cast<std::size_t>(i)])
+            selectedRest.append(selected.at(i));
     }
-    first = std::move(firstRest);
-    second = std::move(secondRest);
+    deselected = std::move(deselectedRest);
+    selected = std::move(selectedRest);
 }
 
 // What is left of `ranges` without the cells of `others`; true when they shared any.
@@ -140,7 +176,7 @@ Difference difference(const QItemSelection& before, const QItemSelection& after)
         return {};
     if (before.isEmpty() || after.isEmpty())
         return change;
-    removeCommon(change.deselected, change.selected);
+    removeEqualRanges(change.deselected, change.selected);
     if (change.selected.isEmpty() || change.deselected.isEmpty())
         return change;
     const QItemSelection selected = change.selected;

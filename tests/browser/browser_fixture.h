@@ -1,0 +1,91 @@
+#pragma once
+
+#include <host/scene/recorded_asset_selection.h>
+#include <kyr_scene_outline/scene_browser_data.h>
+#include <support/message_log.h>
+#include <support/tree_model.h>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+namespace test {
+
+inline std::string names(const IAssetSelection::Objects& objects)
+{
+    std::string text;
+    for (const kyr::PersistentObject& object : objects)
+        text += (text.empty() ? "" : " ") + object.object().reference().name();
+    return text;
+}
+
+inline std::string names(const QItemSelection& selection)
+{
+    std::string text;
+    for (const QModelIndex& index : selection.indexes())
+        text += (text.empty() ? "" : " ") + index.data().toString().toStdString();
+    return text;
+}
+
+/// Writes down every call that changes the selection.
+class LoggedAssetSelection : public RecordedAssetSelection
+{
+public:
+    using RecordedAssetSelection::RecordedAssetSelection;
+
+    void setSelection(Objects objects, bool keepPresent) override
+    {
+        m_log += "set(" + names(objects) + ") ";
+        if (onSet)
+            onSet();
+        RecordedAssetSelection::setSelection(std::move(objects), keepPresent);
+    }
+    void setHoveredObjects(Objects objects) override
+    {
+        m_log += "hover(" + names(objects) + ") ";
+        lastHovered = objects;
+        RecordedAssetSelection::setHoveredObjects(std::move(objects));
+    }
+    std::string takeLog() { return std::exchange(m_log, {}); }
+
+    std::function<void()> onSet;
+    Objects lastHovered;
+
+private:
+    std::string m_log;
+};
+
+class BrowserTest : public testing::Test
+{
+protected:
+    void create(const std::string& tree, int columns = 1)
+    {
+        model = std::make_unique<TreeModel>(tree, columns);
+        assetModel = std::make_unique<TreeAssetModel>(model.get());
+        browser = std::make_unique<SceneBrowserData>(assetModel.get(), &selection, nullptr);
+    }
+
+    IAssetSelection::Objects objects(const std::vector<std::string>& rows) const
+    {
+        IAssetSelection::Objects list;
+        for (const std::string& row : rows)
+            list.emplace_back(model->object(row));
+        return list;
+    }
+    std::string selectedRows() const { return names(browser->selectionModel()->selection()); }
+    void selectRow(const std::string& row,
+                   QItemSelectionModel::SelectionFlags flags = QItemSelectionModel::ClearAndSelect)
+    {
+        browser->selectionModel()->select(model->find(row), flags);
+    }
+
+    MessageLog messages;
+    std::shared_ptr<Zar::ChangesController> changes = std::make_shared<Zar::ChangesController>();
+    LoggedAssetSelection selection{changes};
+    std::unique_ptr<TreeModel> model;
+    std::unique_ptr<TreeAssetModel> assetModel;
+    std::unique_ptr<SceneBrowserData> browser;
+};
+
+} // namespace test

@@ -1,0 +1,180 @@
+#include "browser_fixture.h"
+
+#include <QAbstractItemModelTester>
+#include <QStandardItemModel>
+
+using test::BrowserTest;
+
+namespace {
+
+constexpr int orderRole = Qt::UserRole + 1;
+
+class ColumnsTest : public BrowserTest
+{
+protected:
+    ColumnsTest()
+    {
+        create("a");
+        columns.setItemRoleNames({{Qt::DisplayRole, "display"},
+                                  {orderRole, "columnOrder"},
+                                  {Qt::CheckStateRole, "otherName"}});
+        auto* group = add(columns.invisibleRootItem(), "Transform", 0);
+        add(group, "position", 3);
+        add(group, "rotation", 10);
+        add(columns.invisibleRootItem(), "type", 1);
+        chosen.setModel(&columns);
+    }
+
+    static QStandardItem* add(QStandardItem* parent, const char* name, int order)
+    {
+        auto item = std::make_unique<QStandardItem>(name);
+        item->setData(order, orderRole);
+        parent->appendRow(item.get());
+        return item.release();
+    }
+
+    QModelIndex checkable(const char* name) const
+    {
+        const QAbstractItemModel* list = browser->checkableColumnsModel();
+        const QModelIndexList found = list->match(list->index(0, 0), Qt::DisplayRole, name, 1,
+                                                  Qt::MatchExactly | Qt::MatchRecursive);
+        return found.isEmpty() ? QModelIndex() : found.first();
+    }
+    void check(const char* name, bool on)
+    {
+        browser->checkableColumnsModel()->setData(checkable(name), on ? Qt::Checked : Qt::Unchecked,
+                                                  Qt::CheckStateRole);
+    }
+    static std::string rows(const QAbstractItemModel* list, const QModelIndex& parent = {})
+    {
+        std::string text;
+        for (int row = 0; row < list->rowCount(parent); ++row) {
+            const QModelIndex index = list->index(row, 0, parent);
+            text += index.data().toString().toStdString() + " " + rows(list, index);
+        }
+        return text;
+    }
+    std::string selectedColumns() const { return rows(browser->selectedColumnsModel()); }
+
+    QStandardItemModel columns;
+    QItemSelectionModel chosen;
+};
+
+} // namespace
+
+TEST_F(ColumnsTest, commandsDoNothingBeforeThereAreColumns)
+{
+    EXPECT_EQ(nullptr, browser->columnsModel());
+    EXPECT_EQ(nullptr, browser->checkableColumnsModel());
+    EXPECT_EQ(nullptr, browser->selectedColumnsModel());
+    browser->setColumnsFilter("x");
+    browser->clearSelectedColumns();
+    browser->removeFromSelectedColumns({columns.index(0, 0)});
+
+    for (QAbstractItemModel* source :
+         {static_cast<QAbstractItemModel*>(&columns), static_cast<QAbstractItemModel*>(nullptr)}) {
+        browser->setColumnsModel(source, nullptr);
+        browser->setColumnsFilter("x");
+        browser->clearSelectedColumns();
+        browser->removeFromSelectedColumns({QModelIndex()});
+    }
+}
+
+TEST_F(ColumnsTest, checkingALeafChoosesItsColumnInColumnOrder)
+{
+    browser->setColumnsModel(&columns, &chosen);
+    const QAbstractItemModelTester tester(browser->checkableColumnsModel());
+    check("rotation", true);
+    check("type", true);
+    check("position", true);
+    EXPECT_EQ("type position rotation ", selectedColumns());
+    EXPECT_TRUE(chosen.isSelected(columns.item(1)->index()));
+    check("position", false);
+    EXPECT_EQ("type rotation ", selectedColumns());
+
+    EXPECT_FALSE(checkable("Transform").flags() & Qt::ItemIsUserCheckable);
+    EXPECT_TRUE(checkable("type").flags() & Qt::ItemIsUserCheckable);
+    const auto names = browser->checkableColumnsModel()->roleNames();
+    EXPECT_EQ("checked", names.value(Qt::CheckStateRole));
+    EXPECT_EQ("columnOrder", names.value(orderRole));
+}
+
+TEST_F(ColumnsTest, theFilterKeepsTheGroupsOfMatchingColumns)
+{
+    browser->setColumnsModel(&columns, &chosen);
+    for (const auto& [filter, shown] : {std::pair("POS", "Transform position "),
+                                        {"pos", "Transform position "},
+                                        {"type", "type "},
+                                        {"nothing", ""},
+                                        {"", "Transform position rotation type "}}) {
+        browser->setColumnsFilter(filter);
+        EXPECT_EQ(shown, rows(browser->checkableColumnsModel())) << filter;
+    }
+}
+
+TEST_F(ColumnsTest, removingAndClearingGoThroughTheSelection)
+{
+    browser->setColumnsModel(&columns, &chosen);
+    for (const char* name : {"type", "position", "rotation"})
+        check(name, true);
+    int announced = 0;
+    QObject::connect(&chosen, &QItemSelectionModel::selectionChanged, [&] { ++announced; });
+    const QAbstractItemModel* selected = browser->selectedColumnsModel();
+    browser->removeFromSelectedColumns({});
+    EXPECT_EQ(0, announced);
+    browser->removeFromSelectedColumns({selected->index(0, 0), selected->index(2, 0)});
+    EXPECT_EQ(1, announced);
+    EXPECT_EQ("position ", selectedColumns());
+    browser->clearSelectedColumns();
+    EXPECT_EQ("", selectedColumns());
+    EXPECT_EQ(Qt::Unchecked, checkable("position").data(Qt::CheckStateRole).toInt());
+}
+
+TEST_F(ColumnsTest, anotherColumnsModelBringsNewProxies)
+{
+    browser->setColumnsModel(&columns, &chosen);
+    const QAbstractItemModel* before = browser->selectedColumnsModel();
+    QStandardItemModel others;
+    others.appendRow(std::make_unique<QStandardItem>("b").release());
+    others.appendRow(std::make_unique<QStandardItem>("a").release());
+    QItemSelectionModel otherChosen(&others);
+    otherChosen.select(QItemSelection(others.index(0, 0), others.index(1, 0)),
+                       QItemSelectionModel::Select);
+    int announced = 0;
+    QObject::connect(browser.get(), &SceneBrowserData::columnsModelChanged, [&] { ++announced; });
+    browser->setColumnsModel(&others, &otherChosen);
+    EXPECT_EQ(1, announced);
+    EXPECT_NE(before, browser->selectedColumnsModel());
+    EXPECT_EQ("a b ", selectedColumns());
+    browser->setColumnsModel(nullptr, nullptr);
+}
+
+TEST_F(BrowserTest, columnDialogRequestsReachTheSubscribersInOrder)
+{
+    create("a");
+    std::string log;
+    browser->showColumnsDialog();
+    std::vector<vex::Connection> connections;
+    connections.push_back(browser->connectShowColumnsDialog([&] { log += "1"; }));
+    connections.push_back(browser->connectShowColumnsDialog([&] {
+        log += "2";
+        connections.push_back(browser->connectShowColumnsDialog([&] { log += "4"; }));
+        connections[0].disconnect();
+    }));
+    connections.push_back(browser->connectShowColumnsDialog([&] { log += "3"; }));
+    {
+        [[maybe_unused]] const auto dropped =
+            browser->connectShowColumnsDialog([&] { log += "x"; });
+    }
+    browser->showColumnsDialog();
+    EXPECT_EQ("123", log);
+    connections[1].disconnect();
+    log.clear();
+    browser->showColumnsDialog();
+    EXPECT_EQ("34", log);
+
+    const auto last = browser->connectShowColumnsDialog([&] { browser.reset(); });
+    SceneBrowserData* gone = browser.get();
+    gone->showColumnsDialog();
+    EXPECT_EQ(nullptr, browser);
+}
