@@ -1,0 +1,182 @@
+#include <host/variant/value_types.h>
+#include <host/variant/variant.h>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <atomic>
+#include <cstdlib>
+#include <limits>
+#include <memory>
+#include <new>
+
+namespace {
+std::atomic<int> allocations = 0;
+}
+
+void* operator new(std::size_t size)
+{
+    ++allocations;
+    if (void* memory = std::malloc(size == 0 ? 1 : size))
+        return memory;
+    throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+namespace {
+
+using lumo::Variant;
+
+struct Large
+{
+    std::array<double, 16> numbers{};
+};
+
+struct NoDefault
+{
+    explicit NoDefault(int n) : number(n) {}
+    int number;
+};
+
+TEST(Variant, SmallValuesNeedNoAllocation)
+{
+    const int before = allocations;
+    {
+        Variant numbers(1.5);
+        Variant colour(lumo::Color{1, 0.5f, 0.25f, 1});
+        Variant text(std::string("short"));
+        const Variant copy = colour;
+        numbers = text;
+        text = Variant(lumo::Vector4{1, 2, 3, 4});
+        ASSERT_EQ(*numbers.tryGet<std::string>(), "short");
+        ASSERT_TRUE(copy == colour);
+    }
+    EXPECT_EQ(allocations, before);
+}
+
+TEST(Variant, CopiesOfLargeValuesShareOneUntilChanged)
+{
+    Variant first{Large{}};
+    Variant second = first;
+    EXPECT_EQ(first.tryGet<Large>(), second.tryGet<Large>());
+    EXPECT_TRUE(first == second);
+    second.tryGetMutable<Large>()->numbers[3] = 7;
+    EXPECT_FALSE(first == second);
+    EXPECT_EQ(first.tryGet<Large>()->numbers[3], 0);
+    const Large* alone = second.tryGet<Large>();
+    EXPECT_EQ(second.tryGetMutable<Large>(), alone);
+}
+
+TEST(Variant, AssignmentReleasesAndMovesEmptyTheSource)
+{
+    const auto tracked = std::make_shared<int>(1);
+    Variant holder(tracked);
+    Variant moved = std::move(holder);
+    EXPECT_TRUE(holder.isVoid());
+    EXPECT_EQ(tracked.use_count(), 2);
+    Variant& same = moved;
+    moved = same;
+    EXPECT_EQ(tracked.use_count(), 2);
+    moved = Variant(3);
+    EXPECT_EQ(tracked.use_count(), 1);
+    EXPECT_EQ(moved.cast<int>(), 3);
+}
+
+TEST(Variant, ReadsThroughPointersAndHandsOutAddresses)
+{
+    std::string text = "pointed at";
+    std::string* none = nullptr;
+    volatile int restless = 1;
+    const Variant direct(text);
+    EXPECT_EQ(*Variant(&text).tryGet<std::string>(), "pointed at");
+    EXPECT_EQ(*Variant(&std::as_const(text)).tryGet<std::string>(), "pointed at");
+    EXPECT_EQ(Variant(none).tryGet<std::string>(), nullptr);
+    EXPECT_EQ(Variant(&restless).tryGet<int>(), nullptr);
+    EXPECT_FALSE(Variant(&text).holds<std::string>());
+    EXPECT_EQ(direct.cast<const std::string*>(), direct.tryGet<std::string>());
+    EXPECT_THROW(direct.cast<std::string*>(), lumo::VariantCastError);
+    EXPECT_THROW(Variant(1).cast<NoDefault>(), lumo::VariantCastError);
+    EXPECT_THROW(Variant().cast<int>(), lumo::VariantCastError);
+}
+
+TEST(Variant, EqualValuesOfOneTypeAreEqualAndHashAlike)
+{
+    EXPECT_TRUE(Variant() == Variant());
+    EXPECT_FALSE(Variant() == Variant(0));
+    EXPECT_FALSE(Variant(0) == Variant(0u));
+    EXPECT_TRUE(Variant(0.0) == Variant(-0.0));
+    EXPECT_EQ(Variant(0.0).hash(), Variant(-0.0).hash());
+    EXPECT_EQ(Variant(lumo::Vector2{0, 1}).hash(), Variant(lumo::Vector2{-0.0f, 1}).hash());
+    EXPECT_FALSE(Variant(NoDefault(1)) == Variant(NoDefault(1)));
+    // Known values of the hash function.
+    EXPECT_EQ(Variant("").hash(), 0xcbf29ce484222325u);
+    EXPECT_EQ(Variant("a").hash(), 0xaf63dc4c8601ec8cu);
+    EXPECT_EQ(Variant("foobar").hash(), 0x85944171f73967e8u);
+}
+
+TEST(Variant, MetaTypesDescribe)
+{
+    const auto& pointer = lumo::metaTypeOf<const int*>();
+    EXPECT_EQ(*pointer.pointee(), typeid(int));
+    EXPECT_EQ(pointer.pointerQualifiers(), 1u);
+    EXPECT_EQ(pointer.size(), sizeof(int*));
+    EXPECT_EQ(pointer.name(), typeid(const int*).name());
+    EXPECT_EQ(lumo::metaTypeOf<int>().pointee(), nullptr);
+    EXPECT_TRUE(Variant().type() == lumo::metaTypeOf<void>());
+    EXPECT_TRUE(Variant::defaultOf(lumo::metaTypeOf<NoDefault>()).isVoid());
+    EXPECT_EQ(Variant::defaultOf(lumo::metaTypeOf<int>()).cast<int>(), 0);
+}
+
+TEST(Variant, StreamsGiveValuesBack)
+{
+    const std::string text("say \"hi\" \\ \0 ", 13);
+    lumo::TextStream words;
+    lumo::BinaryStream bytes;
+    Zar::BinaryOStream out;
+    for (const Variant& value : {Variant(text), Variant(0.1f), Variant(true)}) {
+        value.payload()->write(words);
+        value.payload()->write(bytes);
+        value.payload()->write(out);
+    }
+    Zar::BinaryIStream in(out.bytes());
+    const auto expectBack = [&text](auto& stream) {
+        Variant string(""), number(0.0f), flag(false);
+        string.payload()->read(stream);
+        number.payload()->read(stream);
+        flag.payload()->read(stream);
+        EXPECT_EQ(*string.tryGet<std::string>(), text);
+        EXPECT_EQ(*number.tryGet<float>(), 0.1f);
+        EXPECT_TRUE(*flag.tryGet<bool>());
+    };
+    expectBack(words);
+    expectBack(bytes);
+    expectBack(in);
+    EXPECT_EQ(words.text().substr(0, 11), "\"say \\\"hi\\\"");
+}
+
+TEST(Variant, StreamsThatEndTooEarlyLeaveTheValue)
+{
+    Zar::BinaryOStream out;
+    out.appendPackedInt(300);
+    out.append("abc", 3);
+    EXPECT_EQ(out.bytes().substr(0, 2), "\xac\x02");
+    Zar::BinaryIStream in(out.bytes());
+    lumo::TextStream words("unquoted");
+    lumo::TextStream open("\"unfinished");
+    lumo::BinaryStream bytes(std::string(9, '\x7f'));
+    Variant string("kept");
+    string.payload()->read(in);
+    string.payload()->read(words);
+    string.payload()->read(open);
+    string.payload()->read(bytes);
+    EXPECT_EQ(*string.tryGet<std::string>(), "kept");
+}
+
+} // namespace
