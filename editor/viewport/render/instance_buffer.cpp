@@ -12,7 +12,7 @@ namespace editor {
 
 namespace {
 
-void bindInstances(QOpenGLExtraFunctions* gl, std::size_t first, unsigned repeats)
+void bindInstances(QOpenGLExtraFunctions* gl, std::size_t first)
 {
     constexpr int attributeCount = 4; // three rows and the colour
     for (int i = 0; i < attributeCount; ++i) {
@@ -21,7 +21,7 @@ void bindInstances(QOpenGLExtraFunctions* gl, std::size_t first, unsigned repeat
         gl->glEnableVertexAttribArray(location);
         gl->glVertexAttribPointer(location, 4, GL_FLOAT, GL_FALSE, sizeof(Instance),
                                   reinterpret_cast<const void*>(offset));
-        gl->glVertexAttribDivisor(location, repeats);
+        gl->glVertexAttribDivisor(location, 1);
     }
 }
 
@@ -50,8 +50,7 @@ void InstanceBuffer::apply(const Patch& patch)
     std::prev(next)->bounds.include(patch.bounds);
 }
 
-void InstanceBuffer::draw(InstanceList::Shape shape, const ConvexVolume& view, MeshCache& meshes,
-                          unsigned repeats)
+void InstanceBuffer::draw(InstanceList::Shape shape, const ConvexVolume& view, MeshCache& meshes)
 {
     auto* gl = QOpenGLContext::currentContext()->extraFunctions();
     for (const InstanceList::Chunk& chunk : m_chunks) {
@@ -61,9 +60,9 @@ void InstanceBuffer::draw(InstanceList::Shape shape, const ConvexVolume& view, M
             continue;
         meshes.bind(chunk.mesh);
         m_buffer.bind();
-        bindInstances(gl, chunk.first, repeats);
+        bindInstances(gl, chunk.first);
         gl->glDrawElementsInstanced(GL_TRIANGLES, GLsizei(chunk.mesh->indices().size()),
-                                    GL_UNSIGNED_INT, nullptr, GLsizei(chunk.count * repeats));
+                                    GL_UNSIGNED_INT, nullptr, GLsizei(chunk.count));
     }
 }
 

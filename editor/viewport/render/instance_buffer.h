@@ -24,10 +24,8 @@ public:
     void apply(const Patch& patch);
     bool isEmpty() const { return m_chunks.empty(); }
 
-    /// Draws the chunks of a shape that may be in view with the bound program, every instance
-    /// `repeats` times in a row.
-    void draw(InstanceList::Shape shape, const ConvexVolume& view, MeshCache& meshes,
-              unsigned repeats = 1);
+    /// Draws the chunks of a shape that may be in view with the bound program.
+    void draw(InstanceList::Shape shape, const ConvexVolume& view, MeshCache& meshes);
 
 private:
     QOpenGLBuffer m_buffer{QOpenGLBuffer::VertexBuffer};

@@ -24,15 +24,22 @@ struct SceneView
     float gridBlend = 0.0f;
 };
 
+struct SceneColors
+{
+    QColor selection;
+    QColor primary;
+    QColor hover;
+    QColor grid;
+};
+
 /// All that a renderer has to catch up with. What is not set has not changed.
 struct SceneChanges
 {
     std::optional<InstanceList> items;
     std::vector<InstanceBuffer::Patch> patches; ///< of the items, after `items`
-    std::optional<InstanceList> selection;
-    std::optional<InstanceList> hover;
+    std::optional<InstanceList> highlights;     ///< with the mask's channels for a colour
     std::optional<SceneView> view;
-    std::optional<QColor> gridColor;
+    std::optional<SceneColors> colors;
 };
 
 } // namespace editor

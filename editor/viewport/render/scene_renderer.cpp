@@ -9,6 +9,7 @@
 #include <QOpenGLFramebufferObject>
 #include <QOpenGLShaderProgram>
 #include <QQuickWindow>
+#include <QVector2D>
 
 namespace editor {
 
@@ -18,14 +19,16 @@ using Shape = InstanceList::Shape;
 
 constexpr int samplesPerPixel = 4;
 constexpr float outlineWidth = 2.0f; // pixels
-constexpr float fillOpacity = 0.16f;
-// An outline is the shape drawn once in each of so many directions, which gives flat and open
-// meshes an even outline, too. outline.glsl counts on the number.
-constexpr unsigned outlineRepeats = 8;
 
 QOpenGLExtraFunctions* functions()
 {
     return QOpenGLContext::currentContext()->extraFunctions();
+}
+
+void setColor(QOpenGLShaderProgram& program, const char* uniform, const QColor& color)
+{
+    program.setUniformValue(
+        uniform, QVector3D(float(color.redF()), float(color.greenF()), float(color.blueF())));
 }
 
 } // namespace
@@ -57,10 +60,9 @@ void SceneRenderer::loadPrograms()
     m_meshProgram = loadProgram("mesh.vert", "mesh.frag");
     m_markerProgram = loadProgram("marker.vert", "marker.frag");
     m_gridProgram = loadProgram("grid.vert", "grid.frag");
-    m_meshFill = loadProgram("mesh.vert", "highlight.frag");
-    m_meshLine = loadProgram("mesh_outline.vert", "highlight.frag");
-    m_markerFill = loadProgram("marker.vert", "highlight.frag");
-    m_markerLine = loadProgram("marker_outline.vert", "highlight.frag");
+    m_meshMaskProgram = loadProgram("mesh.vert", "mask.frag");
+    m_markerMaskProgram = loadProgram("marker.vert", "mask.frag");
+    m_outlineProgram = loadProgram("outline.vert", "outline.frag");
 }
 
 void SceneRenderer::applyChanges()
@@ -71,14 +73,12 @@ void SceneRenderer::applyChanges()
         m_items.assign(*std::move(changes.items));
     for (const InstanceBuffer::Patch& patch : changes.patches)
         m_items.apply(patch);
-    if (changes.selection)
-        m_selection.assign(*std::move(changes.selection));
-    if (changes.hover)
-        m_hover.assign(*std::move(changes.hover));
+    if (changes.highlights)
+        m_highlights.assign(*std::move(changes.highlights));
     if (changes.view)
         m_view = *changes.view;
-    if (changes.gridColor)
-        m_gridColor = *changes.gridColor;
+    if (changes.colors)
+        m_colors = *changes.colors;
     if (mayDropMeshes)
         m_meshes.purge();
 }
@@ -89,27 +89,34 @@ void SceneRenderer::render()
         loadPrograms();
     applyChanges();
 
-    auto* gl = functions();
     m_vertexArray.bind();
+    if (!m_highlights.isEmpty())
+        drawMask();
+    framebufferObject()->bind();
+    prepare();
+    drawItems();
+    drawGrid();
+    if (!m_highlights.isEmpty())
+        drawOutlines();
+    drawMarkers();
+    m_vertexArray.release();
+    m_window->resetOpenGLState();
+}
+
+// A clear target and the state that all passes start from.
+void SceneRenderer::prepare()
+{
+    auto* gl = functions();
     gl->glViewport(0, 0, framebufferObject()->width(), framebufferObject()->height());
     gl->glDisable(GL_SCISSOR_TEST);
     gl->glDisable(GL_CULL_FACE);
-    gl->glDisable(GL_BLEND);
     gl->glDisable(GL_STENCIL_TEST);
+    gl->glDisable(GL_BLEND);
+    gl->glDisable(GL_DEPTH_TEST);
     gl->glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
     gl->glDepthMask(GL_TRUE);
-    gl->glStencilMask(~0u);
     gl->glClearColor(0.0f, 0.0f, 0.0f, 0.0f);
-    gl->glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
-
-    drawItems();
-    drawGrid();
-    drawHighlight(m_selection, 1);
-    drawHighlight(m_hover, 2);
-    drawMarkers();
-
-    m_vertexArray.release();
-    m_window->resetOpenGLState();
+    gl->glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
 }
 
 void SceneRenderer::use(QOpenGLShaderProgram& program)
@@ -120,7 +127,25 @@ void SceneRenderer::use(QOpenGLShaderProgram& program)
     program.setUniformValue("viewportSize", m_view.size);
     program.setUniformValue("markerRadius", ItemSet::markerRadius);
     program.setUniformValue("markerLift", ItemSet::markerLift);
-    program.setUniformValue("outlineWidth", outlineWidth);
+}
+
+void SceneRenderer::drawMask()
+{
+    const QSize size = framebufferObject()->size();
+    if (!m_mask || m_mask->size() != size)
+        m_mask = std::make_unique<QOpenGLFramebufferObject>(size);
+    m_mask->bind();
+    prepare();
+
+    // The greater value stays, so the order of drawing does not matter.
+    auto* gl = functions();
+    gl->glEnable(GL_BLEND);
+    gl->glBlendEquation(GL_MAX);
+    use(*m_meshMaskProgram);
+    m_highlights.draw(Shape::Mesh, m_view.volume, m_meshes);
+    use(*m_markerMaskProgram);
+    m_highlights.draw(Shape::Marker, m_view.volume, m_meshes);
+    gl->glBlendEquation(GL_FUNC_ADD);
 }
 
 void SceneRenderer::drawItems()
@@ -145,42 +170,37 @@ void SceneRenderer::drawGrid()
     m_gridProgram->setUniformValue("gridReach", m_view.gridReach);
     m_gridProgram->setUniformValue("gridStep", m_view.gridStep);
     m_gridProgram->setUniformValue("gridBlend", m_view.gridBlend);
-    m_gridProgram->setUniformValue("gridColor", m_gridColor);
+    m_gridProgram->setUniformValue("gridColor", m_colors.grid);
     gl->glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
 }
 
-void SceneRenderer::drawHighlight(InstanceBuffer& instances, unsigned stencilBit)
+void SceneRenderer::drawOutlines()
 {
-    if (instances.isEmpty())
-        return;
-    // The tint marks every pixel it covers, so none is tinted twice and the outline stays outside.
     auto* gl = functions();
     gl->glDisable(GL_DEPTH_TEST);
-    gl->glEnable(GL_STENCIL_TEST);
-    gl->glStencilFunc(GL_NOTEQUAL, GLint(stencilBit), stencilBit);
-    gl->glStencilMask(stencilBit);
-    gl->glStencilOp(GL_KEEP, GL_REPLACE, GL_REPLACE);
-    drawShapes(instances, m_meshFill, m_markerFill, fillOpacity, 1);
-    gl->glStencilOp(GL_KEEP, GL_KEEP, GL_KEEP);
-    drawShapes(instances, m_meshLine, m_markerLine, 1.0f, outlineRepeats);
-    gl->glDisable(GL_STENCIL_TEST);
-}
+    gl->glActiveTexture(GL_TEXTURE0);
+    gl->glBindTexture(GL_TEXTURE_2D, m_mask->texture());
+    gl->glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    gl->glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
 
-void SceneRenderer::drawShapes(InstanceBuffer& instances, const Program& mesh,
-                               const Program& marker, float opacity, unsigned repeats)
-{
-    for (const auto& [shape, program] : {std::pair(Shape::Mesh, &mesh), {Shape::Marker, &marker}}) {
-        use(**program);
-        (*program)->setUniformValue("opacity", opacity);
-        instances.draw(shape, m_view.volume, m_meshes, repeats);
-    }
+    const QSize size = m_mask->size();
+    m_outlineProgram->bind();
+    m_outlineProgram->setUniformValue("mask", 0);
+    m_outlineProgram->setUniformValue("maskPixel",
+                                      QVector2D(1.0f / size.width(), 1.0f / size.height()));
+    m_outlineProgram->setUniformValue("outlineWidth",
+                                      outlineWidth * float(size.width() / m_view.size.width()));
+    setColor(*m_outlineProgram, "selectionColor", m_colors.selection);
+    setColor(*m_outlineProgram, "primaryColor", m_colors.primary);
+    setColor(*m_outlineProgram, "hoverColor", m_colors.hover);
+    gl->glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
+    gl->glBindTexture(GL_TEXTURE_2D, 0);
+    gl->glEnable(GL_DEPTH_TEST);
 }
 
 void SceneRenderer::drawMarkers()
 {
-    auto* gl = functions();
-    gl->glEnable(GL_DEPTH_TEST);
-    gl->glDepthMask(GL_TRUE);
+    functions()->glDepthMask(GL_TRUE);
     use(*m_markerProgram);
     m_items.draw(Shape::Marker, m_view.volume, m_meshes);
 }

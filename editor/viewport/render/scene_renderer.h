@@ -29,32 +29,32 @@ private:
 
     void loadPrograms();
     void applyChanges();
+    void prepare();
     void use(QOpenGLShaderProgram& program);
+    /// Draws the silhouettes of what is highlighted into the mask.
+    void drawMask();
     void drawItems();
     void drawGrid();
-    void drawHighlight(InstanceBuffer& instances, unsigned stencilBit);
+    void drawOutlines();
     void drawMarkers();
-    void drawShapes(InstanceBuffer& instances, const Program& mesh, const Program& marker,
-                    float opacity, unsigned repeats);
 
     SceneChanges m_changes;
     SceneView m_view;
-    QColor m_gridColor;
+    SceneColors m_colors;
     QQuickWindow* m_window = nullptr;
     bool m_isNew = true;
 
     QOpenGLVertexArrayObject m_vertexArray;
+    std::unique_ptr<QOpenGLFramebufferObject> m_mask;
     MeshCache m_meshes;
     InstanceBuffer m_items;
-    InstanceBuffer m_selection;
-    InstanceBuffer m_hover;
+    InstanceBuffer m_highlights;
     Program m_meshProgram;
     Program m_markerProgram;
     Program m_gridProgram;
-    Program m_meshFill;
-    Program m_meshLine;
-    Program m_markerFill;
-    Program m_markerLine;
+    Program m_meshMaskProgram;
+    Program m_markerMaskProgram;
+    Program m_outlineProgram;
 };
 
 } // namespace editor

@@ -10,6 +10,11 @@ namespace {
 constexpr float gridReachPerDistance = 25.0f;
 constexpr float gridLinesPerDistance = 20.0f;
 
+// What to set of the mask from which outlines are made.
+const QColor selectedChannels(255, 0, 0, 0);
+const QColor primaryChannels(255, 255, 0, 0);
+const QColor hoveredChannels(0, 0, 255, 0);
+
 SceneView viewOf(const OrbitCamera& camera)
 {
     SceneView view;
@@ -32,9 +37,6 @@ ViewportSurface::ViewportSurface(QQuickItem* parent)
     : QQuickFramebufferObject(parent), m_lightSign(makeLightSign()), m_cameraSign(makeCameraSign())
 {
     setMirrorVertically(true);
-    connect(this, &ViewportSurface::highlightColorsChanged, this,
-            [this] { schedule(Selection | Hover); });
-    connect(this, &ViewportSurface::gridColorChanged, this, [this] { schedule(Grid); });
 }
 
 void ViewportSurface::setController(ViewportController* controller)
@@ -48,8 +50,9 @@ void ViewportSurface::setController(ViewportController* controller)
         connect(m_controller, &ViewportController::itemsReset, this, [this] { schedule(Items); });
         connect(m_controller, &ViewportController::itemChanged, this, &ViewportSurface::patchItem);
         connect(m_controller, &ViewportController::selectionChanged, this,
-                [this] { schedule(Selection); });
-        connect(m_controller, &ViewportController::hoverChanged, this, [this] { schedule(Hover); });
+                [this] { schedule(Highlights); });
+        connect(m_controller, &ViewportController::hoverChanged, this,
+                [this] { schedule(Highlights); });
         connect(m_controller, &ViewportController::cameraChanged, this, [this] { schedule(View); });
         connect(m_controller, &QObject::destroyed, this, [this] { schedule(Everything); });
     }
@@ -68,6 +71,15 @@ void ViewportSurface::schedule(int changes)
     update();
 }
 
+void ViewportSurface::setColor(QColor& color, const QColor& value)
+{
+    if (color == value)
+        return;
+    color = value;
+    schedule(Colors);
+    Q_EMIT colorsChanged();
+}
+
 SceneChanges ViewportSurface::takeChanges()
 {
     const int changed = std::exchange(m_changes, 0);
@@ -77,20 +89,18 @@ SceneChanges ViewportSurface::takeChanges()
     else
         changes.patches = std::move(m_patches);
     m_patches.clear();
-    if (changed & (Items | Selection))
-        changes.selection = listSelection();
-    if (changed & (Items | Hover))
-        changes.hover = listHover();
+    if (changed & (Items | Highlights))
+        changes.highlights = listHighlights();
     if ((changed & View) && m_controller)
         changes.view = viewOf(m_controller->camera());
-    if (changed & Grid)
-        changes.gridColor = m_gridColor;
+    if (changed & Colors)
+        changes.colors = m_colors;
     return changes;
 }
 
 void ViewportSurface::patchItem(quint32 index)
 {
-    schedule(Selection | Hover);
+    schedule(Highlights);
     if (m_changes & Items)
         return;
     const ViewportItem& item = m_controller->items().items()[index];
@@ -140,27 +150,22 @@ InstanceList ViewportSurface::listItems()
     return list;
 }
 
-InstanceList ViewportSurface::listSelection() const
+InstanceList ViewportSurface::listHighlights() const
 {
     if (!m_controller)
         return {};
     const auto& selected = m_controller->selectedIds();
     std::vector<InstanceList::Entry> entries;
-    entries.reserve(selected.size());
-    for (quint32 id : selected) {
-        const ViewportItem& item = *m_controller->items().find(id);
-        if (isDrawn(item))
-            entries.push_back(
-                entryOf(item, id == selected.back() ? m_primaryColor : m_selectionColor));
-    }
+    entries.reserve(selected.size() + 1);
+    const auto mark = [&](quint32 id, const QColor& channels) {
+        const ViewportItem* item = m_controller->items().find(id);
+        if (item && isDrawn(*item))
+            entries.push_back(entryOf(*item, channels));
+    };
+    for (quint32 id : selected)
+        mark(id, id == selected.back() ? primaryChannels : selectedChannels);
+    mark(m_controller->hoveredId(), hoveredChannels);
     return InstanceList(entries);
-}
-
-InstanceList ViewportSurface::listHover() const
-{
-    const ViewportItem* item =
-        m_controller ? m_controller->items().find(m_controller->hoveredId()) : nullptr;
-    return item && isDrawn(*item) ? InstanceList({entryOf(*item, m_hoverColor)}) : InstanceList();
 }
 
 } // namespace editor

@@ -16,16 +16,26 @@ class ViewportSurface : public QQuickFramebufferObject
     Q_OBJECT
     Q_PROPERTY(editor::ViewportController* controller READ controller WRITE setController NOTIFY
                    controllerChanged)
-    Q_PROPERTY(QColor selectionColor MEMBER m_selectionColor NOTIFY highlightColorsChanged)
-    Q_PROPERTY(QColor primaryColor MEMBER m_primaryColor NOTIFY highlightColorsChanged)
-    Q_PROPERTY(QColor hoverColor MEMBER m_hoverColor NOTIFY highlightColorsChanged)
-    Q_PROPERTY(QColor gridColor MEMBER m_gridColor NOTIFY gridColorChanged)
+    Q_PROPERTY(
+        QColor selectionColor READ selectionColor WRITE setSelectionColor NOTIFY colorsChanged)
+    Q_PROPERTY(QColor primaryColor READ primaryColor WRITE setPrimaryColor NOTIFY colorsChanged)
+    Q_PROPERTY(QColor hoverColor READ hoverColor WRITE setHoverColor NOTIFY colorsChanged)
+    Q_PROPERTY(QColor gridColor READ gridColor WRITE setGridColor NOTIFY colorsChanged)
 
 public:
     explicit ViewportSurface(QQuickItem* parent = nullptr);
 
     ViewportController* controller() const { return m_controller; }
     void setController(ViewportController* controller);
+
+    QColor selectionColor() const { return m_colors.selection; }
+    void setSelectionColor(const QColor& color) { setColor(m_colors.selection, color); }
+    QColor primaryColor() const { return m_colors.primary; }
+    void setPrimaryColor(const QColor& color) { setColor(m_colors.primary, color); }
+    QColor hoverColor() const { return m_colors.hover; }
+    void setHoverColor(const QColor& color) { setColor(m_colors.hover, color); }
+    QColor gridColor() const { return m_colors.grid; }
+    void setGridColor(const QColor& color) { setColor(m_colors.grid, color); }
 
     Renderer* createRenderer() const override;
 
@@ -37,26 +47,24 @@ public:
 
 Q_SIGNALS:
     void controllerChanged();
-    void highlightColorsChanged();
-    void gridColorChanged();
+    void colorsChanged();
 
 private:
     enum Change
     {
         View = 1,
         Items = 2,
-        Selection = 4,
-        Hover = 8,
-        Grid = 16,
-        Everything = 31
+        Highlights = 4,
+        Colors = 8,
+        Everything = 15
     };
     static constexpr quint32 noSlot = ~quint32(0);
 
     void schedule(int changes);
+    void setColor(QColor& color, const QColor& value);
     void patchItem(quint32 index);
     InstanceList listItems();
-    InstanceList listSelection() const;
-    InstanceList listHover() const;
+    InstanceList listHighlights() const;
     /// What to draw for an item; null for a group.
     const MeshGeometryPtr& meshOf(const ViewportItem& item) const;
     bool isDrawn(const ViewportItem& item) const { return item.visible && meshOf(item); }
@@ -70,10 +78,7 @@ private:
 
     MeshGeometryPtr m_lightSign;
     MeshGeometryPtr m_cameraSign;
-    QColor m_selectionColor = QColor(0xff8c1a);
-    QColor m_primaryColor = QColor(0xffd84d);
-    QColor m_hoverColor = QColor(0x59c8ff);
-    QColor m_gridColor = QColor(128, 128, 128, 110);
+    SceneColors m_colors{0xff8c1a, 0xffd84d, 0x59c8ff, QColor(128, 128, 128, 110)};
 };
 
 } // namespace editor

@@ -29,8 +29,8 @@ float axis(float coordinate)
 
 void main()
 {
-    float fine = lines(gridStep) * (1.0 - gridBlend) * 0.45;
-    float middle = lines(gridStep * 10.0) * mix(1.0, 0.45, gridBlend);
+    float fine = lines(gridStep) * (1.0 - gridBlend) * 0.35;
+    float middle = lines(gridStep * 10.0) * mix(1.0, 0.35, gridBlend);
     float coarse = lines(gridStep * 100.0);
     float onX = axis(worldPosition.z);
     float onZ = axis(worldPosition.x);

@@ -10,7 +10,7 @@ uniform vec3 eyePosition;
 
 const vec3 skyLight = vec3(0.50, 0.54, 0.60);
 const vec3 groundLight = vec3(0.20, 0.18, 0.17);
-const vec3 sunDirection = normalize(vec3(0.45, 0.80, 0.40));
+const vec3 sunDirection = normalize(vec3(0.22, 0.75, 0.62));
 const vec3 sunLight = vec3(0.62, 0.59, 0.54);
 const vec3 headLight = vec3(0.16);
 
