@@ -3,6 +3,7 @@
 #include <editor/scene/scene_object.h>
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -13,16 +14,18 @@ struct SceneImport
 {
     /// Null on failure.
     SceneObjectPtr root;
-    /// One sentence that names the file; empty when the caller's progress function stopped it.
+    /// One sentence that names the file; empty when the import was stopped.
     QString error;
-    bool canceled = false;
 };
 
 /// Told how far an import got, from 0 to 1; answers false to stop it.
 using ImportProgress = std::function<bool(double)>;
 
-/// Reads a scene file of any known format. Re-entrant; blocks. Deeply nested files need stack:
-/// run it in a thread that has some hundred megabytes.
+/// Reads a scene file of any known format. Re-entrant; blocks. Throws nothing. Deeply nested files
+/// need stack: run it in a thread that has some hundred megabytes of it.
 SceneImport importScene(const QString& path, const ImportProgress& progress = {});
+
+/// Patterns of the files that `importScene` reads, such as "*.gltf".
+QStringList importPatterns();
 
 } // namespace editor

@@ -3,9 +3,12 @@
 #include <editor/scene/scene_object.h>
 
 #include <QObject>
-#include <QThread>
+#include <QStringList>
 
 #include <memory>
+#include <vector>
+
+class QThread;
 
 namespace editor {
 
@@ -18,14 +21,14 @@ class SceneLoader final : public QObject
 
 public:
     explicit SceneLoader(QObject* parent = nullptr);
-    /// Cancels, and waits until the thread has noticed.
+    /// Cancels, and waits until the threads have noticed.
     ~SceneLoader() override;
 
     bool isLoading() const noexcept { return m_job != nullptr; }
     /// Cancels the file that is being loaded first.
     void load(const QString& path);
     /// Reports `canceled` at once; the thread winds up by itself.
-    void cancel();
+    Q_INVOKABLE void cancel();
 
     /// Patterns for a file dialog, such as "*.gltf".
     static QStringList namePatterns();
@@ -42,10 +45,13 @@ Q_SIGNALS:
 private:
     struct Job;
 
+    void run(Job& job);
+    void report(const Job& job, double progress);
     void finish(const std::shared_ptr<Job>& job);
 
     std::shared_ptr<Job> m_job;
-    std::vector<std::unique_ptr<QThread>> m_threads;
+    // Those of canceled jobs included, as long as they run.
+    std::vector<std::shared_ptr<Job>> m_running;
 };
 
 } // namespace editor

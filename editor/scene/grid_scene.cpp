@@ -1,0 +1,49 @@
+#include "grid_scene.h"
+
+#include "primitive_shapes.h"
+
+#include <QColor>
+
+#include <cmath>
+
+namespace editor {
+
+namespace {
+
+constexpr float spacing = 2;
+
+SceneObjectPtr makeCell(int number, const MeshAssetPtr& asset, float x, float z)
+{
+    SceneObjectPtr object = SceneObject::create(ObjectKind::Mesh, "Box " + std::to_string(number));
+    object->transform()->position = {x, 0.5f, z};
+    object->mesh()->asset = asset;
+    const QColor color = QColor::fromHsv((number * 37) % 360, 110, 215);
+    object->material()->baseColor = {static_cast<float>(color.redF()),
+                                     static_cast<float>(color.greenF()),
+                                     static_cast<float>(color.blueF()), 1};
+    return object;
+}
+
+} // namespace
+
+SceneObjectPtr makeGridScene(int objectCount, int perGroup)
+{
+    const MeshAssetPtr asset = makePrimitive("box 1 1 1");
+    const int columns = std::max(1, static_cast<int>(std::sqrt(objectCount)));
+    SceneObjectPtr root = SceneObject::create(ObjectKind::Scene, "Grid");
+    root->setExpanded(true);
+    SceneObjectPtr group;
+    for (int number = 0; number < objectCount; ++number) {
+        if (!group || static_cast<int>(group->children().size()) == perGroup) {
+            group = SceneObject::create(ObjectKind::Group,
+                                        "Group " + std::to_string(root->children().size() + 1));
+            root->append(group);
+        } else {
+            group->append(makeCell(number, asset, spacing * static_cast<float>(number % columns),
+                                   spacing * static_cast<float>(number / columns)));
+        }
+    }
+    return root;
+}
+
+} // namespace editor

@@ -1,0 +1,75 @@
+#include "scene_import.h"
+
+#include "assimp_import.h"
+#include "kyrscene_reader.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include <new>
+
+namespace editor {
+
+namespace {
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("editor::SceneImport", text);
+}
+
+const QString ownSuffix = QStringLiteral("kyrscene");
+
+bool isOwnFormat(const QString& path)
+{
+    return QFileInfo(path).suffix().compare(ownSuffix, Qt::CaseInsensitive) == 0;
+}
+
+// What already speaks against the file before it is read.
+QString objectionTo(const QString& path)
+{
+    const QFileInfo file(path);
+    if (!file.exists())
+        return tr("the file does not exist");
+    if (file.isDir())
+        return tr("it is a folder");
+    if (!file.isReadable())
+        return tr("no permission to read it");
+    if (file.size() == 0)
+        return tr("the file is empty");
+    if (!isOwnFormat(path) && !isAssimpFormat(file.suffix())) {
+        return file.suffix().isEmpty() ? tr("a file without a suffix has no known format")
+                                       : tr("\".%1\" is no known scene format").arg(file.suffix());
+    }
+    return {};
+}
+
+SceneImport refusal(const QString& path, const QString& reason)
+{
+    return {nullptr, tr("Cannot open \"%1\": %2.").arg(path, reason)};
+}
+
+} // namespace
+
+SceneImport importScene(const QString& path, const ImportProgress& progress)
+{
+    const QString objection = objectionTo(path);
+    if (!objection.isEmpty())
+        return refusal(path, objection);
+    const ImportProgress report = progress ? progress : [](double) { return true; };
+    try {
+        SceneImport import =
+            isOwnFormat(path) ? readKyrscene(path, report) : importWithAssimp(path, report);
+        return import.error.isEmpty() ? import : refusal(path, import.error);
+    } catch (const std::bad_alloc&) {
+        return refusal(path, tr("it needs more memory than there is"));
+    } catch (const std::exception& error) {
+        return refusal(path, QString::fromUtf8(error.what()));
+    }
+}
+
+QStringList importPatterns()
+{
+    return QStringList(QStringLiteral("*.") + ownSuffix) + assimpPatterns();
+}
+
+} // namespace editor
