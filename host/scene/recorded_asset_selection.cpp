@@ -1,19 +1,33 @@
 #include "recorded_asset_selection.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace {
 
-IAssetSelection::Objects withoutDuplicates(IAssetSelection::Objects objects,
-                                           std::unordered_set<const void*>& seen)
+std::vector<const void*> sortedIdentities(const IAssetSelection::Objects& objects)
 {
-    seen.reserve(objects.size());
+    std::vector<const void*> identities;
+    identities.reserve(objects.size());
+    for (const kyr::PersistentObject& object : objects)
+        identities.push_back(object.identity());
+    if (!std::is_sorted(identities.begin(), identities.end()))
+        std::sort(identities.begin(), identities.end());
+    return identities;
+}
+
+// Each object stays at its first place.
+void removeDuplicates(IAssetSelection::Objects& objects)
+{
+    const std::vector<const void*> identities = sortedIdentities(objects);
+    if (std::adjacent_find(identities.begin(), identities.end()) == identities.end())
+        return;
+    std::unordered_set<const void*> seen;
     objects.erase(std::remove_if(objects.begin(), objects.end(),
                                  [&seen](const kyr::PersistentObject& object) {
                                      return !seen.insert(object.identity()).second;
                                  }),
                   objects.end());
-    return objects;
 }
 
 IAssetSelection::Objects difference(const IAssetSelection::Objects& from,
@@ -65,8 +79,7 @@ void RecordedAssetSelection::setSelection(Objects objects, bool keepPresent)
 {
     if (keepPresent)
         objects.insert(objects.begin(), m_objects->begin(), m_objects->end());
-    std::unordered_set<const void*> seen;
-    objects = withoutDuplicates(std::move(objects), seen);
+    removeDuplicates(objects);
     if (objects == *m_objects)
         return;
     auto after = std::make_shared<const Objects>(std::move(objects));
@@ -79,16 +92,14 @@ void RecordedAssetSelection::apply(SharedObjects objects)
 {
     const SharedObjects before = std::exchange(m_objects, std::move(objects));
     const SharedObjects after = m_objects;
-    m_selected.clear();
-    m_selected.reserve(after->size());
-    for (const kyr::PersistentObject& object : *after)
-        m_selected.insert(object.identity());
+    m_identities = sortedIdentities(*after);
     m_selectionChanged(vex::Connection(), SelectionChange{*before, *after});
 }
 
 bool RecordedAssetSelection::isSelected(const kyr::ReflectedObject& object) const
 {
-    return m_selected.count(object.get()) != 0;
+    return std::binary_search(m_identities.begin(), m_identities.end(),
+                              static_cast<const void*>(object.get()));
 }
 
 void RecordedAssetSelection::setHoveredObjects(Objects objects)

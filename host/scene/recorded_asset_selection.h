@@ -2,7 +2,7 @@
 
 #include <host/scene/asset_selection.h>
 
-#include <unordered_set>
+#include <vector>
 
 /// A selection whose changes are recorded for undo. An object that is handed in more than once is
 /// kept at its first place. Setting what is already selected notifies nobody.
@@ -35,7 +35,7 @@ private:
 
     std::weak_ptr<Zar::ChangesController> m_controller;
     SharedObjects m_objects = std::make_shared<const Objects>();
-    std::unordered_set<const void*> m_selected;
+    std::vector<const void*> m_identities; // of the selected objects, sorted
     Objects m_hovered;
     vex::Signal<void(const vex::Connection&, const SelectionChange&)> m_selectionChanged;
     vex::Signal<void(const Objects&, const Objects&)> m_hoverChanged;

@@ -10,21 +10,23 @@ namespace {
 
 // Scanning this often is cheaper than building the index.
 constexpr int scansBeforeIndexing = 8;
+// How far a look-up follows the one before it until it searches.
+constexpr std::size_t followedPositions = 8;
 
-bool intersects(const RangeSet::Block& a, const RangeSet::Block& b)
+bool intersects(const Block& a, const Block& b)
 {
-    return a.parent == b.parent && a.top <= b.bottom && b.top <= a.bottom && a.left <= b.right &&
-           b.left <= a.right;
+    return a.top <= b.bottom && b.top <= a.bottom && a.left <= b.right && b.left <= a.right &&
+           a.parent == b.parent;
 }
 
-RangeSet::Block intersected(const RangeSet::Block& a, const RangeSet::Block& b)
+Block intersected(const Block& a, const Block& b)
 {
     return {a.parent, std::max(a.top, b.top), std::max(a.left, b.left),
             std::min(a.bottom, b.bottom), std::min(a.right, b.right)};
 }
 
 // Blocks of class c span 2^c to 2^(c+1) - 1 rows.
-int sizeClassOf(const RangeSet::Block& block)
+int sizeClassOf(const Block& block)
 {
     int sizeClass = 0;
     for (int rows = block.bottom - block.top + 1; rows > 1; rows >>= 1)
@@ -34,17 +36,43 @@ int sizeClassOf(const RangeSet::Block& block)
 
 } // namespace
 
+Block ParentNumbers::blockOf(const QItemSelectionRange& range)
+{
+    const Key key{range.model(), range.parent()};
+    if (m_last < 0 || !(m_keys[static_cast<std::size_t>(m_last)] == key)) {
+        const auto found = m_numbers.constFind(key);
+        if (found != m_numbers.constEnd()) {
+            m_last = *found;
+        } else {
+            m_last = static_cast<int>(m_keys.size());
+            m_numbers.insert(key, m_last);
+            m_keys.push_back(key);
+        }
+    }
+    return {m_last, range.top(), range.left(), range.bottom(), range.right()};
+}
+
+QItemSelectionRange ParentNumbers::rangeOf(const Block& block) const
+{
+    const Key& key = m_keys[static_cast<std::size_t>(block.parent)];
+    return {key.model->index(block.top, block.left, key.parent),
+            key.model->index(block.bottom, block.right, key.parent)};
+}
+
 bool RangeSet::Position::operator<(const Position& other) const
 {
     return std::tie(parent, sizeClass, top, entry) <
            std::tie(other.parent, other.sizeClass, other.top, other.entry);
 }
 
-RangeSet::RangeSet(const QItemSelection& ranges)
+RangeSet::RangeSet(ParentNumbers& numbers, const QItemSelection& ranges)
+    : m_numbers(numbers), m_ranges(ranges)
 {
     m_entries.reserve(static_cast<std::size_t>(ranges.size()));
-    for (const QItemSelectionRange& range : ranges)
-        append(range);
+    for (int source = 0; source < ranges.size(); ++source) {
+        if (ranges.at(source).isValid())
+            insert(m_numbers.blockOf(ranges.at(source)), source);
+    }
 }
 
 void RangeSet::append(const QItemSelectionRange& range)
@@ -52,157 +80,152 @@ void RangeSet::append(const QItemSelectionRange& range)
     if (!range.isValid())
         return;
     m_ranges.append(range);
-    insert({blockOf(range), range.model(), m_ranges.size() - 1, true});
+    insert(m_numbers.blockOf(range), m_ranges.size() - 1);
 }
 
-int RangeSet::parentNumber(const QItemSelectionRange& range)
+void RangeSet::insert(const Block& block, int source)
 {
-    const ParentKey key{range.model(), range.parent()};
-    const auto found = m_parentNumbers.constFind(key);
-    if (found != m_parentNumbers.constEnd())
-        return *found;
-    const int number = static_cast<int>(m_parents.size());
-    m_parentNumbers.insert(key, number);
-    m_parents.push_back(key.parent);
-    m_sizeClasses.push_back(0);
-    return number;
-}
-
-RangeSet::Block RangeSet::blockOf(const QItemSelectionRange& range)
-{
-    return {parentNumber(range), range.top(), range.left(), range.bottom(), range.right()};
-}
-
-void RangeSet::insert(Entry entry)
-{
-    m_entries.push_back(entry);
+    m_entries.push_back({block, source});
     if (m_indexed)
-        index(static_cast<int>(m_entries.size()) - 1);
+        m_added.insert(m_added.end(), positionOf(static_cast<int>(m_entries.size()) - 1));
 }
 
-void RangeSet::index(int entry)
+// Every entry passes here before it can be looked for, so this notes its size class.
+RangeSet::Position RangeSet::positionOf(int entry)
 {
     const Block& block = m_entries[static_cast<std::size_t>(entry)].block;
     const int sizeClass = sizeClassOf(block);
-    m_sizeClasses[static_cast<std::size_t>(block.parent)] |= 1u << sizeClass;
-    m_positions.insert(m_positions.end(), {block.parent, sizeClass, block.top, entry});
+    m_sizeClasses |= 1u << sizeClass;
+    return {block.parent, sizeClass, block.top, entry};
 }
 
-// The living entries that share cells with `block`, in list order.
-std::vector<int> RangeSet::hits(const Block& block)
+void RangeSet::buildIndex()
 {
-    std::vector<int> found;
-    if (!m_indexed && m_scans++ >= scansBeforeIndexing) {
-        m_indexed = true;
-        for (int entry = 0; entry < static_cast<int>(m_entries.size()); ++entry) {
-            if (m_entries[static_cast<std::size_t>(entry)].alive)
-                index(entry);
+    m_indexed = true;
+    m_built.reserve(m_entries.size());
+    for (int entry = 0; entry < static_cast<int>(m_entries.size()); ++entry) {
+        if (m_entries[static_cast<std::size_t>(entry)].source != gone)
+            m_built.push_back(positionOf(entry));
+    }
+    if (!std::is_sorted(m_built.begin(), m_built.end()))
+        std::sort(m_built.begin(), m_built.end());
+}
+
+std::vector<RangeSet::Position>::const_iterator RangeSet::builtFrom(const Position& first)
+{
+    std::size_t& cursor = m_cursors[static_cast<std::size_t>(first.sizeClass)];
+    if (cursor == 0 || m_built[cursor - 1] < first) {
+        const std::size_t end = std::min(cursor + followedPositions, m_built.size());
+        for (std::size_t place = cursor; place < end; ++place) {
+            if (!(m_built[place] < first)) {
+                cursor = place;
+                return m_built.begin() + static_cast<std::ptrdiff_t>(place);
+            }
         }
     }
-    if (!m_indexed) {
-        for (std::size_t entry = 0; entry < m_entries.size(); ++entry) {
-            if (m_entries[entry].alive && intersects(m_entries[entry].block, block))
-                found.push_back(static_cast<int>(entry));
-        }
-        return found;
-    }
-    const std::uint32_t classes = m_sizeClasses[static_cast<std::size_t>(block.parent)];
-    for (int sizeClass = 0; classes >> sizeClass; ++sizeClass) {
-        if (!(classes >> sizeClass & 1u))
-            continue;
-        const auto longest = (std::int64_t(1) << (sizeClass + 1)) - 1;
-        const auto first = std::max<std::int64_t>(0, block.top - longest + 1);
-        auto position =
-            m_positions.lower_bound({block.parent, sizeClass, static_cast<int>(first), -1});
-        for (; position != m_positions.end() && position->parent == block.parent &&
-               position->sizeClass == sizeClass && position->top <= block.bottom;
-             ++position) {
-            if (intersects(m_entries[static_cast<std::size_t>(position->entry)].block, block))
-                found.push_back(position->entry);
-        }
-    }
-    std::sort(found.begin(), found.end());
+    const auto found = std::lower_bound(m_built.cbegin(), m_built.cend(), first);
+    cursor = static_cast<std::size_t>(found - m_built.cbegin());
     return found;
 }
 
-bool RangeSet::cut(const QItemSelectionRange& range)
+template <typename Iterator>
+void RangeSet::collect(Iterator position, Iterator end, const Block& block, int sizeClass)
 {
-    return range.isValid() && cut(blockOf(range));
+    for (; position != end && position->parent == block.parent &&
+           position->sizeClass == sizeClass && position->top <= block.bottom;
+         ++position) {
+        const Entry& entry = m_entries[static_cast<std::size_t>(position->entry)];
+        if (entry.source != gone && intersects(entry.block, block))
+            m_hits.push_back(position->entry);
+    }
+}
+
+void RangeSet::findHits(const Block& block)
+{
+    m_hits.clear();
+    if (!m_indexed && m_scans++ >= scansBeforeIndexing)
+        buildIndex();
+    if (!m_indexed) {
+        for (std::size_t entry = 0; entry < m_entries.size(); ++entry) {
+            if (m_entries[entry].source != gone && intersects(m_entries[entry].block, block))
+                m_hits.push_back(static_cast<int>(entry));
+        }
+        return;
+    }
+    for (int sizeClass = 0; m_sizeClasses >> sizeClass; ++sizeClass) {
+        if (!(m_sizeClasses >> sizeClass & 1u))
+            continue;
+        const auto longest = (std::int64_t(1) << (sizeClass + 1)) - 1;
+        const auto top = std::max<std::int64_t>(0, block.top - longest + 1);
+        const Position first{block.parent, sizeClass, static_cast<int>(top), -1};
+        collect(builtFrom(first), m_built.cend(), block, sizeClass);
+        if (!m_added.empty())
+            collect(m_added.lower_bound(first), m_added.cend(), block, sizeClass);
+    }
+    std::sort(m_hits.begin(), m_hits.end());
 }
 
 bool RangeSet::cut(const Block& block)
 {
-    const std::vector<int> found = hits(block);
-    for (const int number : found) {
-        Entry& entry = m_entries[static_cast<std::size_t>(number)];
-        entry.alive = false;
+    findHits(block);
+    for (const int number : m_hits) {
+        const Block whole = m_entries[static_cast<std::size_t>(number)].block;
         if (m_indexed)
-            m_positions.erase({block.parent, sizeClassOf(entry.block), entry.block.top, number});
-        const Entry whole = entry;
+            m_added.erase({whole.parent, sizeClassOf(whole), whole.top, number});
+        m_entries[static_cast<std::size_t>(number)].source = gone;
         split(whole, block);
     }
-    return !found.empty();
+    return !m_hits.empty();
 }
 
-void RangeSet::split(const Entry& entry, const Block& block)
+void RangeSet::split(const Block& whole, const Block& block)
 {
-    Block rest = entry.block;
-    const auto keep = [this, &entry](const Block& part) { insert({part, entry.model, -1, true}); };
+    Block rest = whole;
     if (block.top > rest.top) {
-        keep({rest.parent, rest.top, rest.left, block.top - 1, rest.right});
+        insert({rest.parent, rest.top, rest.left, block.top - 1, rest.right}, remainder);
         rest.top = block.top;
     }
     if (block.bottom < rest.bottom) {
-        keep({rest.parent, block.bottom + 1, rest.left, rest.bottom, rest.right});
+        insert({rest.parent, block.bottom + 1, rest.left, rest.bottom, rest.right}, remainder);
         rest.bottom = block.bottom;
     }
     if (block.left > rest.left) {
-        keep({rest.parent, rest.top, rest.left, rest.bottom, block.left - 1});
+        insert({rest.parent, rest.top, rest.left, rest.bottom, block.left - 1}, remainder);
         rest.left = block.left;
     }
     if (block.right < rest.right)
-        keep({rest.parent, rest.top, block.right + 1, rest.bottom, rest.right});
+        insert({rest.parent, rest.top, block.right + 1, rest.bottom, rest.right}, remainder);
 }
 
 void RangeSet::cutShared(const QItemSelection& ranges, RangeSet* other)
 {
+    if (m_entries.empty())
+        return;
     // All shared rectangles are those of the list before the first cut.
-    std::vector<std::pair<Block, const QItemSelectionRange*>> shared;
+    std::vector<Block> shared;
     for (const QItemSelectionRange& range : ranges) {
         if (!range.isValid())
             continue;
-        const Block block = blockOf(range);
-        for (const int number : hits(block)) {
-            shared.emplace_back(
-                intersected(m_entries[static_cast<std::size_t>(number)].block, block), &range);
-        }
+        const Block block = m_numbers.blockOf(range);
+        findHits(block);
+        for (const int number : m_hits)
+            shared.push_back(intersected(m_entries[static_cast<std::size_t>(number)].block, block));
     }
-    for (const auto& [block, range] : shared) {
+    for (const Block& block : shared) {
         cut(block);
-        if (other) {
-            Block others = block;
-            others.parent = other->parentNumber(*range);
-            other->cut(others);
-        }
+        if (other)
+            other->cut(block);
     }
-}
-
-QItemSelectionRange RangeSet::toRange(const Entry& entry) const
-{
-    if (entry.source >= 0)
-        return m_ranges.at(entry.source);
-    const Block& block = entry.block;
-    const QModelIndex& parent = m_parents[static_cast<std::size_t>(block.parent)];
-    return {entry.model->index(block.top, block.left, parent),
-            entry.model->index(block.bottom, block.right, parent)};
 }
 
 QItemSelection RangeSet::toSelection() const
 {
     QItemSelection selection;
+    selection.reserve(static_cast<int>(m_entries.size()));
     for (const Entry& entry : m_entries) {
-        if (entry.alive)
-            selection.append(toRange(entry));
+        if (entry.source != gone)
+            selection.append(entry.source == remainder ? m_numbers.rangeOf(entry.block)
+                                                       : m_ranges.at(entry.source));
     }
     return selection;
 }

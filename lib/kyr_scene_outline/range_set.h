@@ -3,11 +3,53 @@
 #include <QHash>
 #include <QItemSelection>
 
+#include <array>
 #include <cstdint>
 #include <set>
 #include <vector>
 
 namespace kyr::selection {
+
+/// Cells under one parent; `parent` is a number given by the list that the block belongs to.
+struct Block
+{
+    int parent;
+    int top, left, bottom, right;
+
+    friend bool operator==(const Block& a, const Block& b)
+    {
+        return a.parent == b.parent && a.top == b.top && a.left == b.left && a.bottom == b.bottom &&
+               a.right == b.right;
+    }
+};
+
+/// Gives the parents of selection ranges numbers, so that ranges compare as plain integers.
+class ParentNumbers
+{
+public:
+    /// `range` must be valid.
+    Block blockOf(const QItemSelectionRange& range);
+    QItemSelectionRange rangeOf(const Block& block) const;
+
+private:
+    struct Key
+    {
+        const QAbstractItemModel* model;
+        QModelIndex parent;
+        friend bool operator==(const Key& a, const Key& b)
+        {
+            return a.parent == b.parent && a.model == b.model;
+        }
+        friend uint qHash(const Key& key, uint seed)
+        {
+            return qHash(key.parent) ^ qHash(key.model, seed);
+        }
+    };
+
+    QHash<Key, int> m_numbers;
+    std::vector<Key> m_keys;
+    int m_last = -1;
+};
 
 /// An ordered list of selection ranges from which rectangles of cells can be cut.
 /// Cuts behave as `QItemSelection::merge` makes them: a range that is hit leaves its place, and
@@ -17,24 +59,16 @@ namespace kyr::selection {
 class RangeSet
 {
 public:
-    /// Cells under one parent; `parent` is the set's own number of that parent.
-    struct Block
-    {
-        int parent;
-        int top, left, bottom, right;
-    };
+    /// Invalid ranges are left out. Sets that share `numbers` may exchange blocks.
+    RangeSet(ParentNumbers& numbers, const QItemSelection& ranges);
 
-    RangeSet() = default;
-    explicit RangeSet(const QItemSelection& ranges);
-
-    /// Invalid ranges are left out.
     void append(const QItemSelectionRange& range);
 
-    /// Cuts the cells of `range` out of the set; true when there were any.
-    bool cut(const QItemSelectionRange& range);
+    /// Cuts the cells of `block` out; true when there were any.
+    bool cut(const Block& block);
 
-    /// Cuts what the set and `range` share out of both this set and `other`, one shared rectangle
-    /// at a time in the order of this set's list. `other` may be null.
+    /// Cuts what the set and `ranges` share out of this set and of `other`, one shared rectangle
+    /// at a time, in the order of `ranges` and then of this set's list. `other` may be null.
     void cutShared(const QItemSelection& ranges, RangeSet* other);
 
     QItemSelection toSelection() const;
@@ -43,24 +77,12 @@ private:
     struct Entry
     {
         Block block;
-        const QAbstractItemModel* model;
-        /// Place in `m_ranges` for a range that is still whole, -1 for a remainder.
+        /// Place in `m_ranges` for a range that is still whole, or one of the marks below.
         int source;
-        bool alive;
     };
-    struct ParentKey
-    {
-        const QAbstractItemModel* model;
-        QModelIndex parent;
-        friend bool operator==(const ParentKey& a, const ParentKey& b)
-        {
-            return a.model == b.model && a.parent == b.parent;
-        }
-        friend uint qHash(const ParentKey& key, uint seed)
-        {
-            return qHash(key.parent) ^ qHash(key.model, seed);
-        }
-    };
+    static constexpr int remainder = -1;
+    static constexpr int gone = -2;
+
     /// Orders entries by parent, then by size class, then by first row.
     struct Position
     {
@@ -71,21 +93,25 @@ private:
         bool operator<(const Position& other) const;
     };
 
-    int parentNumber(const QItemSelectionRange& range);
-    Block blockOf(const QItemSelectionRange& range);
-    void insert(Entry entry);
-    void index(int entry);
-    std::vector<int> hits(const Block& block);
-    bool cut(const Block& block);
-    void split(const Entry& entry, const Block& block);
-    QItemSelectionRange toRange(const Entry& entry) const;
+    void insert(const Block& block, int source);
+    void buildIndex();
+    Position positionOf(int entry);
+    void findHits(const Block& block);
+    template <typename Iterator>
+    void collect(Iterator position, Iterator end, const Block& block, int sizeClass);
+    std::vector<Position>::const_iterator builtFrom(const Position& first);
+    void split(const Block& whole, const Block& block);
 
-    QHash<ParentKey, int> m_parentNumbers;
-    std::vector<QModelIndex> m_parents;
-    std::vector<std::uint32_t> m_sizeClasses; // per parent, one bit for each class in use
+    ParentNumbers& m_numbers;
     QItemSelection m_ranges;
     std::vector<Entry> m_entries;
-    std::set<Position> m_positions;
+    /// Entries of the time when the index was built, and those that came later.
+    std::vector<Position> m_built;
+    std::set<Position> m_added;
+    /// Where the last look-up in `m_built` ended, per size class: the next one is often near.
+    std::array<std::size_t, 32> m_cursors{};
+    std::uint32_t m_sizeClasses = 0; // one bit for each class in use
+    std::vector<int> m_hits;         // of the last look-up, in list order
     int m_scans = 0;
     bool m_indexed = false;
 };

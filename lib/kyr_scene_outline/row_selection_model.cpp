@@ -57,8 +57,8 @@ void RowSelectionModel::select(const QItemSelection& selection,
     if (command == NoUpdate)
         return;
 
-    const QItemSelection before = this->selection();
     settle();
+    const QItemSelection before = m_stored;
     if (command & Clear) {
         m_ranges.clear();
         m_current.clear();
@@ -84,6 +84,12 @@ void RowSelectionModel::store(const QItemSelection& selection)
     const QSignalBlocker blocker(this);
     QItemSelectionModel::select(QItemSelection(), Clear);
     QItemSelectionModel::select(selection, Select);
+    m_stored = selection;
+}
+
+QItemSelection RowSelectionModel::finishedSelection() const
+{
+    return m_joined ? selection() : m_stored;
 }
 
 void RowSelectionModel::settle()
@@ -91,7 +97,8 @@ void RowSelectionModel::settle()
     if (!m_joined)
         return;
     m_joined = false;
-    m_ranges = selection();
+    m_stored = selection();
+    m_ranges = m_stored;
     m_current.clear();
 }
 

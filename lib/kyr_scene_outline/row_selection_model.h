@@ -23,6 +23,9 @@ class RowSelectionModel : public QItemSelectionModel
 public:
     explicit RowSelectionModel(QAbstractItemModel* model, QObject* parent = nullptr);
 
+    /// What `selection()` returns, without the copy that it makes.
+    QItemSelection finishedSelection() const;
+
     using QItemSelectionModel::select;
     void select(const QItemSelection& selection,
                 QItemSelectionModel::SelectionFlags command) override;
@@ -34,6 +37,8 @@ private:
     void saveLayout(bool sortsRows);
     void restoreLayout();
 
+    /// What the base class was last given.
+    QItemSelection m_stored;
     QItemSelection m_ranges;
     QItemSelection m_current;
     QItemSelectionModel::SelectionFlags m_currentCommand = QItemSelectionModel::NoUpdate;

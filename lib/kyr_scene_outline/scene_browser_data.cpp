@@ -44,11 +44,13 @@ SceneBrowserData::SceneBrowserData(IAssetModel* assetModel, IAssetSelection* ass
         return;
 
     connectItemModel();
-    m_selectionModel =
+    auto rows =
         std::make_unique<kyr::selection::RowSelectionModel>(m_assetModel->itemModel(), this);
     connect(
-        m_selectionModel.get(), &QItemSelectionModel::selectionChanged, m_selectionModel.get(),
-        [this] { updateAssetSelection(m_selectionModel->selection()); }, Qt::DirectConnection);
+        rows.get(), &QItemSelectionModel::selectionChanged, rows.get(),
+        [this, model = rows.get()] { updateAssetSelection(model->finishedSelection()); },
+        Qt::DirectConnection);
+    m_selectionModel = std::move(rows);
     updateAssetSelection(m_selectionModel->selection());
 }
 

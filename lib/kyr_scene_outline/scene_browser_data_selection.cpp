@@ -56,8 +56,10 @@ QItemSelection allRows(const QAbstractItemModel& model)
             continue;
         }
         // Ranges under different parents share no cells, so appending is merging.
-        selection.append(QItemSelection(model.index(0, 0, level.parent),
-                                        model.index(level.rows - 1, 0, level.parent)));
+        const QModelIndex first = model.index(0, 0, level.parent);
+        const QModelIndex last = model.index(level.rows - 1, 0, level.parent);
+        if (first.isValid() && last.isValid())
+            selection.append(QItemSelectionRange(first, last));
         levels.pop_back();
     }
     return selection;

@@ -3,9 +3,10 @@
 #include "range_set.h"
 
 #include <QAbstractItemModel>
-#include <QHash>
 
 #include <algorithm>
+#include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace kyr::selection {
@@ -14,71 +15,87 @@ namespace {
 constexpr QItemSelectionModel::SelectionFlags changing =
     QItemSelectionModel::Select | QItemSelectionModel::Deselect | QItemSelectionModel::Toggle;
 
-struct RangeKey
-{
-    QModelIndex topLeft;
-    QModelIndex bottomRight;
-    friend bool operator==(const RangeKey& a, const RangeKey& b)
-    {
-        return a.topLeft == b.topLeft && a.bottomRight == b.bottomRight;
-    }
-    friend uint qHash(const RangeKey& key, uint seed)
-    {
-        return qHash(key.topLeft) * 31u + qHash(key.bottomRight) + seed;
-    }
-};
-
-RangeKey keyOf(const QItemSelectionRange& range)
-{
-    return {range.topLeft(), range.bottomRight()};
-}
-
-// The places of each range in a list, looked up from a place onwards.
-class RangePlaces
+// The places of equal blocks in a list: a hash table in two arrays.
+class BlockPlaces
 {
 public:
-    RangePlaces(const QItemSelection& ranges, int first)
+    BlockPlaces(const std::vector<Block>& blocks, std::size_t first)
+        : m_blocks(blocks), m_next(blocks.size(), none)
     {
-        m_places.reserve(ranges.size() - first);
-        for (int place = first; place < ranges.size(); ++place)
-            m_places[keyOf(ranges.at(place))].push_back(place);
+        std::size_t slots = 16;
+        while (slots < 2 * (blocks.size() - first))
+            slots *= 2;
+        m_heads.assign(slots, none);
+        // From the end, so that each chain runs from the first place to the last.
+        for (std::size_t place = blocks.size(); place-- > first;)
+            m_next[place] = std::exchange(m_heads[slotOf(blocks[place])], static_cast<int>(place));
     }
 
-    /// Takes out the first place of `range` that is not before `from`; -1 when there is none.
-    int take(const QItemSelectionRange& range, int from)
+    /// Takes out the first place of `block` that is not before `from`; -1 when there is none.
+    int take(const Block& block, int from)
     {
-        const auto found = m_places.find(keyOf(range));
-        if (found == m_places.end())
-            return -1;
-        const auto place = std::lower_bound(found->begin(), found->end(), from);
-        if (place == found->end())
-            return -1;
-        const int taken = *place;
-        found->erase(place);
-        return taken;
+        int* link = &m_heads[slotOf(block)];
+        while (*link != none) {
+            const int place = *link;
+            int* next = &m_next[static_cast<std::size_t>(place)];
+            if (place >= from && m_blocks[static_cast<std::size_t>(place)] == block) {
+                *link = *next;
+                return place;
+            }
+            link = next;
+        }
+        return none;
     }
 
 private:
-    QHash<RangeKey, std::vector<int>> m_places;
+    static constexpr int none = -1;
+
+    std::size_t slotOf(const Block& block) const
+    {
+        std::uint64_t hash = static_cast<std::uint32_t>(block.top);
+        for (const int part : {block.parent, block.bottom, block.left, block.right})
+            hash = (hash ^ static_cast<std::uint32_t>(part)) * 0x9e3779b97f4a7c15u;
+        return static_cast<std::size_t>(hash >> 32) & (m_heads.size() - 1);
+    }
+
+    const std::vector<Block>& m_blocks;
+    std::vector<int> m_heads;
+    std::vector<int> m_next;
 };
+
+std::vector<Block> blocksOf(const QItemSelection& ranges, ParentNumbers& numbers)
+{
+    std::vector<Block> blocks;
+    blocks.reserve(static_cast<std::size_t>(ranges.size()));
+    for (const QItemSelectionRange& range : ranges)
+        blocks.push_back(numbers.blockOf(range));
+    return blocks;
+}
 
 // Drops pairs of equal ranges. The stock model passes over some of the pairs and leaves them to
 // the comparison of cells, which shows where ranges overlap; the same pairs stay here.
-void removeEqualRanges(QItemSelection& deselected, QItemSelection& selected)
+void removeEqualRanges(QItemSelection& deselected, QItemSelection& selected, ParentNumbers& numbers)
 {
     int same = 0;
     const int shorter = std::min(deselected.size(), selected.size());
     while (same < shorter && deselected.at(same) == selected.at(same))
         ++same;
 
-    RangePlaces places(selected, same);
+    if (same == deselected.size() || same == selected.size()) {
+        deselected.erase(deselected.begin(), deselected.begin() + same);
+        selected.erase(selected.begin(), selected.begin() + same);
+        return;
+    }
+    const std::vector<Block> wanted = blocksOf(deselected, numbers);
+    const std::vector<Block> offered = blocksOf(selected, numbers);
+    BlockPlaces places(offered, static_cast<std::size_t>(same));
     std::vector<bool> kept(static_cast<std::size_t>(selected.size()), true);
     std::fill_n(kept.begin(), same, false);
     QItemSelection deselectedRest;
     bool paired = same > 0;
     int from = same;
     for (int i = same; i < deselected.size(); ++i) {
-        const int place = places.take(deselected.at(i), from);
+        const int place = places.take(wanted[static_cast<std::size_t>(i)], from);
         if (place >= 0) {
             kept[static_cast<std::size_t>(place)] = false;
             paired = true;
@@ -101,16 +118,40 @@ void removeEqualRanges(QItemSelection& deselected, QItemSelection& selected)
     selected = std::move(selectedRest);
 }
 
-// What is left of `ranges` without the cells of `others`; true when they shared any.
-bool subtract(QItemSelection& ranges, const QItemSelection& others)
+// Takes the cells of `others` out of `ranges`; true when they shared any.
+bool subtract(QItemSelection& ranges, const QItemSelection& others, ParentNumbers& numbers)
 {
-    RangeSet rest(ranges);
+    RangeSet rest(numbers, ranges);
     bool shared = false;
     for (const QItemSelectionRange& other : others)
-        shared = rest.cut(other) || shared;
+        shared = rest.cut(numbers.blockOf(other)) || shared;
     if (shared)
         ranges = rest.toSelection();
     return shared;
+}
+
+bool allValid(const QItemSelection& ranges)
+{
+    return std::all_of(ranges.begin(), ranges.end(),
+                       [](const QItemSelectionRange& range) { return range.isValid(); });
+}
+
+QItemSelection validRanges(const QItemSelection& ranges)
+{
+    if (allValid(ranges))
+        return ranges;
+    QItemSelection valid;
+    for (const QItemSelectionRange& range : ranges) {
+        if (range.isValid())
+            valid.append(range);
+    }
+    return valid;
+}
+
+QItemSelection joined(QItemSelection first, const QItemSelection& second)
+{
+    first.append(second);
+    return first;
 }
 
 } // namespace
@@ -120,32 +161,30 @@ QItemSelection merged(const QItemSelection& ranges, const QItemSelection& other,
 {
     if (other.isEmpty() || !(command & changing))
         return ranges;
-    const bool toggles = command & QItemSelectionModel::Toggle;
     const bool adds = !(command & QItemSelectionModel::Deselect);
-    RangeSet result(ranges);
-    RangeSet added;
-    if (toggles && adds)
-        added = RangeSet(other);
-    result.cutShared(other, toggles && adds ? &added : nullptr);
+    if (ranges.isEmpty())
+        return adds ? validRanges(other) : ranges;
 
-    QItemSelection selection = result.toSelection();
-    if (!adds)
-        return selection;
-    if (toggles) {
-        selection.append(added.toSelection());
-    } else {
-        for (const QItemSelectionRange& range : other) {
-            if (range.isValid())
-                selection.append(range);
-        }
+    ParentNumbers numbers;
+    RangeSet result(numbers, ranges);
+    if (!adds) {
+        result.cutShared(other, nullptr);
+        return result.toSelection();
     }
-    return selection;
+    if (!(command & QItemSelectionModel::Toggle)) {
+        result.cutShared(other, nullptr);
+        return joined(result.toSelection(), validRanges(other));
+    }
+    RangeSet added(numbers, other);
+    result.cutShared(other, &added);
+    return joined(result.toSelection(), added.toSelection());
 }
 
 QItemSelection expanded(const QItemSelection& selection, const QAbstractItemModel& model,
                         QItemSelectionModel::SelectionFlags command)
 {
-    RangeSet result;
+    ParentNumbers numbers;
+    RangeSet result(numbers, {});
     const auto add = [&result](const QModelIndex& topLeft, const QModelIndex& bottomRight) {
         const QItemSelection range(topLeft, bottomRight);
         result.cutShared(range, nullptr);
@@ -171,17 +210,18 @@ QItemSelection expanded(const QItemSelection& selection, const QAbstractItemMode
 
 Difference difference(const QItemSelection& before, const QItemSelection& after)
 {
-    Difference change{after, before};
     if (before == after)
         return {};
+    Difference change{after, before};
     if (before.isEmpty() || after.isEmpty())
         return change;
-    removeEqualRanges(change.deselected, change.selected);
+    ParentNumbers numbers;
+    removeEqualRanges(change.deselected, change.selected, numbers);
     if (change.selected.isEmpty() || change.deselected.isEmpty())
         return change;
     const QItemSelection selected = change.selected;
-    if (subtract(change.selected, change.deselected))
-        subtract(change.deselected, selected);
+    if (subtract(change.selected, change.deselected, numbers))
+        subtract(change.deselected, selected, numbers);
     return change;
 }
 
