@@ -1,6 +1,7 @@
 #include "assimp_import.h"
 
 #include "assimp_scene_builder.h"
+#include "assimp_scene_repair.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -67,6 +68,11 @@ void configure(Assimp::Importer& importer)
 {
     // Nodes that stand for a pivot only would show up as objects nobody has made.
     importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
+    // Nobody here shows them, and vertices that differ in nothing else are joined.
+    importer.SetPropertyInteger(AI_CONFIG_PP_RVC_FLAGS,
+                                aiComponent_BONEWEIGHTS | aiComponent_ANIMATIONS |
+                                    aiComponent_TEXTURES | aiComponent_TEXCOORDS |
+                                    aiComponent_TANGENTS_AND_BITANGENTS | aiComponent_COLORS);
     importer.SetPropertyFloat(AI_CONFIG_PP_GSN_MAX_SMOOTHING_ANGLE, creaseAngle);
 }
 
@@ -79,21 +85,29 @@ SceneImport importWithAssimp(const QString& path, const ImportProgress& progress
     auto* handler = new Handler(progress);
     importer.SetProgressHandler(handler); // owns it from here on
 
-    // In stages, because the library itself can hardly be stopped.
-    const unsigned stages[] = {aiProcess_Triangulate | aiProcess_GenSmoothNormals,
-                               aiProcess_JoinIdenticalVertices};
-    const std::size_t stageCount = std::size(stages);
-    const aiScene* scene =
-        importer.ReadFile(QFile::encodeName(path).toStdString(), aiProcess_ValidateDataStructure);
-    for (std::size_t stage = 0; scene && stage < stageCount; ++stage) {
-        const double length = processShare / static_cast<double>(stageCount);
-        handler->setSpan(readShare + length * static_cast<double>(stage), length);
-        if (!handler->Update(0))
-            return {};
-        scene = importer.ApplyPostProcessing(stages[stage]);
-    }
-    if (!progress(readShare + processShare))
+    const aiScene* scene = importer.ReadFile(QFile::encodeName(path).toStdString(), 0);
+    if (!progress(readShare))
         return {};
+    if (!scene)
+        return {nullptr, reasonOf(importer)};
+    // The importer hands it out as constant, though it is the caller's to work on.
+    const QString damage = repairScene(const_cast<aiScene&>(*scene));
+    if (!damage.isEmpty())
+        return {nullptr, damage};
+
+    // In stages, because the library itself can hardly be stopped.
+    const unsigned stages[] = {aiProcess_RemoveComponent | aiProcess_Triangulate |
+                                   aiProcess_GenSmoothNormals,
+                               aiProcess_JoinIdenticalVertices};
+    const auto length = processShare / static_cast<double>(std::size(stages));
+    double done = readShare;
+    for (const unsigned stage : stages) {
+        handler->setSpan(done, length);
+        scene = scene ? importer.ApplyPostProcessing(stage) : nullptr;
+        done += length;
+        if (!progress(done))
+            return {};
+    }
     if (!scene)
         return {nullptr, reasonOf(importer)};
     SceneObjectPtr root = buildScene(*scene);
