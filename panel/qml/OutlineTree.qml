@@ -57,6 +57,10 @@ FocusScope {
         else
             hoverLeft();
     }
+    function refreshHover() {
+        list.forceLayout();
+        updateHover();
+    }
     function readButtonCount() {
         const role = flatModel.sourceRole("rowButtonsModel");
         const buttons = role < 0 ? undefined : flatModel.data(flatModel.index(0, 0), role);
@@ -66,7 +70,7 @@ FocusScope {
     FlatTreeModel {
         id: flatModel
 
-        onCountChanged: Qt.callLater(tree.updateHover)
+        onCountChanged: Qt.callLater(tree.refreshHover)
         onSourceModelChanged: tree.readButtonCount()
         onModelAboutToBeReset: anchor.take()
         onModelReset: {
@@ -234,24 +238,21 @@ FocusScope {
         }
     }
 
-    ToolTip {
+    PanelToolTip {
         id: toolTip
 
-        property string pending
-
-        delay: tree.style.toolTipDelay
+        style: tree.style
 
         function follow() {
             const row = tree.itemAtRow(tree.hoveredRow);
-            if (!row)
-                return hide();
-            const button = row.hoveredButton;
-            const wanted = button >= 0 ? row.buttons[button].toolTip : row.elided ? row.name : "";
-            if (wanted === undefined || wanted === "")
-                return hide();
-            x = Math.min(pointer.mouseX + 12, tree.width - 8);
+            const button = row ? row.hoveredButton : -1;
+            const wanted = !row ? "" : button >= 0 ? row.buttons[button].toolTip
+                                                   : row.elided ? row.name : "";
+            x = Math.min(pointer.mouseX + 12, tree.width - width - 4);
             y = (tree.hoveredRow + 1) * tree.style.rowHeight + list.originY - list.contentY + 2;
-            if (text !== wanted || !visible)
+            if (!wanted)
+                hide();
+            else if (text !== wanted || !visible)
                 show(wanted);
         }
     }

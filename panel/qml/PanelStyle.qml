@@ -6,7 +6,6 @@ QtObject {
     id: style
 
     property SystemPalette palette: SystemPalette {}
-    property SystemPalette disabledPalette: SystemPalette { colorGroup: SystemPalette.Disabled }
 
     property color base: palette.base
     property color window: palette.window
@@ -14,8 +13,8 @@ QtObject {
     property color highlight: palette.highlight
     readonly property bool dark: base.hslLightness < 0.5
 
-    property color dimText: blend(text, base, 0.45)
-    property color faintText: blend(text, base, 0.65)
+    property color dimText: blend(text, base, 0.35)
+    property color faintText: blend(text, base, 0.55)
     property color alternateBase: blend(base, text, dark ? 0.025 : 0.03)
     property color header: blend(window, text, dark ? 0.03 : 0.02)
     property color separator: blend(window, text, dark ? 0.12 : 0.18)

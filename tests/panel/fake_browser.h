@@ -7,6 +7,18 @@
 
 #include <utility>
 
+/// What an editor hangs above or below the tree.
+class FakePanel : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QQmlComponent* component MEMBER component CONSTANT)
+    Q_PROPERTY(QObject* context MEMBER context CONSTANT)
+
+public:
+    QQmlComponent* component = nullptr;
+    QObject* context = nullptr;
+};
+
 /// What the panel uses of a scene browser, with a list of the calls that it made.
 class FakeBrowser : public QObject
 {
@@ -17,10 +29,7 @@ class FakeBrowser : public QObject
     Q_PROPERTY(QObject* footerPanel MEMBER m_footerPanel NOTIFY footerPanelChanged)
 
 public:
-    explicit FakeBrowser(QAbstractItemModel* model)
-        : m_model(model)
-        , m_selection(model)
-    {}
+    explicit FakeBrowser(QAbstractItemModel* model) : m_model(model), m_selection(model) {}
 
     QAbstractItemModel* model() const { return m_model; }
     QItemSelectionModel* selectionModel() { return &m_selection; }
