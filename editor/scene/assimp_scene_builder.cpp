@@ -9,11 +9,36 @@
 #include <assimp/mesh.h>
 #include <assimp/scene.h>
 
+#include <deque>
 #include <unordered_map>
 
 namespace editor {
 
 namespace {
+
+/// Lights or cameras, which belong to the nodes of their names.
+template <typename T>
+class ByNodeName
+{
+public:
+    void add(const T& item) { m_items[item.mName.C_Str()].push_back(&item); }
+
+    /// Null for a node that is none. Nodes of the same name get one after the other.
+    const T* take(const aiNode& node)
+    {
+        const auto found = m_items.find(node.mName.C_Str());
+        if (found == m_items.end())
+            return nullptr;
+        auto& items = found->second;
+        const T* item = items.front();
+        if (items.size() > 1)
+            items.pop_front();
+        return item;
+    }
+
+private:
+    std::unordered_map<std::string, std::deque<const T*>> m_items;
+};
 
 class SceneBuilder
 {
@@ -21,9 +46,9 @@ public:
     explicit SceneBuilder(const aiScene& scene) : m_scene(scene), m_meshes(scene.mNumMeshes)
     {
         for (unsigned i = 0; i < scene.mNumLights; ++i)
-            m_lights.emplace(scene.mLights[i]->mName.C_Str(), scene.mLights[i]);
+            m_lights.add(*scene.mLights[i]);
         for (unsigned i = 0; i < scene.mNumCameras; ++i)
-            m_cameras.emplace(scene.mCameras[i]->mName.C_Str(), scene.mCameras[i]);
+            m_cameras.add(*scene.mCameras[i]);
     }
 
     SceneObjectPtr build()
@@ -71,16 +96,16 @@ private:
     SceneObjectPtr makeObject(const aiNode& node)
     {
         const QMatrix4x4 matrix = matrixFrom(node.mTransformation);
-        if (const auto light = m_lights.find(node.mName.C_Str()); light != m_lights.end()) {
+        if (const aiLight* light = m_lights.take(node)) {
             const SceneObjectPtr object = makeHolder(ObjectKind::Light, node, "Light");
-            readLight(*light->second, *object->light());
-            place(*object, node, matrix, placeOf(*light->second));
+            readLight(*light, *object->light());
+            place(*object, node, matrix, placeOf(*light));
             return object;
         }
-        if (const auto camera = m_cameras.find(node.mName.C_Str()); camera != m_cameras.end()) {
+        if (const aiCamera* camera = m_cameras.take(node)) {
             const SceneObjectPtr object = makeHolder(ObjectKind::Camera, node, "Camera");
-            readCamera(*camera->second, *object->camera());
-            place(*object, node, matrix, placeOf(*camera->second));
+            readCamera(*camera, *object->camera());
+            place(*object, node, matrix, placeOf(*camera));
             return object;
         }
         if (node.mNumMeshes == 1 && node.mMeshes[0] < m_scene.mNumMeshes) {
@@ -128,8 +153,8 @@ private:
 
     const aiScene& m_scene;
     std::vector<MeshAssetPtr> m_meshes;
-    std::unordered_map<std::string, const aiLight*> m_lights;
-    std::unordered_map<std::string, const aiCamera*> m_cameras;
+    ByNodeName<aiLight> m_lights;
+    ByNodeName<aiCamera> m_cameras;
     std::vector<std::pair<const aiNode*, SceneObject*>> m_open;
 };
 
