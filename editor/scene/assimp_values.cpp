@@ -1,5 +1,7 @@
 #include "assimp_values.h"
 
+#include "display_color.h"
+
 #include <QQuaternion>
 #include <QtMath>
 
@@ -21,12 +23,7 @@ QVector3D vectorFrom(const aiVector3D& v)
 }
 
 // Formats without physical materials give colours as a screen shows them.
-float linearFromDisplay(float value)
-{
-    return value <= 0.04045f ? value / 12.92f : std::pow((value + 0.055f) / 1.055f, 2.4f);
-}
-
-lumo::Color linearFromDisplay(const aiColor4D& color)
+lumo::Color linearFrom(const aiColor4D& color)
 {
     return {linearFromDisplay(color.r), linearFromDisplay(color.g), linearFromDisplay(color.b),
             color.a};
@@ -108,7 +105,7 @@ void readMaterial(const aiMaterial& source, MaterialComponent& material)
     if (source.Get(AI_MATKEY_BASE_COLOR, color) == aiReturn_SUCCESS)
         material.baseColor = {color.r, color.g, color.b, color.a};
     else if (source.Get(AI_MATKEY_COLOR_DIFFUSE, color) == aiReturn_SUCCESS)
-        material.baseColor = linearFromDisplay(color);
+        material.baseColor = linearFrom(color);
     float opacity = 1;
     if (source.Get(AI_MATKEY_OPACITY, opacity) == aiReturn_SUCCESS)
         material.baseColor.a = std::clamp(opacity, 0.0f, 1.0f);

@@ -1,9 +1,9 @@
 #include "grid_scene.h"
 
+#include "display_color.h"
 #include "primitive_shapes.h"
 
-#include <QColor>
-
+#include <algorithm>
 #include <cmath>
 
 namespace editor {
@@ -17,10 +17,7 @@ SceneObjectPtr makeCell(int number, const MeshAssetPtr& asset, float x, float z)
     SceneObjectPtr object = SceneObject::create(ObjectKind::Mesh, "Box " + std::to_string(number));
     object->transform()->position = {x, 0.5f, z};
     object->mesh()->asset = asset;
-    const QColor color = QColor::fromHsv((number * 37) % 360, 110, 215);
-    object->material()->baseColor = {static_cast<float>(color.redF()),
-                                     static_cast<float>(color.greenF()),
-                                     static_cast<float>(color.blueF()), 1};
+    object->material()->baseColor = linearColor(QColor::fromHsv((number * 37) % 360, 110, 215));
     return object;
 }
 
