@@ -89,6 +89,9 @@ public:
     void visit(int first, int last,
                const std::function<bool(int, const QModelIndex&)>& visitor) const;
 
+    /// Memory of the rows that were read so far.
+    std::size_t bytesUsed() const { return m_rows.tree().bytesUsed(); }
+
 Q_SIGNALS:
     void sourceModelChanged();
     void selectionModelChanged();

@@ -23,6 +23,9 @@ RowTree::Node RowTree::create(int depth, quint32 flags)
         m_free = m_nodes[node].left;
     } else {
         node = Node(m_nodes.size());
+        // Doubling would hold twice the memory of a scene that has just been opened.
+        if (m_nodes.size() == m_nodes.capacity())
+            m_nodes.reserve(m_nodes.size() + m_nodes.size() / 4 + 16);
         m_nodes.emplace_back();
     }
     Data data;

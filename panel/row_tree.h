@@ -78,7 +78,7 @@ public:
     Node hidden(Node node) const { return m_nodes[node].hidden; }
     void setHidden(Node node, Node sequence) { m_nodes[node].hidden = sequence; }
 
-    static constexpr std::size_t bytesPerRow();
+    std::size_t bytesUsed() const { return m_nodes.capacity() * sizeof(Data); }
 
 private:
     struct Data
@@ -103,10 +103,5 @@ private:
     Node m_free = none;
     quint32 m_random = 2463534242u;
 };
-
-constexpr std::size_t RowTree::bytesPerRow()
-{
-    return sizeof(Data);
-}
 
 } // namespace kyr::panel

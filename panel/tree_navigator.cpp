@@ -121,6 +121,12 @@ void TreeNavigator::clearSelection()
     selectionModel()->select(QItemSelection(), Selection::Clear);
 }
 
+void TreeNavigator::selectVisible()
+{
+    if (selectionModel() && m_flat->count() > 0)
+        select(0, m_flat->count() - 1, Selection::ClearAndSelect);
+}
+
 void TreeNavigator::toggle(int row, int modifiers)
 {
     if (!m_flat)

@@ -42,6 +42,8 @@ public:
     /// Selects the row unless it is part of the selection that the menu is for.
     Q_INVOKABLE void pressForMenu(int row);
     Q_INVOKABLE void clearSelection();
+    /// All rows that no collapsed row hides.
+    Q_INVOKABLE void selectVisible();
     /// The expand arrow; with Shift it takes the whole branch along.
     Q_INVOKABLE void toggle(int row, int modifiers);
     /// False when the key means nothing here.

@@ -5,6 +5,7 @@ Rectangle {
     id: header
 
     property QtObject style
+    property bool showCount
     property int buttonCount
     property int rightMargin
 
@@ -32,7 +33,8 @@ Rectangle {
                          + header.style.spacing
             verticalCenter: parent.verticalCenter
         }
-        width: header.style.countWidth
+        visible: header.showCount
+        width: visible ? header.style.countWidth : 0
         horizontalAlignment: Text.AlignRight
         text: qsTr("Count")
         color: header.style.dimText

@@ -39,7 +39,7 @@ Item {
 
     Accessible.role: Accessible.TreeItem
     Accessible.name: name
-    Accessible.description: type
+    Accessible.description: qsTr("%1, level %2").arg(type).arg(model.depth + 1)
     Accessible.selectable: true
     Accessible.selected: model.selected
     Accessible.focusable: true
@@ -134,7 +134,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         width: Math.min(implicitWidth, row.style.countWidth)
         text: model.count ? model.count : ""
-        color: row.style.faintText
+        color: row.style.alpha(row.style.text, 0.5)
         font.pixelSize: row.style.pixelSize - 1
     }
 

@@ -14,7 +14,8 @@ FocusScope {
     readonly property alias count: list.count
     readonly property alias contentY: list.contentY
     readonly property int scrollBarWidth: scrollBar.visible ? scrollBar.width : 0
-    // As many as the rows of this scene have; read from the first one.
+    // What the rows of this scene have; the number of buttons is read from the first one.
+    property bool hasCount: false
     property int buttonCount: 0
     property int hoveredRow: -1
 
@@ -61,25 +62,26 @@ FocusScope {
         list.forceLayout();
         updateHover();
     }
-    function readButtonCount() {
+    function readColumns() {
         const role = flatModel.sourceRole("rowButtonsModel");
         const buttons = role < 0 ? undefined : flatModel.data(flatModel.index(0, 0), role);
         buttonCount = buttons === undefined ? 0 : buttons.length;
+        hasCount = flatModel.sourceRole("count") >= 0;
     }
 
     FlatTreeModel {
         id: flatModel
 
         onCountChanged: Qt.callLater(tree.refreshHover)
-        onSourceModelChanged: tree.readButtonCount()
+        onSourceModelChanged: tree.readColumns()
         onModelAboutToBeReset: anchor.take()
         onModelReset: {
-            tree.readButtonCount();
+            tree.readColumns();
             anchor.restore();
         }
         onRowsInserted: {
             if (tree.buttonCount === 0)
-                tree.readButtonCount();
+                tree.readColumns();
         }
     }
     TreeNavigator {

@@ -24,6 +24,10 @@ FocusScope {
 
     readonly property alias tree: tree
 
+    // For what a browser does by itself.
+    signal menuRequested()
+    signal activated(var sourceIndex)
+
     // Expands what hides the row and scrolls it into view; a row in view stays where it is.
     function revealIndex(sourceIndex) {
         tree.showIndex(sourceIndex);
@@ -81,6 +85,7 @@ FocusScope {
 
         anchors { left: parent.left; right: parent.right; top: headerSlot.bottom }
         style: panel.style
+        showCount: tree.hasCount
         buttonCount: tree.buttonCount
         rightMargin: tree.scrollBarWidth
     }
@@ -110,14 +115,18 @@ FocusScope {
         onMenuRequested: {
             if (panel.browser)
                 panel.browser.requestMenu();
+            panel.menuRequested();
         }
         onActivated: {
             if (panel.browser)
                 panel.browser.onDoubleClicked(sourceIndex);
+            panel.activated(sourceIndex);
         }
         onSelectAllRequested: {
             if (panel.browser)
                 panel.browser.selectAll();
+            else
+                tree.navigator.selectVisible();
         }
         onRevealRequested: panel.revealSelection()
     }

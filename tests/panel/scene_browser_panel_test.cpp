@@ -5,6 +5,7 @@
 #include <QQuickItem>
 #include <QQuickView>
 #include <QRegularExpression>
+#include <QStandardItemModel>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -190,6 +191,27 @@ TEST_F(ScenePanelTest, KeepsTheTopRowWhenAllRowsOpen)
     Q_EMIT browser->expandAllRequested();
     QTest::qWait(1);
     EXPECT_EQ(scrolled(), top * 6 * rowHeight);
+}
+
+TEST_F(ScenePanelTest, ShowsAnOrdinaryModelWithoutABrowser)
+{
+    open(house());
+    QStandardItemModel model;
+    model.appendRow(new QStandardItem(QStringLiteral("one")));
+    model.item(0)->appendRow(new QStandardItem(QStringLiteral("two")));
+    panel->setProperty("browser", QVariant::fromValue<QObject*>(nullptr));
+    panel->setProperty("model", QVariant::fromValue<QObject*>(&model));
+    EXPECT_EQ(count(), 1);
+    QTest::qWait(1);
+    click(at(12, 0));
+    EXPECT_EQ(count(), 2);
+    const auto* selection = panel->property("selectionModel").value<QItemSelectionModel*>();
+    ASSERT_TRUE(selection);
+    click(at(120, 1));
+    QTest::keyClick(&view, Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(selection->selectedIndexes().size(), 2);
+    panel->setProperty("model", QVariant::fromValue<QObject*>(nullptr));
+    EXPECT_EQ(count(), 0);
 }
 
 TEST_F(ScenePanelTest, ShowsWhatTheEditorHangsAboveTheTree)

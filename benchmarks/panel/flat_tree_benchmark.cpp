@@ -1,0 +1,199 @@
+#include <panel/flat_tree_model.h>
+#include <panel/tree_navigator.h>
+
+#include <QAbstractItemModel>
+#include <QItemSelectionModel>
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+#include <random>
+
+namespace {
+
+using kyr::panel::FlatTreeModel;
+
+/// Groups with the same number of children each; rows cost it nothing to find, so that a benchmark
+/// measures the list.
+class GroupModel : public QAbstractItemModel
+{
+public:
+    GroupModel(int groups, int children) : m_children(std::size_t(groups), children) {}
+
+    void insert(int group, int row)
+    {
+        beginInsertRows(index(group, 0), row, row);
+        ++m_children[std::size_t(group)];
+        endInsertRows();
+    }
+    void remove(int group, int row)
+    {
+        beginRemoveRows(index(group, 0), row, row);
+        --m_children[std::size_t(group)];
+        endRemoveRows();
+    }
+
+    QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override
+    {
+        return createIndex(row, column, parent.isValid() ? quintptr(parent.row()) + 1 : 0);
+    }
+    QModelIndex parent(const QModelIndex& index) const override
+    {
+        return index.internalId() == 0 ? QModelIndex()
+                                       : createIndex(int(index.internalId()) - 1, 0, quintptr(0));
+    }
+    int rowCount(const QModelIndex& parent = {}) const override
+    {
+        if (!parent.isValid())
+            return int(m_children.size());
+        return parent.internalId() == 0 ? m_children[std::size_t(parent.row())] : 0;
+    }
+    int columnCount(const QModelIndex& = {}) const override { return 1; }
+    QVariant data(const QModelIndex& index, int role) const override
+    {
+        return role == Qt::DisplayRole ? QVariant(index.row()) : QVariant();
+    }
+
+private:
+    std::vector<int> m_children;
+};
+
+/// A scene of `range(0)` groups with two objects each, opened on request.
+struct Scene
+{
+    explicit Scene(const benchmark::State& state, bool open = true)
+        : groups(int(state.range(0))), model(groups, 2)
+    {
+        flat.setSourceModel(&model);
+        flat.setSelectionModel(selection);
+        if (open)
+            flat.expandAll();
+    }
+
+    int groups;
+    GroupModel model;
+    QItemSelectionModel* selection = new QItemSelectionModel(&model);
+    FlatTreeModel flat;
+};
+
+void expandAll(benchmark::State& state)
+{
+    Scene scene(state, false);
+    for (auto _ : state)
+        scene.flat.expandAll();
+    state.counters["rows"] = scene.flat.count();
+    state.counters["bytes/row"] = double(scene.flat.bytesUsed()) / scene.flat.count();
+}
+
+void collapseAll(benchmark::State& state)
+{
+    Scene scene(state);
+    for (auto _ : state)
+        scene.flat.collapseAll();
+}
+
+/// What a user does who opens and closes every group by hand.
+void toggleEachGroup(benchmark::State& state)
+{
+    Scene scene(state, false);
+    for (auto _ : state) {
+        for (int group = 0; group < scene.groups; ++group)
+            scene.flat.setExpanded(scene.model.index(group, 0), true);
+        for (int group = 0; group < scene.groups; ++group)
+            scene.flat.setExpanded(scene.model.index(group, 0), false);
+    }
+    state.SetItemsProcessed(state.iterations() * 2 * scene.groups);
+}
+
+void rowToIndex(benchmark::State& state)
+{
+    Scene scene(state);
+    std::minstd_rand random;
+    const auto rows = unsigned(scene.flat.count());
+    for (auto _ : state)
+        benchmark::DoNotOptimize(scene.flat.sourceIndex(int(random() % rows)));
+}
+
+void indexToRow(benchmark::State& state)
+{
+    Scene scene(state);
+    std::minstd_rand random;
+    for (auto _ : state) {
+        const QModelIndex group = scene.model.index(int(random() % unsigned(scene.groups)), 0);
+        benchmark::DoNotOptimize(scene.flat.rowOf(scene.model.index(1, 0, group)));
+    }
+}
+
+void insertAndRemoveRow(benchmark::State& state)
+{
+    Scene scene(state);
+    std::minstd_rand random;
+    for (auto _ : state) {
+        const int group = int(random() % unsigned(scene.groups));
+        scene.model.insert(group, 1);
+        scene.model.remove(group, 1);
+    }
+}
+
+/// The same changes without a list: what the source alone costs.
+void insertAndRemoveRowSourceOnly(benchmark::State& state)
+{
+    GroupModel model(int(state.range(0)), 2);
+    std::minstd_rand random;
+    for (auto _ : state) {
+        const int group = int(random() % unsigned(state.range(0)));
+        model.insert(group, 1);
+        model.remove(group, 1);
+    }
+}
+
+/// One object of every group selected and deselected, as a selection model reports it.
+void markEachGroup(benchmark::State& state)
+{
+    Scene scene(state);
+    QItemSelection ranges;
+    for (int group = 0; group < scene.groups; ++group) {
+        const QModelIndex object = scene.model.index(0, 0, scene.model.index(group, 0));
+        ranges.append(QItemSelectionRange(object));
+    }
+    for (auto _ : state) {
+        Q_EMIT scene.selection->selectionChanged(ranges, {});
+        Q_EMIT scene.selection->selectionChanged({}, ranges);
+    }
+    state.SetItemsProcessed(state.iterations() * 2 * scene.groups);
+}
+
+/// A Shift range over every row, made but not selected.
+void rangeOverAllRows(benchmark::State& state)
+{
+    Scene scene(state);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(scene.flat.sourceSelection(0, scene.flat.count() - 1));
+    state.SetItemsProcessed(state.iterations() * scene.flat.count());
+}
+
+void searchWithoutAMatch(benchmark::State& state)
+{
+    Scene scene(state);
+    kyr::panel::TypeAhead typeAhead;
+    for (auto _ : state) {
+        typeAhead.stop();
+        benchmark::DoNotOptimize(typeAhead.type(QStringLiteral("x"), scene.flat, 0));
+    }
+    state.SetItemsProcessed(state.iterations() * scene.flat.count());
+}
+
+BENCHMARK(expandAll)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(collapseAll)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(toggleEachGroup)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(markEachGroup)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(rangeOverAllRows)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(searchWithoutAMatch)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(rowToIndex)->Arg(10'000)->Arg(100'000);
+BENCHMARK(indexToRow)->Arg(10'000)->Arg(100'000);
+BENCHMARK(insertAndRemoveRow)->Arg(10'000)->Arg(100'000);
+BENCHMARK(insertAndRemoveRowSourceOnly)->Arg(10'000)->Arg(100'000);
+
+} // namespace
+
+BENCHMARK_MAIN();
