@@ -8,12 +8,21 @@ FocusScope {
 
     property ViewportController controller
     property bool dark: true
-    property color selectionColor: "#ff8c1a"
-    property color primaryColor: "#ffd84d"
-    property color hoverColor: "#59c8ff"
+    property color selectionColor: dark ? "#ff8c1a" : "#ee7000"
+    property color primaryColor: dark ? "#ffd84d" : "#ffc800"
+    property color hoverColor: dark ? "#59c8ff" : "#1484dc"
     property bool showHints: true
 
     readonly property color textColor: dark ? "#d8dce2" : "#2b2f36"
+
+    function updateSize() {
+        if (controller && width > 0 && height > 0)
+            controller.viewportSize = Qt.size(width, height);
+    }
+
+    onControllerChanged: updateSize()
+    onWidthChanged: updateSize()
+    onHeightChanged: updateSize()
 
     Rectangle {
         anchors.fill: parent
@@ -42,13 +51,6 @@ FocusScope {
         gridColor: view.dark ? "#70a0a8b4" : "#70606870"
     }
 
-    Binding {
-        target: view.controller
-        property: "viewportSize"
-        value: Qt.size(view.width, view.height)
-        when: view.width > 0 && view.height > 0
-    }
-
     Rectangle {
         readonly property rect band: view.controller ? view.controller.rubberBand : Qt.rect(0, 0, 0, 0)
 
@@ -67,11 +69,13 @@ FocusScope {
         hoverEnabled: true
         enabled: view.controller
         preventStealing: true
+        cursorShape: view.controller ? view.controller.cursorShape : Qt.ArrowCursor
 
         onPressed: {
             view.forceActiveFocus(Qt.MouseFocusReason);
             view.controller.press(Qt.point(mouse.x, mouse.y), mouse.button, mouse.modifiers);
         }
+        onEntered: view.controller.move(Qt.point(mouseX, mouseY))
         onPositionChanged: view.controller.move(Qt.point(mouse.x, mouse.y))
         onReleased: view.controller.release(Qt.point(mouse.x, mouse.y), mouse.button, mouse.modifiers)
         onDoubleClicked: {
@@ -81,6 +85,40 @@ FocusScope {
         onCanceled: view.controller.cancel()
         onExited: view.controller.leave()
         onWheel: view.controller.wheel(Qt.point(wheel.x, wheel.y), wheel.angleDelta.y)
+    }
+
+    AxisGizmo {
+        anchors.top: parent.top
+        anchors.right: parent.right
+        anchors.margins: 10
+        controller: view.controller
+        lineColor: view.textColor
+    }
+
+    Text {
+        readonly property var count: function(number) {
+            return Number(number).toLocaleString(Qt.locale(), "f", 0);
+        }
+
+        anchors.left: parent.left
+        anchors.top: parent.top
+        anchors.margins: 10
+        visible: view.controller && view.controller.itemCount > 0
+        text: view.controller ? qsTr("%1 objects  ·  %2 triangles")
+                                .arg(count(view.controller.drawableCount))
+                                .arg(count(view.controller.triangleCount)) : ""
+        color: view.textColor
+        opacity: 0.65
+        font.pixelSize: 11
+    }
+
+    ViewportHints {
+        anchors.left: parent.left
+        anchors.bottom: parent.bottom
+        anchors.margins: 10
+        visible: view.showHints
+        maximumWidth: view.width - 20
+        textColor: view.textColor
     }
 
     Keys.onPressed: {

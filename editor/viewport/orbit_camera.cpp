@@ -9,7 +9,7 @@ namespace {
 constexpr float fieldOfView = 40.0f; // degrees, vertical
 constexpr float frameMargin = 1.15f;
 constexpr float degreesPerPixel = 0.4f;
-constexpr float maximalPitch = 89.0f; // at the poles "up" would be lost
+constexpr float maximalPitch = 90.0f;
 constexpr float shortestDistance = 1e-4f;
 constexpr float longestDistance = 1e7f;
 

@@ -10,14 +10,6 @@ constexpr double zoomPerWheelStep = 0.88;
 constexpr double wheelStep = 120.0; // Qt's unit of a wheel's notch
 constexpr double zoomPerPixel = 0.994;
 
-double countTriangles(const std::vector<ViewportItem>& items)
-{
-    double count = 0;
-    for (const ViewportItem& item : items)
-        count += item.geometry ? double(item.geometry->triangleCount()) : 0.0;
-    return count;
-}
-
 } // namespace
 
 ViewportController::ViewportController(QObject* parent) : QObject(parent) {}
@@ -25,10 +17,16 @@ ViewportController::ViewportController(QObject* parent) : QObject(parent) {}
 void ViewportController::setItems(std::vector<ViewportItem> items)
 {
     m_items.assign(std::move(items));
-    m_triangleCount = countTriangles(m_items.items());
+    m_triangleCount = 0;
+    m_drawableCount = 0;
+    for (const ViewportItem& item : m_items.items()) {
+        m_triangleCount += item.isMesh() ? double(item.geometry->triangleCount()) : 0.0;
+        m_drawableCount += item.isMesh() || item.isMarker();
+    }
     m_camera.setSceneBounds(m_items.bounds());
     m_selectedIds.clear();
-    m_hoveredId = 0;
+    m_hoveredIds.clear();
+    m_pointedId = 0;
     Q_EMIT itemsReset();
     Q_EMIT selectionChanged();
     Q_EMIT hoverChanged();
@@ -43,24 +41,34 @@ void ViewportController::updateItem(const ViewportItem& item)
     }
 }
 
-void ViewportController::setSelectedIds(const std::vector<quint32>& ids)
+std::vector<quint32> ViewportController::known(const std::vector<quint32>& ids) const
 {
-    std::vector<quint32> known;
-    known.reserve(ids.size());
-    std::copy_if(ids.begin(), ids.end(), std::back_inserter(known),
+    std::vector<quint32> result;
+    result.reserve(ids.size());
+    std::copy_if(ids.begin(), ids.end(), std::back_inserter(result),
                  [this](quint32 id) { return m_items.find(id) != nullptr; });
-    if (known == m_selectedIds)
+    return result;
+}
+
+void ViewportController::setSelectedIds(const std::vector<quint32>& ids, std::size_t primaryCount)
+{
+    primaryCount = std::min(primaryCount, ids.size());
+    std::vector<quint32> primary(ids.end() - std::ptrdiff_t(primaryCount), ids.end());
+    primaryCount = known(primary).size();
+    std::vector<quint32> selected = known(ids);
+    if (selected == m_selectedIds && primaryCount == m_primaryCount)
         return;
-    m_selectedIds = std::move(known);
+    m_selectedIds = std::move(selected);
+    m_primaryCount = primaryCount;
     Q_EMIT selectionChanged();
 }
 
-void ViewportController::setHoveredId(quint32 id)
+void ViewportController::setHoveredIds(const std::vector<quint32>& ids)
 {
-    const quint32 known = m_items.find(id) ? id : 0;
-    if (known == m_hoveredId)
+    std::vector<quint32> hoveredIds = known(ids);
+    if (hoveredIds == m_hoveredIds)
         return;
-    m_hoveredId = known;
+    m_hoveredIds = std::move(hoveredIds);
     Q_EMIT hoverChanged();
 }
 
@@ -104,6 +112,24 @@ QRectF ViewportController::rubberBand() const
     return active ? m_gesture.rectangle() : QRectF();
 }
 
+Qt::CursorShape ViewportController::cursorShape() const
+{
+    switch (m_gesture.kind()) {
+    case PointerGesture::Kind::RubberBand:
+        return Qt::CrossCursor;
+    case PointerGesture::Kind::Orbit:
+        return Qt::ClosedHandCursor;
+    case PointerGesture::Kind::Pan:
+        return Qt::SizeAllCursor;
+    case PointerGesture::Kind::Zoom:
+        return Qt::SizeVerCursor;
+    case PointerGesture::Kind::None:
+    case PointerGesture::Kind::Click:
+        break;
+    }
+    return Qt::ArrowCursor;
+}
+
 QPointF ViewportController::projectToScreen(quint32 id) const
 {
     const Box box = m_items.boundsOf({id});
@@ -127,7 +153,7 @@ void ViewportController::press(const QPointF& position, int button, int modifier
 void ViewportController::move(const QPointF& position)
 {
     if (!m_gesture.isActive()) {
-        hover(idAt(position));
+        pointAt(idAt(position));
         return;
     }
     const auto before = m_gesture.kind();
@@ -186,7 +212,7 @@ void ViewportController::gestureChanged(PointerGesture::Kind before)
     if (before == PointerGesture::Kind::RubberBand)
         Q_EMIT rubberBandChanged();
     if (before != m_gesture.kind())
-        Q_EMIT activeDragChanged();
+        Q_EMIT cursorShapeChanged();
 }
 
 void ViewportController::doubleClick(const QPointF& position)
@@ -203,7 +229,7 @@ void ViewportController::wheel(const QPointF& position, qreal angleDelta)
 
 void ViewportController::leave()
 {
-    hover(0);
+    pointAt(0);
 }
 
 void ViewportController::cancel()
@@ -211,12 +237,12 @@ void ViewportController::cancel()
     gestureChanged(m_gesture.release());
 }
 
-void ViewportController::hover(quint32 id)
+void ViewportController::pointAt(quint32 id)
 {
-    if (id == m_hoveredId)
+    if (id == m_pointedId)
         return;
-    m_hoveredId = id;
-    Q_EMIT hoverChanged();
+    m_pointedId = id;
+    setHoveredId(id);
     Q_EMIT hovered(id);
 }
 

@@ -23,7 +23,10 @@ class ViewportController : public QObject
     Q_PROPERTY(int itemCount READ itemCount NOTIFY itemsReset)
     Q_PROPERTY(int selectedCount READ selectedCount NOTIFY selectionChanged)
     Q_PROPERTY(double triangleCount READ triangleCount NOTIFY itemsReset)
-    Q_PROPERTY(int activeDrag READ activeDrag NOTIFY activeDragChanged)
+    Q_PROPERTY(int drawableCount READ drawableCount NOTIFY itemsReset)
+    Q_PROPERTY(qreal yaw READ yaw NOTIFY cameraChanged)
+    Q_PROPERTY(qreal pitch READ pitch NOTIFY cameraChanged)
+    Q_PROPERTY(Qt::CursorShape cursorShape READ cursorShape NOTIFY cursorShapeChanged)
 
 public:
     explicit ViewportController(QObject* parent = nullptr);
@@ -34,9 +37,11 @@ public:
     /// One changed item; ignored when its id is unknown. O(log n).
     void updateItem(const ViewportItem& item);
 
-    /// In the order of selection: the last one is the primary one. Unknown ids are kept out.
-    void setSelectedIds(const std::vector<quint32>& ids);
-    void setHoveredId(quint32 id);
+    /// In the order of selection; the last `primaryCount` are the primary object, which is more
+    /// than one item when it is a group. Unknown ids are left out.
+    void setSelectedIds(const std::vector<quint32>& ids, std::size_t primaryCount = 1);
+    void setHoveredIds(const std::vector<quint32>& ids);
+    void setHoveredId(quint32 id) { setHoveredIds({id}); }
 
     /// Moves the camera so that the items fill the view. Does nothing for unknown ids alone.
     void frame(const std::vector<quint32>& ids);
@@ -47,7 +52,11 @@ public:
     const ItemSet& items() const { return m_items; }
     const OrbitCamera& camera() const { return m_camera; }
     const std::vector<quint32>& selectedIds() const { return m_selectedIds; }
-    quint32 hoveredId() const { return m_hoveredId; }
+    bool isPrimary(std::size_t selectedIndex) const
+    {
+        return selectedIndex + m_primaryCount >= m_selectedIds.size();
+    }
+    const std::vector<quint32>& hoveredIds() const { return m_hoveredIds; }
     QSizeF viewportSize() const { return m_camera.viewport(); }
     void setViewportSize(const QSizeF& size);
     /// Invalid while there is none.
@@ -55,8 +64,11 @@ public:
     int itemCount() const { return int(m_items.items().size()); }
     int selectedCount() const { return int(m_selectedIds.size()); }
     double triangleCount() const { return m_triangleCount; }
-    /// A PointerGesture::Kind, for the cursor's shape.
-    int activeDrag() const { return int(m_gesture.kind()); }
+    /// Items that show as a mesh or a marker when they are visible.
+    int drawableCount() const { return m_drawableCount; }
+    qreal yaw() const { return qreal(m_camera.yaw()); }
+    qreal pitch() const { return qreal(m_camera.pitch()); }
+    Qt::CursorShape cursorShape() const;
 
     /// Where the middle of an item's bounds shows, in pixels of the viewport; x is NaN when it is
     /// unknown or behind the eye.
@@ -79,7 +91,7 @@ Q_SIGNALS:
     /// A click with the left button; 0 is empty space.
     void picked(quint32 id, Qt::KeyboardModifiers modifiers);
     void rubberBandSelected(const std::vector<quint32>& ids, Qt::KeyboardModifiers modifiers);
-    /// The user's pointer came over another item; 0 is none. Not emitted by setHoveredId().
+    /// The user's pointer came over another item; 0 is none. Not emitted by setHoveredIds().
     void hovered(quint32 id);
     /// A double click on an item.
     void activated(quint32 id);
@@ -92,10 +104,11 @@ Q_SIGNALS:
     void hoverChanged();
     void cameraChanged();
     void rubberBandChanged();
-    void activeDragChanged();
+    void cursorShapeChanged();
 
 private:
-    void hover(quint32 id);
+    std::vector<quint32> known(const std::vector<quint32>& ids) const;
+    void pointAt(quint32 id);
     void drag(const QPointF& pixels);
     void click(const QPointF& position, Qt::KeyboardModifiers modifiers);
     void gestureChanged(PointerGesture::Kind before);
@@ -104,8 +117,11 @@ private:
     OrbitCamera m_camera;
     PointerGesture m_gesture;
     std::vector<quint32> m_selectedIds;
-    quint32 m_hoveredId = 0;
+    std::size_t m_primaryCount = 1;
+    std::vector<quint32> m_hoveredIds;
+    quint32 m_pointedId = 0; // last reported by hovered()
     double m_triangleCount = 0;
+    int m_drawableCount = 0;
 };
 
 } // namespace editor

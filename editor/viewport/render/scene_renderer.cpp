@@ -18,7 +18,7 @@ namespace {
 using Shape = InstanceList::Shape;
 
 constexpr int samplesPerPixel = 4;
-constexpr float outlineWidth = 2.0f; // pixels
+constexpr float outlineWidth = 2.4f; // pixels
 
 QOpenGLExtraFunctions* functions()
 {

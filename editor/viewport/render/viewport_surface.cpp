@@ -156,15 +156,16 @@ InstanceList ViewportSurface::listHighlights() const
         return {};
     const auto& selected = m_controller->selectedIds();
     std::vector<InstanceList::Entry> entries;
-    entries.reserve(selected.size() + 1);
+    entries.reserve(selected.size() + m_controller->hoveredIds().size());
     const auto mark = [&](quint32 id, const QColor& channels) {
         const ViewportItem* item = m_controller->items().find(id);
         if (item && isDrawn(*item))
             entries.push_back(entryOf(*item, channels));
     };
-    for (quint32 id : selected)
-        mark(id, id == selected.back() ? primaryChannels : selectedChannels);
-    mark(m_controller->hoveredId(), hoveredChannels);
+    for (std::size_t i = 0; i < selected.size(); ++i)
+        mark(selected[i], m_controller->isPrimary(i) ? primaryChannels : selectedChannels);
+    for (quint32 id : m_controller->hoveredIds())
+        mark(id, hoveredChannels);
     return InstanceList(entries);
 }
 

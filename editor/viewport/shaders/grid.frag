@@ -41,6 +41,6 @@ void main()
     alpha = max(alpha, max(onX, onZ) * 0.8);
 
     float away = length(worldPosition.xz - gridCentre.xz) / gridReach;
-    alpha *= 1.0 - smoothstep(0.3, 1.0, away);
+    alpha *= 1.0 - smoothstep(0.1, 0.8, away);
     fragment = vec4(tone, 1.0) * alpha;
 }

@@ -1,0 +1,300 @@
+#include "mesh_samples.h"
+
+#include <editor/viewport/item_set.h>
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace editor {
+
+namespace {
+
+// Exact arithmetic would be better; double against float leaves room enough.
+struct Point
+{
+    double x, y, z;
+};
+
+Point operator-(const Point& a, const Point& b)
+{
+    return {a.x - b.x, a.y - b.y, a.z - b.z};
+}
+double dot(const Point& a, const Point& b)
+{
+    return a.x * b.x + a.y * b.y + a.z * b.z;
+}
+Point point(const QVector3D& v)
+{
+    return {double(v.x()), double(v.y()), double(v.z())};
+}
+
+// A triangle as the camera sees it: x and y in pixels, z the depth.
+using SeenTriangle = std::array<Point, 3>;
+
+SeenTriangle seen(const OrbitCamera& camera, const ViewportItem& item, quint32 index)
+{
+    SeenTriangle result;
+    const Triangle local = item.geometry->triangle(index);
+    for (std::size_t i = 0; i < 3; ++i) {
+        const QVector3D world = item.transform.map(local[i]);
+        const QPointF screen = camera.project(world).value_or(QPointF(qQNaN(), qQNaN()));
+        const double depth = dot(point(world) - point(camera.eye()), point(camera.forward()));
+        result[i] = {screen.x(), screen.y(), depth};
+    }
+    return result;
+}
+
+// Whether a triangle covers a screen position and at which depth; unsure so near an edge that
+// rounding decides.
+struct Cover
+{
+    bool hit = false;
+    bool unsure = false;
+    double depth = 0;
+};
+
+double distanceToEdge(const Point& from, const Point& to, const Point& p)
+{
+    const Point edge{to.x - from.x, to.y - from.y, 0};
+    const Point way{p.x - from.x, p.y - from.y, 0};
+    const double length2 = dot(edge, edge);
+    const double along = length2 > 0 ? qBound(0.0, dot(way, edge) / length2, 1.0) : 0.0;
+    return std::hypot(way.x - edge.x * along, way.y - edge.y * along);
+}
+
+Cover coverAt(const SeenTriangle& triangle, const QPointF& position)
+{
+    const Point p{position.x(), position.y(), 0};
+    Cover cover;
+    double area[3];
+    double whole = 0;
+    for (std::size_t i = 0; i < 3; ++i) {
+        const Point& from = triangle[(i + 1) % 3];
+        const Point& to = triangle[(i + 2) % 3];
+        area[i] = (from.x - p.x) * (to.y - p.y) - (from.y - p.y) * (to.x - p.x);
+        whole += area[i];
+        cover.unsure |= distanceToEdge(from, to, p) < 0.02;
+    }
+    double inverseDepth = 0; // linear on the screen
+    cover.hit = whole != 0;
+    for (std::size_t i = 0; i < 3 && cover.hit; ++i) {
+        cover.hit = area[i] / whole > 0;
+        inverseDepth += area[i] / whole / triangle[i].z;
+    }
+    cover.depth = 1 / inverseDepth;
+    return cover;
+}
+
+bool isShown(const ViewportItem& item)
+{
+    return item.visible && item.pickable;
+}
+
+bool separated(const SeenTriangle& triangle, const QRectF& rectangle, double x, double y)
+{
+    double low = 1e300, high = -1e300, rectangleLow = 1e300, rectangleHigh = -1e300;
+    for (const Point& corner : triangle) {
+        low = std::min(low, corner.x * x + corner.y * y);
+        high = std::max(high, corner.x * x + corner.y * y);
+    }
+    for (const QPointF& corner : {rectangle.topLeft(), rectangle.topRight(), rectangle.bottomLeft(),
+                                  rectangle.bottomRight()}) {
+        rectangleLow = std::min(rectangleLow, corner.x() * x + corner.y() * y);
+        rectangleHigh = std::max(rectangleHigh, corner.x() * x + corner.y() * y);
+    }
+    return high < rectangleLow || low > rectangleHigh;
+}
+
+// Separating axes in the plane of the screen.
+bool overlaps(const SeenTriangle& triangle, const QRectF& rectangle)
+{
+    if (separated(triangle, rectangle, 1, 0) || separated(triangle, rectangle, 0, 1))
+        return false;
+    for (std::size_t i = 0; i < 3; ++i) {
+        const Point edge = triangle[(i + 1) % 3] - triangle[i];
+        if (separated(triangle, rectangle, -edge.y, edge.x))
+            return false;
+    }
+    return true;
+}
+
+class ItemSetTest : public ::testing::TestWithParam<unsigned>
+{
+protected:
+    ItemSetTest() : m_random(GetParam())
+    {
+        m_camera.setViewport({800, 600});
+        m_camera.lookFrom(number(-180, 180), number(-80, 80));
+        std::vector<ViewportItem> items;
+        const MeshGeometryPtr empty = randomMesh(m_random, 0);
+        const MeshGeometryPtr meshes[] = {cubeMesh(), randomMesh(m_random, 40), empty,
+                                          randomMesh(m_random, 3)};
+        for (quint32 id = 1; id <= 200; ++id)
+            items.push_back(randomItem(id, meshes[id % 4]));
+        m_set.assign(items);
+        m_camera.setSceneBounds(m_set.bounds());
+        m_camera.frame(m_set.visibleBounds());
+    }
+
+    float number(float from, float to)
+    {
+        return std::uniform_real_distribution<float>(from, to)(m_random);
+    }
+    QPointF position() { return {double(number(0, 800)), double(number(0, 600))}; }
+    QPointF positionNearAnItem()
+    {
+        const quint32 id = quint32(number(1, 200));
+        const QPointF away(double(number(-12, 12)), double(number(-12, 12)));
+        return *m_camera.project(m_set.find(id)->origin()) + away;
+    }
+
+    ViewportItem randomItem(quint32 id, const MeshGeometryPtr& mesh)
+    {
+        ViewportItem item = meshItem(id, mesh, {number(-9, 9), number(-9, 9), number(-9, 9)});
+        item.transform.rotate(number(0, 360), number(-1, 1), number(-1, 1), number(-1, 1));
+        const float mirror = id % 3 == 0 ? -1.0f : 1.0f;
+        const float flat = id % 11 == 0 ? 0.0f : 1.0f;
+        item.transform.scale(mirror * number(0.2f, 4), number(0.2f, 4), flat * number(0.2f, 4));
+        item.visible = id % 13 != 0;
+        item.pickable = id % 17 != 0;
+        return item;
+    }
+
+    // The nearest item that covers a position, found by asking every triangle.
+    void expectSamePick(const QPointF& at)
+    {
+        quint32 nearest = 0;
+        double depth = 1e300;
+        double second = 1e300;
+        bool unsure = false;
+        for (const ViewportItem& item : m_set.items()) {
+            for (quint32 i = 0; isShown(item) && i < item.geometry->triangleCount(); ++i) {
+                const Cover cover = coverAt(seen(m_camera, item, i), at);
+                unsure |= cover.unsure;
+                if (!cover.hit)
+                    continue;
+                if (cover.depth < depth) {
+                    if (item.id != nearest)
+                        second = depth;
+                    nearest = item.id;
+                    depth = cover.depth;
+                } else if (item.id != nearest) {
+                    second = std::min(second, cover.depth);
+                }
+            }
+        }
+        if (unsure || second - depth < 1e-3)
+            return;
+        m_certainHits += nearest ? 1 : 0;
+        const auto hit = m_set.pick(m_camera, at);
+        ASSERT_EQ(nearest, hit ? hit->id : 0) << at.x() << ' ' << at.y();
+        if (hit) {
+            EXPECT_NEAR(depth, double(hit->depth), 1e-3 * depth);
+        }
+    }
+
+    std::set<quint32> idsByEveryTriangle(const QRectF& rectangle) const
+    {
+        std::set<quint32> ids;
+        for (const ViewportItem& item : m_set.items()) {
+            for (quint32 i = 0; isShown(item) && i < item.geometry->triangleCount(); ++i) {
+                if (overlaps(seen(m_camera, item, i), rectangle))
+                    ids.insert(item.id);
+            }
+        }
+        return ids;
+    }
+
+    std::mt19937 m_random;
+    OrbitCamera m_camera;
+    ItemSet m_set;
+    int m_certainHits = 0;
+};
+
+} // namespace
+
+TEST_P(ItemSetTest, PicksWhatEveryTriangleSays)
+{
+    for (int i = 0; i < 150; ++i)
+        expectSamePick(positionNearAnItem());
+    // Moved items are found at their new place.
+    for (quint32 id = 1; id <= 200; id += 3) {
+        ViewportItem item = randomItem(id, m_set.find(id)->geometry);
+        m_set.update(item);
+    }
+    m_camera.frame(m_set.visibleBounds());
+    for (int i = 0; i < 150; ++i)
+        expectSamePick(positionNearAnItem());
+    EXPECT_GT(m_certainHits, 100);
+}
+
+TEST_P(ItemSetTest, RubberBandTakesWhatEveryTriangleSays)
+{
+    for (int i = 0; i < 60; ++i) {
+        const double size = i % 3 == 0 ? 400 : i % 3 == 1 ? 40 : 3;
+        const QRectF band(position(), QSizeF(size, size * 0.7));
+        const auto ids = m_set.idsWithin(m_camera, band);
+        EXPECT_TRUE(std::is_sorted(ids.begin(), ids.end()));
+        const std::set<quint32> found(ids.begin(), ids.end());
+
+        // Rounding may decide at the rim, a hundredth of a pixel off it no more.
+        for (quint32 id : idsByEveryTriangle(band.adjusted(0.01, 0.01, -0.01, -0.01)))
+            EXPECT_TRUE(found.count(id)) << id;
+        const std::set<quint32> atMost =
+            idsByEveryTriangle(band.adjusted(-0.01, -0.01, 0.01, 0.01));
+        for (quint32 id : found)
+            EXPECT_TRUE(atMost.count(id)) << id;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Random, ItemSetTest, ::testing::Range(1u, 5u));
+
+TEST(ItemSet, MarkersAreHitWithinTheirDiscAndNotThroughWalls)
+{
+    OrbitCamera camera;
+    camera.lookFrom(0, 0);
+    camera.frame(Box{{-2, -2, -2}, {2, 2, 2}});
+    ViewportItem wall = meshItem(1, cubeMesh(), {});
+    ItemSet set;
+    set.assign({wall, lightItem(2, {2, 0, 0}), lightItem(3, {0, 0, -1})});
+
+    const QPointF light = *camera.project({2, 0, 0});
+    const double radius = double(ItemSet::markerRadius);
+    EXPECT_EQ(2u, set.pick(camera, light + QPointF(0.6, 0.6) * radius)->id);
+    EXPECT_FALSE(set.pick(camera, light + QPointF(0.8, 0.8) * radius));
+    EXPECT_EQ(1u, set.pick(camera, *camera.project({0, 0, -1}))->id);
+    EXPECT_EQ((std::vector<quint32>{1, 2, 3}),
+              set.idsWithin(camera, QRectF(QPointF(), camera.viewport())));
+}
+
+TEST(ItemSet, SurvivesNumbersThatAreNone)
+{
+    ViewportItem broken = meshItem(1, cubeMesh(), {float(qQNaN()), 0, 0});
+    ViewportItem endless = meshItem(2, cubeMesh(), {});
+    endless.transform.scale(float(qInf()));
+    std::vector<ViewportItem> items;
+    for (quint32 id = 1; id < 40; ++id) {
+        items.push_back(id % 2 ? broken : endless);
+        items.back().id = id;
+    }
+    items.push_back(meshItem(40, cubeMesh(), {}));
+    items.push_back(meshItem(40, cubeMesh(), {9, 9, 9})); // a taken id
+    items.push_back(meshItem(0, cubeMesh(), {}));
+    ItemSet set;
+    set.assign(items);
+    OrbitCamera camera;
+    EXPECT_EQ(40u, set.items().size());
+    EXPECT_EQ(40u, set.pick(camera, {320, 240})->id);
+    EXPECT_EQ((std::vector<quint32>{40}), set.idsWithin(camera, QRectF(319, 239, 2, 2)));
+    EXPECT_FALSE(set.update(meshItem(99, cubeMesh(), {})));
+}
+
+TEST(MeshGeometry, DropsTrianglesThatNameNoVertexAndMakesNormals)
+{
+    const MeshGeometry mesh({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {}, {0, 1, 2, 0, 1, 3, 0, 1});
+    EXPECT_EQ(1u, mesh.triangleCount());
+    EXPECT_EQ(QVector3D(0, 0, 1), mesh.vertices()[1].normal);
+}
+
+} // namespace editor

@@ -1,0 +1,163 @@
+#include "mesh_samples.h"
+
+#include <editor/viewport/viewport_controller.h>
+
+#include <gtest/gtest.h>
+
+namespace editor {
+
+namespace {
+
+class ViewportControllerTest : public ::testing::Test
+{
+protected:
+    ViewportControllerTest()
+    {
+        m_controller.setViewportSize({800, 600});
+        m_controller.lookFrom(0, 20);
+        m_controller.setItems({meshItem(1, cubeMesh(), {-2, 0, 0}), meshItem(2, cubeMesh(), {}),
+                               meshItem(3, cubeMesh(), {2, 0, 0}), lightItem(4, {0, 2, 0})});
+        m_controller.frameAll();
+
+        const auto log = [this](const QString& text) { m_log << text; };
+        QObject::connect(&m_controller, &ViewportController::picked,
+                         [log](quint32 id, Qt::KeyboardModifiers modifiers) {
+                             const bool control = modifiers & Qt::ControlModifier;
+                             log(QStringLiteral("pick %1%2").arg(id).arg(control ? "+" : ""));
+                         });
+        QObject::connect(&m_controller, &ViewportController::hovered,
+                         [log](quint32 id) { log(QStringLiteral("hover %1").arg(id)); });
+        QObject::connect(&m_controller, &ViewportController::activated,
+                         [log](quint32 id) { log(QStringLiteral("activate %1").arg(id)); });
+        QObject::connect(&m_controller, &ViewportController::contextMenuRequested,
+                         [log](quint32 id) { log(QStringLiteral("menu %1").arg(id)); });
+        QObject::connect(&m_controller, &ViewportController::rubberBandSelected,
+                         [log](const std::vector<quint32>& ids) {
+                             QStringList texts;
+                             for (quint32 id : ids)
+                                 texts << QString::number(id);
+                             log(QStringLiteral("band %1").arg(texts.join(' ')));
+                         });
+    }
+
+    QPointF at(quint32 id) const { return m_controller.projectToScreen(id); }
+    void drag(const QPointF& from, const QPointF& to, Qt::MouseButton button,
+              Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        m_controller.press(from, button, int(modifiers));
+        m_controller.move((from + to) / 2);
+        m_controller.move(to);
+        m_controller.release(to, button, int(modifiers));
+    }
+    std::string takeLog()
+    {
+        const QString text = m_log.join(QStringLiteral(", "));
+        m_log.clear();
+        return text.toStdString();
+    }
+
+    ViewportController m_controller;
+    QStringList m_log;
+};
+
+} // namespace
+
+TEST_F(ViewportControllerTest, ClicksAreReportedAndLeaveTheSelectionToTheHost)
+{
+    drag(at(2), at(2), Qt::LeftButton);
+    drag(at(4), at(4) + QPointF(2, 1), Qt::LeftButton, Qt::ControlModifier);
+    drag({2, 2}, {2, 2}, Qt::LeftButton);
+    drag(at(3), at(3), Qt::RightButton);
+    m_controller.doubleClick(at(1));
+    m_controller.doubleClick({2, 2});
+    EXPECT_EQ("pick 2, pick 4+, pick 0, menu 3, activate 1", takeLog());
+    EXPECT_TRUE(m_controller.selectedIds().empty());
+}
+
+TEST_F(ViewportControllerTest, HoverIsReportedOnChangeAlone)
+{
+    m_controller.move(at(2));
+    m_controller.move(at(2) + QPointF(1, 1));
+    m_controller.setHoveredId(3); // the host's own is not news to it
+    EXPECT_EQ((std::vector<quint32>{3}), m_controller.hoveredIds());
+    m_controller.move({2, 2});
+    m_controller.move(at(1));
+    m_controller.leave();
+    m_controller.leave();
+    EXPECT_EQ("hover 2, hover 0, hover 1, hover 0", takeLog());
+}
+
+TEST_F(ViewportControllerTest, RubberBandSelectsWhatItTouches)
+{
+    QList<QRectF> bands;
+    QObject::connect(&m_controller, &ViewportController::rubberBandChanged,
+                     [&] { bands << m_controller.rubberBand(); });
+    drag(at(3) + QPointF(30, 30), at(2) - QPointF(30, 30), Qt::LeftButton);
+    EXPECT_EQ("band 2 3", takeLog());
+    ASSERT_GE(bands.size(), 2);
+    EXPECT_TRUE(bands[1].contains(at(3)));
+    EXPECT_TRUE(bands.back().isNull());
+
+    m_controller.press({0, 0}, Qt::LeftButton, 0);
+    m_controller.move({700, 500});
+    m_controller.cancel();
+    m_controller.release({700, 500}, Qt::LeftButton, 0);
+    EXPECT_EQ("", takeLog());
+}
+
+TEST_F(ViewportControllerTest, DragsMoveTheCameraAsTheirButtonsSay)
+{
+    struct Case
+    {
+        Qt::MouseButton button;
+        Qt::KeyboardModifiers modifiers;
+        bool turns, shifts, nears;
+    };
+    for (const Case& c : {Case{Qt::MiddleButton, Qt::NoModifier, true, false, false},
+                          Case{Qt::LeftButton, Qt::AltModifier, true, false, false},
+                          Case{Qt::RightButton, Qt::NoModifier, true, false, false},
+                          Case{Qt::MiddleButton, Qt::ShiftModifier, false, true, false},
+                          Case{Qt::MiddleButton, Qt::AltModifier, false, true, false},
+                          Case{Qt::RightButton, Qt::AltModifier, false, true, true}}) {
+        const OrbitCamera before = m_controller.camera();
+        drag({200, 200}, {260, 220}, c.button, c.modifiers);
+        const OrbitCamera& after = m_controller.camera();
+        EXPECT_EQ(c.turns, before.yaw() != after.yaw());
+        EXPECT_EQ(c.shifts, before.target() != after.target());
+        EXPECT_EQ(c.nears, before.distance() != after.distance());
+    }
+    EXPECT_EQ("", takeLog());
+}
+
+TEST_F(ViewportControllerTest, SecondButtonDoesNotDisturbADrag)
+{
+    m_controller.press({10, 10}, Qt::LeftButton, 0);
+    m_controller.move({200, 200});
+    m_controller.press({200, 200}, Qt::RightButton, 0);
+    m_controller.release({200, 200}, Qt::RightButton, 0);
+    EXPECT_FALSE(m_controller.rubberBand().isNull());
+    m_controller.release({200, 200}, Qt::LeftButton, 0);
+    EXPECT_TRUE(m_controller.rubberBand().isNull());
+}
+
+TEST_F(ViewportControllerTest, UnknownIdsAreLeftOutOfHighlights)
+{
+    m_controller.setSelectedIds({1, 77, 3, 2, 78}, 3);
+    EXPECT_EQ((std::vector<quint32>{1, 3, 2}), m_controller.selectedIds());
+    EXPECT_FALSE(m_controller.isPrimary(0));
+    EXPECT_TRUE(m_controller.isPrimary(1));
+    m_controller.setHoveredId(77);
+    EXPECT_TRUE(m_controller.hoveredIds().empty());
+    EXPECT_TRUE(qIsNaN(m_controller.projectToScreen(77).x()));
+
+    const float distance = m_controller.camera().distance();
+    m_controller.frame({77});
+    EXPECT_EQ(distance, m_controller.camera().distance());
+    m_controller.setSelectedIds({2});
+    m_controller.frameSelected();
+    EXPECT_LT(m_controller.camera().distance(), distance);
+    m_controller.setItems({});
+    EXPECT_TRUE(m_controller.selectedIds().empty());
+}
+
+} // namespace editor

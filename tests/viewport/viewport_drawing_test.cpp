@@ -1,0 +1,165 @@
+#include "mesh_samples.h"
+
+#include <editor/viewport/viewport_controller.h>
+#include <editor/viewport/viewport_types.h>
+
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickView>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace editor {
+
+namespace {
+
+const QColor red(200, 40, 40);
+const QColor green(40, 180, 60);
+const QColor blue(50, 80, 210);
+
+class ViewportDrawingTest : public ::testing::Test
+{
+protected:
+    static void SetUpTestSuite()
+    {
+        requestViewportGraphics();
+        registerViewportTypes();
+    }
+
+    ViewportDrawingTest()
+    {
+        ViewportItem mirrored = meshItem(3, cubeMesh(), {2, 0, 0}, blue);
+        mirrored.transform.scale(-1, 1, 1);
+        m_controller.setItems({meshItem(1, cubeMesh(), {-2, 0, 0}, red),
+                               meshItem(2, cubeMesh(), {}, green), mirrored,
+                               lightItem(4, {0, 1.5f, 0})});
+
+        m_view.setResizeMode(QQuickView::SizeRootObjectToView);
+        m_view.resize(640, 400);
+        m_view.setSource(QUrl(QStringLiteral("qrc:/editor/viewport/Viewport3D.qml")));
+        m_view.rootObject()->setProperty("controller", QVariant::fromValue(&m_controller));
+        m_view.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&m_view));
+        m_controller.lookFrom(0, 20);
+        m_controller.frameAll();
+    }
+
+    QColor pixel(const QPointF& position)
+    {
+        return m_view.grabWindow().pixelColor(position.toPoint());
+    }
+    QColor pixel(quint32 id) { return pixel(m_controller.projectToScreen(id)); }
+
+    // Lit differently on each side, an item keeps its hue.
+    static bool looksLike(const QColor& seen, const QColor& color)
+    {
+        const int away = std::abs(seen.hsvHue() - color.hsvHue());
+        return std::min(away, 360 - away) < 12 && seen.hsvSaturation() > 90;
+    }
+
+    ViewportController m_controller;
+    QQuickView m_view;
+};
+
+} // namespace
+
+TEST_F(ViewportDrawingTest, ItemsAppearWhereTheyAreProjected)
+{
+    EXPECT_TRUE(looksLike(pixel(1), red)) << pixel(1).name().toStdString();
+    EXPECT_TRUE(looksLike(pixel(2), green)) << pixel(2).name().toStdString();
+    EXPECT_TRUE(looksLike(pixel(3), blue)) << pixel(3).name().toStdString();
+
+    ViewportItem moved = meshItem(2, cubeMesh(), {0, -1.2f, 0}, blue);
+    const QPointF left = m_controller.projectToScreen(2);
+    m_controller.updateItem(moved);
+    EXPECT_TRUE(looksLike(pixel(2), blue));
+    EXPECT_FALSE(looksLike(pixel(left), green));
+    moved.visible = false;
+    m_controller.updateItem(moved);
+    EXPECT_FALSE(looksLike(pixel(2), blue));
+    moved.visible = true;
+    m_controller.updateItem(moved);
+    EXPECT_TRUE(looksLike(pixel(2), blue));
+}
+
+TEST_F(ViewportDrawingTest, HighlightsOutlineTheItem)
+{
+    const auto shows = [this](const char* property) {
+        const QColor color = m_view.rootObject()->property(property).value<QColor>();
+        const QImage image = m_view.grabWindow();
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                const QColor seen = image.pixelColor(x, y);
+                if (std::abs(seen.red() - color.red()) + std::abs(seen.green() - color.green()) +
+                        std::abs(seen.blue() - color.blue()) <
+                    12)
+                    return true;
+            }
+        }
+        return false;
+    };
+    EXPECT_FALSE(shows("selectionColor"));
+    m_controller.setSelectedIds({1, 4, 3});
+    EXPECT_TRUE(shows("selectionColor"));
+    EXPECT_TRUE(shows("primaryColor"));
+    EXPECT_FALSE(shows("hoverColor"));
+    m_controller.setSelectedIds({});
+    m_controller.setHoveredId(2);
+    EXPECT_TRUE(shows("hoverColor"));
+    EXPECT_FALSE(shows("primaryColor"));
+}
+
+TEST_F(ViewportDrawingTest, KeepsUpWithResizeThemeAndAnotherWindow)
+{
+    m_view.resize(900, 300);
+    QTest::qWait(50);
+    m_controller.frameAll();
+    m_view.rootObject()->setProperty("dark", false);
+    ASSERT_EQ(QSizeF(900, 300), m_controller.viewportSize());
+    EXPECT_TRUE(looksLike(pixel(1), red));
+    EXPECT_GT(pixel(QPointF(450, 5)).lightness(), 128);
+
+    m_view.hide(); // drops the graphics
+    m_view.releaseResources();
+    m_view.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&m_view));
+    EXPECT_TRUE(looksLike(pixel(3), blue));
+
+    m_view.rootObject()->setProperty("controller", QVariant());
+    EXPECT_FALSE(looksLike(pixel(QPointF(450, 150)), green));
+}
+
+TEST_F(ViewportDrawingTest, RestsWhileNothingChanges)
+{
+    QTest::qWait(200);
+    QSignalSpy frames(&m_view, &QQuickWindow::frameSwapped);
+    QTest::qWait(500);
+    EXPECT_EQ(0, frames.count());
+    m_controller.setHoveredId(1);
+    EXPECT_TRUE(frames.wait(2000));
+}
+
+TEST_F(ViewportDrawingTest, PointerAndKeysDriveTheController)
+{
+    QSignalSpy hovered(&m_controller, &ViewportController::hovered);
+    std::vector<quint32> picked;
+    QObject::connect(&m_controller, &ViewportController::picked,
+                     [&](quint32 id) { picked.push_back(id); });
+    const QPoint middle = m_controller.projectToScreen(2).toPoint();
+    QTest::mouseMove(&m_view, middle);
+    QTest::mouseClick(&m_view, Qt::LeftButton, Qt::NoModifier, middle);
+    QTest::mouseClick(&m_view, Qt::LeftButton, Qt::NoModifier, QPoint(4, 390));
+    EXPECT_EQ((std::vector<quint32>{2, 0}), picked);
+    EXPECT_FALSE(hovered.isEmpty());
+
+    const float distance = m_controller.camera().distance();
+    m_controller.setSelectedIds({2});
+    QTest::keyClick(&m_view, Qt::Key_F);
+    EXPECT_LT(m_controller.camera().distance(), distance);
+    QTest::keyClick(&m_view, Qt::Key_Home);
+    EXPECT_FLOAT_EQ(distance, m_controller.camera().distance());
+}
+
+} // namespace editor
