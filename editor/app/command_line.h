@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace editor {
+
+/// What the program was asked to do.
+struct CommandLine
+{
+    /// The bundled scene when empty.
+    QString scene;
+    /// Where to write a picture of the window, to exit then; empty for a session with a user.
+    QString screenshot;
+    std::optional<bool> dark;
+};
+
+/// Prints and exits on --help and on options that do not exist.
+CommandLine parseCommandLine(const QStringList& arguments);
+
+} // namespace editor

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <editor/scene/scene_document.h>
+#include <host/scene/asset_selection.h>
+
+class SceneBrowserData;
+
+namespace editor {
+
+/// The Edit menu's commands on the selection, one undo step each.
+class EditCommands final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// All must outlive it.
+    EditCommands(SceneDocument& document, IAssetSelection& selection, SceneBrowserData& browser,
+                 QObject* parent = nullptr);
+
+    Q_INVOKABLE void selectAll();
+    Q_INVOKABLE void invertSelection();
+    Q_INVOKABLE void selectChildren();
+    Q_INVOKABLE void selectNone();
+    Q_INVOKABLE void removeSelected();
+    Q_INVOKABLE void duplicateSelected();
+    Q_INVOKABLE void copyProperties();
+    Q_INVOKABLE void pasteProperties();
+
+Q_SIGNALS:
+    /// What a command did, for the status line.
+    void reported(const QString& text);
+
+private:
+    SceneDocument& m_document;
+    IAssetSelection& m_selection;
+    SceneBrowserData& m_browser;
+};
+
+} // namespace editor

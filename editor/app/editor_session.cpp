@@ -1,0 +1,33 @@
+#include "editor_session.h"
+
+#include "context_menu.h"
+
+namespace editor {
+
+EditorSession::EditorSession(QObject* parent)
+    : QObject(parent)
+    , m_selection(m_document.changesController())
+    , m_assetModel(m_document)
+    , m_browser(&m_assetModel, &m_selection, nullptr)
+    , m_view(m_document, m_selection)
+    , m_inspector(m_document, m_selection)
+    , m_selectionStatus(m_document, m_selection)
+    , m_undoStatus(m_document.undoStack())
+    , m_loader(m_document)
+    , m_files(m_document, m_loader)
+    , m_edit(m_document, m_selection, m_browser)
+{
+    m_browser.setPopupMenuProvider(makeContextMenuProvider(m_edit, m_selectionStatus));
+    connect(&m_document, &SceneDocument::aboutToReset, this, [this] {
+        m_selection.setHoveredObjects({});
+        m_selection.clearSelection();
+    });
+    connect(&m_assetModel, &SceneAssetModel::activated, this,
+            [this](const SceneObject* object) { m_view.frame(*object); });
+    connect(&m_view, &ViewportBinding::contextMenuRequested, &m_browser,
+            &SceneBrowserData::requestMenu);
+}
+
+EditorSession::~EditorSession() = default;
+
+} // namespace editor

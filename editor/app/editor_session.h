@@ -1,0 +1,73 @@
+#pragma once
+
+#include "edit_commands.h"
+#include "file_commands.h"
+#include "inspector_model.h"
+#include "load_controller.h"
+#include "log_model.h"
+#include "selection_status.h"
+#include "theme_controller.h"
+#include "undo_status.h"
+#include "viewport_binding.h"
+
+#include <editor/scene/scene_asset_model.h>
+#include <host/scene/recorded_asset_selection.h>
+#include <kyr_scene_outline/scene_browser_data.h>
+
+namespace editor {
+
+/// One open editor without its window: the scene, the selection that all views share, and what
+/// each view binds to.
+class EditorSession final : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(editor::SceneDocument* document READ document CONSTANT)
+    Q_PROPERTY(SceneBrowserData* browser READ browser CONSTANT)
+    Q_PROPERTY(editor::ViewportBinding* view READ view CONSTANT)
+    Q_PROPERTY(editor::ViewportController* viewport READ viewport CONSTANT)
+    Q_PROPERTY(editor::InspectorModel* inspector READ inspector CONSTANT)
+    Q_PROPERTY(editor::SelectionStatus* selectionStatus READ selectionStatus CONSTANT)
+    Q_PROPERTY(editor::UndoStatus* undoStatus READ undoStatus CONSTANT)
+    Q_PROPERTY(editor::LoadController* loader READ loader CONSTANT)
+    Q_PROPERTY(editor::FileCommands* files READ files CONSTANT)
+    Q_PROPERTY(editor::EditCommands* edit READ edit CONSTANT)
+    Q_PROPERTY(editor::LogModel* log READ log CONSTANT)
+    Q_PROPERTY(editor::ThemeController* theme READ theme CONSTANT)
+
+public:
+    explicit EditorSession(QObject* parent = nullptr);
+    ~EditorSession() override;
+
+    SceneDocument* document() { return &m_document; }
+    IAssetSelection& selection() { return m_selection; }
+    SceneAssetModel& assetModel() { return m_assetModel; }
+    SceneBrowserData* browser() { return &m_browser; }
+    ViewportBinding* view() { return &m_view; }
+    ViewportController* viewport() { return m_view.controller(); }
+    InspectorModel* inspector() { return &m_inspector; }
+    SelectionStatus* selectionStatus() { return &m_selectionStatus; }
+    UndoStatus* undoStatus() { return &m_undoStatus; }
+    LoadController* loader() { return &m_loader; }
+    FileCommands* files() { return &m_files; }
+    EditCommands* edit() { return &m_edit; }
+    LogModel* log() { return &m_log; }
+    ThemeController* theme() { return &m_theme; }
+
+private:
+    // Later members use earlier ones.
+    ThemeController m_theme;
+    LogModel m_log;
+    SceneDocument m_document;
+    RecordedAssetSelection m_selection;
+    SceneAssetModel m_assetModel;
+    SceneBrowserData m_browser;
+    ViewportBinding m_view;
+    InspectorModel m_inspector;
+    SelectionStatus m_selectionStatus;
+    UndoStatus m_undoStatus;
+    LoadController m_loader;
+    FileCommands m_files;
+    EditCommands m_edit;
+};
+
+} // namespace editor

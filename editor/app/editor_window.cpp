@@ -1,0 +1,68 @@
+#include "editor_window.h"
+
+#include "editor_session.h"
+
+#include <editor/viewport/viewport_types.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QQmlContext>
+#include <QStyleFactory>
+
+static void initializeResources()
+{
+    Q_INIT_RESOURCE(editor_app);
+}
+
+namespace editor {
+
+namespace {
+
+/// Beside the program's folder, where build and installation keep the same layout.
+QString besideProgram(const char* path)
+{
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() + QLatin1String("/../") +
+                           QLatin1String(path));
+}
+
+} // namespace
+
+void prepareApplication()
+{
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    requestViewportGraphics();
+}
+
+void prepareWindows()
+{
+    initializeResources();
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    qputenv("QT_QUICK_CONTROLS_STYLE", "Fusion");
+    registerViewportTypes();
+    qRegisterMetaType<SceneObjectPtr>();
+}
+
+QString bundledScene()
+{
+    return besideProgram("share/kyr_scene_outline/street.kyrscene");
+}
+
+EditorWindow::EditorWindow(EditorSession& session, QObject* parent) : QObject(parent)
+{
+    m_engine.addImportPath(besideProgram("qml"));
+    m_engine.addImportPath(besideProgram("lib/qml"));
+    m_engine.rootContext()->setContextProperty(QStringLiteral("session"), &session);
+    m_engine.rootContext()->setContextProperty(QStringLiteral("theme"), session.theme());
+    m_engine.load(QUrl(QStringLiteral("qrc:/editor/app/Main.qml")));
+}
+
+EditorWindow::~EditorWindow() = default;
+
+QQuickWindow* EditorWindow::window() const
+{
+    return qobject_cast<QQuickWindow*>(m_engine.rootObjects().value(0));
+}
+
+} // namespace editor

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
+
+namespace editor {
+
+class EditorSession;
+
+/// What the program needs before its application object is made.
+void prepareApplication();
+/// What it needs before its first window: style and QML types.
+void prepareWindows();
+
+/// The scene that opens when none is named.
+QString bundledScene();
+
+/// The editor's main window over a session.
+class EditorWindow final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The session must outlive the window.
+    explicit EditorWindow(EditorSession& session, QObject* parent = nullptr);
+    ~EditorWindow() override;
+
+    /// Null when the window's QML did not load; the reason is in the log then.
+    QQuickWindow* window() const;
+
+private:
+    QQmlApplicationEngine m_engine;
+};
+
+} // namespace editor

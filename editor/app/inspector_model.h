@@ -1,0 +1,104 @@
+#pragma once
+
+#include "inspector_property.h"
+#include "merged_value.h"
+
+#include <editor/scene/scene_document.h>
+#include <host/scene/asset_selection.h>
+#include <host/undo/commit_changes_scope.h>
+
+#include <QAbstractListModel>
+#include <QColor>
+#include <QSet>
+#include <QTimer>
+
+#include <functional>
+#include <optional>
+
+namespace editor {
+
+/// The properties of the primary selected object. What is edited changes in every selected object
+/// that has the property, as one undo step; where these differ, the line says so.
+///
+/// Comparing many objects is worked off in slices on the event loop, so that selecting 100,000
+/// of them does not stall the view.
+class InspectorModel final : public QAbstractListModel
+{
+    Q_OBJECT
+    Q_PROPERTY(int objectCount READ objectCount NOTIFY objectsChanged)
+
+public:
+    enum Role
+    {
+        LabelRole = Qt::DisplayRole,
+        PathRole = Qt::UserRole, ///< QString, dotted
+        KindRole,                ///< QString, the lower-case name of a `PropertyKind`
+        ValueRole,               ///< see `MergedValue::display`
+        MixedRole,               ///< bool, all parts of the value differ between objects
+        ReadOnlyRole,
+        UnitRole,
+        MinimumRole,
+        MaximumRole,
+        StepRole,
+        ChoicesRole,
+        ExpandedRole, ///< bool, of a group
+        ShownRole,    ///< bool, false below a folded group
+    };
+
+    /// Document and selection must outlive the model.
+    InspectorModel(SceneDocument& document, IAssetSelection& selection, QObject* parent = nullptr);
+    ~InspectorModel() override;
+
+    int objectCount() const noexcept { return int(m_objects.size()); }
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+    // Edits. Numbers are kept within the property's range.
+    Q_INVOKABLE void setBoolean(int row, bool value);
+    Q_INVOKABLE void setNumber(int row, double value);
+    /// One component of a vector; the others stay what they are in each object.
+    Q_INVOKABLE void setComponent(int row, int component, double value);
+    Q_INVOKABLE void setColor(int row, const QColor& color);
+    /// A text or the name of a choice.
+    Q_INVOKABLE void setText(int row, const QString& text);
+
+    /// Makes all edits until `endChange` one step, such as those of a drag.
+    Q_INVOKABLE void beginChange(int row);
+    Q_INVOKABLE void endChange();
+
+    Q_INVOKABLE void toggleGroup(int row);
+
+Q_SIGNALS:
+    void objectsChanged();
+
+private:
+    struct Line
+    {
+        InspectorProperty property;
+        MergedValue value;
+    };
+    /// The new value from an object's present one.
+    using Edit = std::function<lumo::Variant(const lumo::Variant&)>;
+
+    void followSelection();
+    void readValues();
+    void compareSlice();
+    void edit(int row, const Edit& edit);
+    void emitChanged(int row, const QVector<int>& roles);
+    const InspectorProperty* propertyAt(int row) const;
+
+    SceneDocument& m_document;
+    IAssetSelection& m_selection;
+    /// The primary one first.
+    SceneObjects m_objects;
+    std::vector<Line> m_lines;
+    QSet<QString> m_foldedGroups;
+    std::size_t m_compared = 0;
+    QTimer m_compareTimer;
+    std::optional<Zar::CommitChangesScope> m_change;
+    vex::Connection m_selectionChanged;
+};
+
+} // namespace editor

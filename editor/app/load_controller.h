@@ -1,0 +1,45 @@
+#pragma once
+
+#include <editor/scene/scene_document.h>
+#include <editor/scene/scene_loader.h>
+
+namespace editor {
+
+/// Opens files into the document. The open scene stays until the new one is complete, and when
+/// there is none.
+class LoadController final : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool loading READ isLoading NOTIFY loadingChanged)
+    Q_PROPERTY(QString fileName READ fileName NOTIFY loadingChanged)
+    Q_PROPERTY(qreal progress READ progress NOTIFY progressChanged)
+
+public:
+    /// The document must outlive the controller.
+    explicit LoadController(SceneDocument& document, QObject* parent = nullptr);
+
+    bool isLoading() const noexcept { return m_loader.isLoading(); }
+    QString fileName() const { return m_fileName; }
+    /// From 0 to 1.
+    qreal progress() const noexcept { return m_progress; }
+
+    void load(const QString& path);
+    Q_INVOKABLE void cancel();
+
+Q_SIGNALS:
+    void loadingChanged();
+    void progressChanged();
+    void loaded(const QString& path);
+    /// `reason` is one sentence that names the file.
+    void failed(const QString& path, const QString& reason);
+
+private:
+    void setProgress(qreal progress);
+
+    SceneDocument& m_document;
+    SceneLoader m_loader;
+    QString m_fileName;
+    qreal m_progress = 0;
+};
+
+} // namespace editor

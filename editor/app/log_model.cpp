@@ -1,0 +1,115 @@
+#include "log_model.h"
+
+#include <algorithm>
+
+namespace editor {
+
+namespace {
+
+constexpr int errorPriority = 5;
+constexpr int warningPriority = 4;
+
+LogModel::Severity severityOf(const Zar::DebugMessage& message)
+{
+    if (message.critical || message.messagePriority >= errorPriority)
+        return LogModel::Error;
+    return message.messagePriority >= warningPriority ? LogModel::Warning : LogModel::Note;
+}
+
+} // namespace
+
+LogModel::LogModel(QObject* parent)
+    : QAbstractListModel(parent)
+    , m_sink([inbox = m_inbox](const Zar::DebugMessage& message) { receive(*inbox, message); })
+{
+    m_inbox->model = this;
+}
+
+LogModel::~LogModel()
+{
+    const std::lock_guard lock(m_inbox->mutex);
+    m_inbox->model = nullptr;
+}
+
+void LogModel::receive(Inbox& inbox, const Zar::DebugMessage& message)
+{
+    Line line{QTime::currentTime(), severityOf(message),
+              QString::fromStdString(message.text).simplified()};
+    const std::lock_guard lock(inbox.mutex);
+    inbox.lines.push_back(std::move(line));
+    if (inbox.model && inbox.lines.size() == 1)
+        QMetaObject::invokeMethod(inbox.model, &LogModel::takeOver, Qt::QueuedConnection);
+}
+
+void LogModel::takeOver()
+{
+    std::vector<Line> lines;
+    {
+        const std::lock_guard lock(m_inbox->mutex);
+        lines.swap(m_inbox->lines);
+    }
+    const auto problems = std::count_if(lines.begin(), lines.end(),
+                                        [](const Line& line) { return line.severity != Note; });
+    append(std::move(lines));
+    if (problems > 0) {
+        m_problemCount += int(problems);
+        Q_EMIT problemCountChanged();
+    }
+}
+
+void LogModel::append(std::vector<Line> lines)
+{
+    if (lines.size() > capacity)
+        lines.erase(lines.begin(), lines.end() - capacity);
+    const int surplus = int(m_lines.size() + lines.size()) - capacity;
+    if (surplus > 0) {
+        beginRemoveRows({}, 0, surplus - 1);
+        m_lines.erase(m_lines.begin(), m_lines.begin() + surplus);
+        endRemoveRows();
+    }
+    if (lines.empty())
+        return;
+    const int first = int(m_lines.size());
+    beginInsertRows({}, first, first + int(lines.size()) - 1);
+    m_lines.insert(m_lines.end(), std::make_move_iterator(lines.begin()),
+                   std::make_move_iterator(lines.end()));
+    endInsertRows();
+}
+
+int LogModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : int(m_lines.size());
+}
+
+QVariant LogModel::data(const QModelIndex& index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    const Line& line = m_lines[std::size_t(index.row())];
+    switch (role) {
+    case TextRole:
+        return line.text;
+    case TimeRole:
+        return line.time.toString(QStringLiteral("hh:mm:ss"));
+    case SeverityRole:
+        return line.severity;
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> LogModel::roleNames() const
+{
+    return {{TextRole, "text"}, {TimeRole, "time"}, {SeverityRole, "severity"}};
+}
+
+void LogModel::clear()
+{
+    beginResetModel();
+    m_lines.clear();
+    m_problemCount = 0;
+    endResetModel();
+    Q_EMIT problemCountChanged();
+}
+
+} // namespace editor

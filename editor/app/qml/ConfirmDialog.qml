@@ -1,0 +1,26 @@
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+
+// Asks what to do with unsaved changes before they would be lost.
+Dialog {
+    id: dialog
+
+    anchors.centerIn: Overlay.overlay
+    width: 420
+    modal: true
+    closePolicy: Popup.CloseOnEscape
+    title: qsTr("Unsaved changes")
+    visible: session.files.confirming
+    standardButtons: Dialog.Save | Dialog.Discard | Dialog.Cancel
+
+    onAccepted: session.files.saveAndContinue()
+    onDiscarded: session.files.discardAndContinue()
+    onRejected: session.files.stay()
+
+    Label {
+        width: dialog.availableWidth
+        text: qsTr("Save the changes to “%1”?").arg(session.document.title)
+        wrapMode: Text.Wrap
+        textFormat: Text.PlainText
+    }
+}

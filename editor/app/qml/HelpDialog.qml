@@ -1,0 +1,52 @@
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+
+// The mouse buttons and keys of tree and view.
+Dialog {
+    id: dialog
+
+    readonly property var lines: [
+        [qsTr("3D view"), ""],
+        [qsTr("Middle or right drag, Alt + drag"), qsTr("Orbit")],
+        [qsTr("Shift + middle drag"), qsTr("Pan")],
+        [qsTr("Wheel"), qsTr("Zoom towards the pointer")],
+        [qsTr("Click, Ctrl + click, Shift + click"), qsTr("Select, toggle, add")],
+        [qsTr("Drag"), qsTr("Select in a rectangle")],
+        [qsTr("F, A"), qsTr("Frame the selection, frame all")],
+        [qsTr("Tree"), ""],
+        [qsTr("Ctrl or Shift + click"), qsTr("Toggle, extend")],
+        [qsTr("Shift + click on an arrow"), qsTr("Open or close the whole branch")],
+        [qsTr("Letters"), qsTr("Go to the row of that name")],
+        [qsTr("F"), qsTr("Reveal the selection")],
+        [qsTr("Double click"), qsTr("Frame the object")],
+        [qsTr("Inspector"), ""],
+        [qsTr("Drag on a number"), qsTr("Change it; Shift is finer")],
+        [qsTr("Up, Down"), qsTr("Step")]
+    ]
+
+    anchors.centerIn: Overlay.overlay
+    modal: true
+    title: qsTr("Mouse and Keys")
+    standardButtons: Dialog.Close
+
+    GridLayout {
+        columns: 2
+        columnSpacing: 28
+        rowSpacing: 5
+
+        Repeater {
+            model: dialog.lines.length * 2
+
+            Label {
+                readonly property var line: dialog.lines[Math.floor(index / 2)]
+                readonly property bool heading: line[1] === ""
+
+                text: line[index % 2]
+                font.bold: heading
+                topPadding: heading && index > 1 ? 8 : 0
+                color: index % 2 || heading ? theme.text : theme.dimText
+            }
+        }
+    }
+}

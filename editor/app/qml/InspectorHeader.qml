@@ -1,0 +1,53 @@
+import QtQuick 2.15
+import Kyr.SceneOutline 1.0
+
+// The primary object's type and name, and how many others an edit goes to.
+PaneHeader {
+    id: header
+
+    readonly property var status: session.selectionStatus
+
+    title: status.count === 0 ? qsTr("Inspector") : ""
+
+    Item {
+        width: header.width
+        height: parent.height
+        visible: header.status.count > 0
+
+        PanelStyle {
+            id: style
+        }
+        PanelIcon {
+            id: icon
+
+            x: 7
+            anchors.verticalCenter: parent.verticalCenter
+            name: header.status.primaryType || "object"
+            color: style.typeColor(header.status.primaryType)
+        }
+        Text {
+            anchors {
+                left: icon.right
+                leftMargin: 6
+                right: others.left
+                rightMargin: 8
+                verticalCenter: parent.verticalCenter
+            }
+            text: header.status.primaryName
+            color: theme.text
+            font { pixelSize: 12; bold: true }
+            elide: Text.ElideRight
+            textFormat: Text.PlainText
+        }
+        Text {
+            id: others
+
+            anchors { right: parent.right; rightMargin: 8; verticalCenter: parent.verticalCenter }
+            visible: header.status.count > 1
+            width: visible ? implicitWidth : 0
+            text: qsTr("+ %1 more").arg(header.status.count - 1)
+            color: theme.dimText
+            font.pixelSize: 11
+        }
+    }
+}

@@ -1,0 +1,59 @@
+import QtQuick 2.15
+
+// One line of the inspector: a heading, or a label and the field that fits the property's kind.
+Item {
+    id: line
+
+    property int rightMargin: 8
+    readonly property string path: model.path
+    readonly property int labelWidth: 92
+    readonly property var fields: ({
+        "boolean": "CheckField.qml",
+        "choice": "ChoiceField.qml",
+        "color": "ColorField.qml",
+        "integer": "NumberField.qml",
+        "number": "NumberField.qml",
+        "text": "TextEditField.qml",
+        "vector": "VectorField.qml"
+    })
+
+    function edit() {
+        if (loader.item && loader.item.edit)
+            loader.item.edit();
+    }
+
+    objectName: "property_" + path
+    visible: model.kind === "group" || model.shown
+    height: visible ? 26 : 0
+
+    InspectorGroup {
+        anchors.fill: parent
+        visible: model.kind === "group"
+        title: model.label
+        expanded: model.expanded
+        onToggled: session.inspector.toggleGroup(index)
+    }
+    Text {
+        x: 10
+        width: line.labelWidth - 10
+        anchors.verticalCenter: parent.verticalCenter
+        visible: model.kind !== "group"
+        text: model.label
+        color: theme.dimText
+        font.pixelSize: 12
+        elide: Text.ElideRight
+    }
+    Loader {
+        id: loader
+
+        // What every field reads; it writes through `session.inspector` with `row`.
+        readonly property int row: index
+        readonly property var line: model
+        readonly property bool integral: model.kind === "integer"
+
+        x: line.labelWidth + 4
+        width: line.width - x - line.rightMargin
+        anchors.verticalCenter: parent.verticalCenter
+        source: line.fields[model.kind] || ""
+    }
+}

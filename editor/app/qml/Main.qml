@@ -1,0 +1,162 @@
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Qt.labs.settings 1.0
+import Editor.Viewport 1.0
+import Kyr.SceneOutline 1.0
+
+// The editor's window: tree, 3D view and log, inspector. `session` and `theme` come from the program.
+ApplicationWindow {
+    id: window
+
+    property bool closing: false
+
+    width: 1280
+    height: 720
+    minimumWidth: 960
+    minimumHeight: 540
+    visible: true
+    title: (session.document.modified ? "• " : "") + session.document.title + " – " + Qt.application.name
+    color: theme.pane
+    palette: theme.palette
+    font.pixelSize: 12
+
+    onClosing: {
+        close.accepted = window.closing;
+        if (!window.closing)
+            session.files.quit();
+    }
+
+    Connections {
+        target: session.files
+
+        function onQuitConfirmed() {
+            window.closing = true;
+            window.close();
+        }
+        function onSaved(path) { statusBar.show(qsTr("Saved %1").arg(path)); }
+        function onSaveFailed(path, reason) {
+            messageDialog.show(qsTr("The scene was not saved"), reason);
+        }
+    }
+    Connections {
+        target: session.loader
+
+        function onFailed(path, reason) {
+            messageDialog.show(qsTr("The file cannot be opened"), reason);
+        }
+        function onLoaded(path) { viewport.forceActiveFocus(); }
+    }
+    Connections {
+        target: session.edit
+
+        function onReported(text) { statusBar.show(text); }
+    }
+
+    Settings {
+        id: settings
+
+        property alias alwaysReveal: browserPanel.alwaysReveal
+        property alias logShown: logView.visible
+
+        category: "window"
+    }
+
+    menuBar: EditorMenuBar {
+        alwaysReveal: browserPanel.alwaysReveal
+        logShown: logView.visible
+        onAlwaysRevealToggled: browserPanel.alwaysReveal = !browserPanel.alwaysReveal
+        onLogToggled: logView.visible = !logView.visible
+        onRevealRequested: browserPanel.revealSelection()
+        onRenameRequested: inspector.editName()
+        onHelpRequested: helpDialog.open()
+    }
+
+    SplitView {
+        anchors.fill: parent
+        orientation: Qt.Horizontal
+        handle: splitHandle
+
+        SceneBrowserPanel {
+            id: browserPanel
+
+            objectName: "browser_panel"
+            browser: session.browser
+            SplitView.preferredWidth: 340
+            SplitView.minimumWidth: 220
+        }
+        SplitView {
+            orientation: Qt.Vertical
+            handle: splitHandle
+            SplitView.fillWidth: true
+            SplitView.minimumWidth: 320
+
+            Viewport3D {
+                id: viewport
+
+                objectName: "viewport"
+                controller: session.viewport
+                dark: theme.dark
+                clip: true
+                SplitView.fillHeight: true
+                SplitView.minimumHeight: 200
+
+                DropArea {
+                    anchors.fill: parent
+                    keys: ["text/uri-list"]
+                    onDropped: {
+                        if (drop.hasUrls)
+                            session.files.openUrl(drop.urls[0]);
+                    }
+                }
+            }
+            LogView {
+                id: logView
+
+                objectName: "log_view"
+                onCloseRequested: visible = false
+                SplitView.preferredHeight: 120
+                SplitView.minimumHeight: 60
+            }
+        }
+        Inspector {
+            id: inspector
+
+            objectName: "inspector"
+            SplitView.preferredWidth: 300
+            SplitView.minimumWidth: 250
+        }
+    }
+
+    footer: StatusBar {
+        id: statusBar
+
+        objectName: "status_bar"
+        onLogRequested: logView.visible = !logView.visible
+    }
+
+    Component {
+        id: splitHandle
+
+        Rectangle {
+            implicitWidth: 3
+            implicitHeight: 3
+            color: SplitHandle.pressed || SplitHandle.hovered ? theme.accent : theme.border
+        }
+    }
+
+    LoadOverlay {
+        anchors.fill: parent
+    }
+    MessageDialog {
+        id: messageDialog
+
+        objectName: "message_dialog"
+    }
+    ConfirmDialog {
+        objectName: "confirm_dialog"
+    }
+    HelpDialog {
+        id: helpDialog
+    }
+}

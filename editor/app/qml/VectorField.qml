@@ -1,0 +1,33 @@
+import QtQuick 2.15
+
+// A field for each component.
+Row {
+    id: field
+
+    readonly property var components: line.value
+    readonly property var axes: ["X", "Y", "Z", "W"]
+    readonly property var colors: ["#d9534f", "#5aa84f", "#4a86d8", "#9a9a9a"]
+
+    spacing: 3
+
+    Repeater {
+        model: field.components.length
+
+        NumberInput {
+            objectName: "component_" + index
+            width: (field.width - field.spacing * (field.components.length - 1)) / field.components.length
+            prefix: field.axes[index]
+            prefixColor: field.colors[index]
+            value: field.components[index] === null ? 0 : field.components[index]
+            mixed: field.components[index] === null
+            readOnly: line.readOnly
+            minimum: line.minimum
+            maximum: line.maximum
+            step: line.step
+            description: line.label + " " + field.axes[index]
+            onCommitted: session.inspector.setComponent(row, index, number)
+            onDragStarted: session.inspector.beginChange(row)
+            onDragEnded: session.inspector.endChange()
+        }
+    }
+}

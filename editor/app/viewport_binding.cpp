@@ -1,0 +1,181 @@
+#include "viewport_binding.h"
+
+#include "selection_edits.h"
+#include "viewport_items.h"
+
+#include <editor/scene/scene_commands.h>
+#include <editor/scene/transform_math.h>
+
+#include <algorithm>
+
+namespace editor {
+
+namespace {
+
+/// Ids of the objects and of everything below them; each object behind what is below it, so that
+/// the object selected last stays the primary one.
+std::vector<quint32> branchIds(const SceneObjects& objects)
+{
+    std::vector<quint32> ids;
+    for (const SceneObjectPtr& object : objects) {
+        const std::size_t begin = ids.size();
+        std::vector<const SceneObject*> waiting{object.get()};
+        while (!waiting.empty()) {
+            const SceneObject* next = waiting.back();
+            waiting.pop_back();
+            ids.push_back(next->id());
+            for (const SceneObjectPtr& child : next->children())
+                waiting.push_back(child.get());
+        }
+        std::reverse(ids.begin() + std::ptrdiff_t(begin), ids.end());
+    }
+    return ids;
+}
+
+} // namespace
+
+ViewportBinding::ViewportBinding(SceneDocument& document, IAssetSelection& selection,
+                                 QObject* parent)
+    : QObject(parent), m_document(document), m_selection(selection)
+{
+    followDocument();
+    followSelection();
+    followView();
+    resetItems();
+}
+
+void ViewportBinding::followDocument()
+{
+    connect(&m_document, &SceneDocument::reset, this, [this] {
+        resetItems();
+        m_controller.frameAll();
+    });
+    connect(&m_document, &SceneDocument::structureChanged, this, &ViewportBinding::resetItems);
+    connect(&m_document, &SceneDocument::objectsChanged, this, &ViewportBinding::updateItems);
+}
+
+void ViewportBinding::followSelection()
+{
+    m_selectionChanged =
+        m_selection.connectSelectionChanged([this](auto&&, auto&&) { showSelection(); });
+    m_hoverChanged = m_selection.connectHoverChanged(
+        [this](const IAssetSelection::Objects& entered, const IAssetSelection::Objects& left) {
+            for (const kyr::PersistentObject& object : left)
+                m_hovered.erase(std::remove(m_hovered.begin(), m_hovered.end(), object),
+                                m_hovered.end());
+            m_hovered.insert(m_hovered.end(), entered.begin(), entered.end());
+            showHover();
+        });
+}
+
+void ViewportBinding::followView()
+{
+    connect(&m_controller, &ViewportController::picked, this, &ViewportBinding::pick);
+    connect(&m_controller, &ViewportController::rubberBandSelected, this,
+            &ViewportBinding::selectIds);
+    connect(&m_controller, &ViewportController::hovered, this,
+            [this](quint32 id) { m_selection.setHoveredObjects(objectsOf({id})); });
+    connect(&m_controller, &ViewportController::activated, this, [this](quint32 id) {
+        if (const SceneObject* object = m_document.objectById(id))
+            frame(*object);
+    });
+    connect(&m_controller, &ViewportController::contextMenuRequested, this, [this](quint32 id) {
+        SceneObject* object = m_document.objectById(id);
+        if (object && !m_selection.isSelected(object->reflected()))
+            pick(id, Qt::NoModifier);
+        Q_EMIT contextMenuRequested();
+    });
+}
+
+void ViewportBinding::resetItems()
+{
+    std::vector<ViewportItem> items;
+    items.reserve(std::size_t(m_document.objectCount()) + 1);
+    forEachViewportItem(*m_document.root(),
+                        [&items](ViewportItem item) { items.push_back(std::move(item)); });
+    m_controller.setItems(std::move(items));
+    showSelection();
+    showHover();
+}
+
+void ViewportBinding::updateItems(const ObjectChanges& changes)
+{
+    const ChangeAspects shown = ChangeAspect::Visibility | ChangeAspect::Lock |
+                                ChangeAspect::Transform | ChangeAspect::Material |
+                                ChangeAspect::Other;
+    // An update costs a search in the view's index; for many objects a new index is cheaper.
+    if (changes.size() > std::size_t(m_document.objectCount()) / 4 + 100) {
+        resetItems();
+        return;
+    }
+    for (const ObjectChange& change : changes) {
+        if (!(change.aspects & shown) || !m_document.contains(change.object))
+            continue;
+        if (change.aspects & ChangeAspect::Transform) {
+            forEachViewportItem(*change.object, [this](const ViewportItem& item) {
+                m_controller.updateItem(item);
+            });
+        } else {
+            m_controller.updateItem(viewportItem(*change.object, worldTransform(*change.object)));
+        }
+    }
+}
+
+void ViewportBinding::showSelection()
+{
+    m_controller.setSelectedIds(branchIds(selectedObjects(m_document, m_selection)));
+}
+
+void ViewportBinding::showHover()
+{
+    const SceneObject* object =
+        m_hovered.empty() ? nullptr : sceneObjectOf(m_hovered.front().object());
+    m_controller.setHoveredId(m_document.contains(object) ? object->id() : 0);
+}
+
+void ViewportBinding::frame(const SceneObject& object)
+{
+    std::vector<quint32> ids;
+    forEachViewportItem(object, [&ids](const ViewportItem& item) { ids.push_back(item.id); });
+    m_controller.frame(ids);
+}
+
+void ViewportBinding::frameSelection()
+{
+    m_controller.frameSelected();
+}
+
+void ViewportBinding::frameAll()
+{
+    m_controller.frameAll();
+}
+
+void ViewportBinding::pick(quint32 id, Qt::KeyboardModifiers modifiers)
+{
+    if (id == 0 && modifiers & (Qt::ControlModifier | Qt::ShiftModifier))
+        return;
+    selectIds(id ? std::vector<quint32>{id} : std::vector<quint32>(), modifiers);
+}
+
+void ViewportBinding::selectIds(const std::vector<quint32>& ids, Qt::KeyboardModifiers modifiers)
+{
+    const IAssetSelection::Objects objects = objectsOf(ids);
+    if (modifiers & Qt::ControlModifier)
+        setAssetSelection(m_selection, toggled(m_selection.objects(), objects));
+    else if (modifiers & Qt::ShiftModifier)
+        setAssetSelection(m_selection, added(m_selection.objects(), objects));
+    else
+        setAssetSelection(m_selection, objects);
+}
+
+IAssetSelection::Objects ViewportBinding::objectsOf(const std::vector<quint32>& ids) const
+{
+    IAssetSelection::Objects objects;
+    for (const quint32 id : ids) {
+        if (SceneObject* object = m_document.objectById(id))
+            objects.emplace_back(object->reflected());
+    }
+    return objects;
+}
+
+} // namespace editor

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <editor/scene/scene_document.h>
+#include <editor/viewport/viewport_controller.h>
+#include <host/scene/asset_selection.h>
+
+#include <functional>
+
+namespace editor {
+
+/// Keeps a 3D view in step with the scene, and its marks and picks with the selection and the
+/// hovered object that all views share.
+class ViewportBinding final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Document and selection must outlive the binding.
+    ViewportBinding(SceneDocument& document, IAssetSelection& selection, QObject* parent = nullptr);
+
+    ViewportController* controller() noexcept { return &m_controller; }
+
+    /// Fills the view with the object and what is below it.
+    void frame(const SceneObject& object);
+    /// Fills the view with the selection, or with everything when nothing is selected.
+    Q_INVOKABLE void frameSelection();
+    Q_INVOKABLE void frameAll();
+
+Q_SIGNALS:
+    /// A right click; what was under it is selected by now.
+    void contextMenuRequested();
+
+private:
+    void followDocument();
+    void followSelection();
+    void followView();
+
+    void resetItems();
+    void updateItems(const ObjectChanges& changes);
+    void showSelection();
+    void showHover();
+
+    void pick(quint32 id, Qt::KeyboardModifiers modifiers);
+    void selectIds(const std::vector<quint32>& ids, Qt::KeyboardModifiers modifiers);
+    IAssetSelection::Objects objectsOf(const std::vector<quint32>& ids) const;
+
+    SceneDocument& m_document;
+    IAssetSelection& m_selection;
+    ViewportController m_controller;
+    IAssetSelection::Objects m_hovered;
+    vex::Connection m_selectionChanged;
+    vex::Connection m_hoverChanged;
+};
+
+} // namespace editor

@@ -1,0 +1,73 @@
+#include "viewport_items.h"
+
+#include "color_conversion.h"
+
+#include <editor/scene/transform_math.h>
+
+namespace editor {
+
+namespace {
+
+ViewportItem::Kind viewportKind(ObjectKind kind)
+{
+    switch (kind) {
+    case ObjectKind::Mesh:
+        return ViewportItem::Kind::Mesh;
+    case ObjectKind::Light:
+        return ViewportItem::Kind::Light;
+    case ObjectKind::Camera:
+        return ViewportItem::Kind::Camera;
+    case ObjectKind::Scene:
+    case ObjectKind::Group:
+        break;
+    }
+    return ViewportItem::Kind::Group;
+}
+
+QColor viewportColor(const SceneObject& object)
+{
+    if (object.material())
+        return toScreenColor(object.material()->baseColor);
+    if (object.light())
+        return toScreenColor(object.light()->color);
+    return Qt::lightGray;
+}
+
+} // namespace
+
+ViewportItem viewportItem(const SceneObject& object, const QMatrix4x4& world)
+{
+    ViewportItem item;
+    item.id = object.id();
+    item.kind = viewportKind(object.kind());
+    if (object.mesh() && object.mesh()->asset)
+        item.geometry = object.mesh()->asset->geometry;
+    item.transform = world;
+    item.color = viewportColor(object);
+    item.visible = object.isEffectivelyVisible();
+    item.pickable = !object.isEffectivelyLocked();
+    return item;
+}
+
+void forEachViewportItem(const SceneObject& branch, const std::function<void(ViewportItem)>& visit)
+{
+    struct Placed
+    {
+        const SceneObject* object;
+        QMatrix4x4 world;
+    };
+    std::vector<Placed> waiting{{&branch, worldTransform(branch)}};
+    while (!waiting.empty()) {
+        const Placed placed = waiting.back();
+        waiting.pop_back();
+        visit(viewportItem(*placed.object, placed.world));
+        const auto& children = placed.object->children();
+        for (auto child = children.rbegin(); child != children.rend(); ++child) {
+            const TransformComponent* local = (*child)->transform();
+            waiting.push_back(
+                {child->get(), local ? placed.world * matrixOf(*local) : placed.world});
+        }
+    }
+}
+
+} // namespace editor
