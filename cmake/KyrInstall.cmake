@@ -23,6 +23,7 @@ install(FILES
     lib/kyr_scene_outline/item_roles.h
     lib/kyr_scene_outline/property_paste_report.h
     lib/kyr_scene_outline/scene_browser_data.h
+    lib/kyr_scene_outline/scene_browser_extension.h
     lib/kyr_scene_outline/scene_browser_panel_base.h
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kyr_scene_outline)
 

@@ -1,0 +1,76 @@
+#include <host/scene/recorded_asset_selection.h>
+#include <host/undo/commit_changes_scope.h>
+#include <support/tree_model.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class AssetSelectionTest : public testing::Test
+{
+protected:
+    IAssetSelection::Objects objects(const std::vector<std::string>& names) const
+    {
+        IAssetSelection::Objects list;
+        for (const std::string& name : names)
+            list.emplace_back(model.object(name));
+        return list;
+    }
+    static std::string text(const IAssetSelection::Objects& list)
+    {
+        std::string names;
+        for (const kyr::PersistentObject& object : list)
+            names += object.object().reference().name();
+        return names;
+    }
+
+    test::TreeModel model{"a\nb\nc"};
+    std::shared_ptr<Zar::ChangesController> changes = std::make_shared<Zar::ChangesController>();
+    RecordedAssetSelection selection{changes};
+};
+
+} // namespace
+
+TEST_F(AssetSelectionTest, keepsOrderWithoutDuplicatesAndNotifiesRealChanges)
+{
+    std::string log;
+    const auto connection = selection.connectSelectionChanged(
+        [&](const vex::Connection& cause, const IAssetSelection::SelectionChange& change) {
+            EXPECT_FALSE(cause.isConnected());
+            log += text(change.before) + ">" + text(change.after) + " ";
+        });
+    selection.setSelection(objects({"c", "a", "c"}), false);
+    selection.setSelection(objects({"c", "a"}), false);
+    selection.setSelection(objects({"a", "b"}), true);
+    selection.setSelection(objects({"a", "c", "b"}), false);
+    selection.clearSelection();
+    EXPECT_EQ(">ca ca>cab cab>acb acb> ", log);
+    EXPECT_EQ(4, changes->stack().count());
+    changes->stack().undo();
+    changes->stack().undo();
+    EXPECT_EQ("cab", text(selection.objects()));
+    EXPECT_TRUE(selection.isSelected(model.object("b")));
+    EXPECT_FALSE(selection.isSelected({}));
+}
+
+TEST_F(AssetSelectionTest, clearingAndSettingBackInOneScopeLeavesNoStep)
+{
+    selection.setSelection(objects({"a"}), false);
+    {
+        const Zar::CommitChangesScope scope("Paste", changes.get());
+        selection.clearSelection();
+        selection.setSelection(objects({"a"}), false);
+    }
+    EXPECT_EQ(1, changes->stack().count());
+}
+
+TEST_F(AssetSelectionTest, stepsOutliveTheSelectionTheyBelongTo)
+{
+    {
+        RecordedAssetSelection closed(changes);
+        closed.setSelection(objects({"a"}), false);
+    }
+    changes->stack().undo();
+    changes->stack().redo();
+    EXPECT_EQ(1, changes->stack().count());
+}

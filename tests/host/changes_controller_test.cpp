@@ -1,0 +1,110 @@
+#include <host/undo/commit_changes_scope.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+using Zar::ChangesController;
+using Zar::CommitChangesScope;
+
+namespace {
+
+/// Sets an integer; the changes of one integer are joined when `joins` is set.
+class SetNumber : public Zar::IChange
+{
+public:
+    SetNumber(int& number, int value, bool joins)
+        : m_number(number), m_before(number), m_after(value), m_joins(joins)
+    {
+        number = value;
+    }
+    void undo() override { m_number = m_before; }
+    void redo() override { m_number = m_after; }
+    const void* subject() const noexcept override { return m_joins ? &m_number : nullptr; }
+    void absorb(IChange& later) override { m_after = static_cast<SetNumber&>(later).m_after; }
+    bool isVoid() const override { return m_before == m_after; }
+
+private:
+    int& m_number;
+    int m_before;
+    int m_after;
+    bool m_joins;
+};
+
+class ChangesControllerTest : public testing::Test
+{
+protected:
+    void set(int& target, int value, bool joins = false)
+    {
+        controller.record(std::make_unique<SetNumber>(target, value, joins), "Set number");
+    }
+
+    ChangesController controller;
+    int a = 0;
+    int b = 0;
+};
+
+} // namespace
+
+TEST_F(ChangesControllerTest, aScopeIsOneStepUnderTheOutermostName)
+{
+    {
+        const CommitChangesScope outer("Outer", &controller);
+        set(a, 1);
+        {
+            const CommitChangesScope inner("Inner", &controller);
+            set(b, 2);
+            set(a, 3);
+        }
+        EXPECT_EQ(0, controller.stack().count());
+    }
+    ASSERT_EQ(1, controller.stack().count());
+    EXPECT_EQ("Outer", controller.stack().undoText());
+    EXPECT_EQ(3, a);
+    controller.stack().undo();
+    EXPECT_EQ(0, a);
+    EXPECT_EQ(0, b);
+    controller.stack().redo();
+    EXPECT_EQ(3, a);
+    EXPECT_EQ(2, b);
+}
+
+TEST_F(ChangesControllerTest, stepsThatChangeNothingAreNotKept)
+{
+    {
+        const CommitChangesScope scope("Back and forth", &controller);
+        set(a, 5, true);
+        set(a, 0, true);
+    }
+    {
+        const CommitChangesScope scope("Nothing", &controller);
+    }
+    EXPECT_EQ(0, controller.stack().count());
+    set(a, 7);
+    ASSERT_EQ(1, controller.stack().count());
+    EXPECT_EQ("Set number", controller.stack().undoText());
+}
+
+TEST_F(ChangesControllerTest, changesMadeByUndoingAreNotRecorded)
+{
+    class Echo : public SetNumber
+    {
+    public:
+        Echo(int& number, std::function<void()> echo)
+            : SetNumber(number, 1, false), m_echo(std::move(echo))
+        {}
+        void undo() override
+        {
+            SetNumber::undo();
+            m_echo();
+        }
+
+    private:
+        std::function<void()> m_echo;
+    };
+    controller.record(std::make_unique<Echo>(a, [this] { set(b, 9); }), "Echo");
+    controller.stack().undo();
+    EXPECT_EQ(9, b);
+    EXPECT_EQ(1, controller.stack().count());
+    EXPECT_TRUE(controller.stack().canRedo());
+}
