@@ -11,18 +11,19 @@ namespace {
 /// A branch with more rows to open than this comes as one reset, not as one insertion each.
 constexpr int signalledExpansions = 64;
 
-/// The rows with children in the branch of `root`; stops at `limit` of them.
-std::vector<QModelIndex> parentsBelow(const QAbstractItemModel& model, const QModelIndex& root,
-                                      std::size_t limit)
+/// The rows with children in the branch of `root`; stops at `limit` of them. Persistent, for
+/// opening one may fetch more rows.
+std::vector<QPersistentModelIndex> parentsBelow(const QAbstractItemModel& model,
+                                                const QModelIndex& root, std::size_t limit)
 {
-    std::vector<QModelIndex> parents;
+    std::vector<QPersistentModelIndex> parents;
     std::vector<QModelIndex> waiting{root};
     while (!waiting.empty() && parents.size() < limit) {
         const QModelIndex index = waiting.back();
         waiting.pop_back();
         const int rows = model.rowCount(index);
         if (rows > 0)
-            parents.push_back(index);
+            parents.emplace_back(index);
         for (int row = rows - 1; row >= 0; --row)
             waiting.push_back(model.index(row, 0, index));
     }
@@ -35,8 +36,8 @@ void FlatTreeModel::setExpanded(const QModelIndex& sourceIndex, bool expanded)
 {
     if (m_pending.source != Change::None || !sourceIndex.isValid())
         return;
-    const QModelIndex index = sourceIndex.siblingAtColumn(0);
-    if (expanded && m_source && index.model() == m_source && m_source->canFetchMore(index))
+    const QPersistentModelIndex index = sourceIndex.siblingAtColumn(0);
+    if (expanded && index.model() == m_source && m_source->canFetchMore(index))
         m_source->fetchMore(index);
     const std::optional<Family> family = readFamilyOf(index.parent());
     const Node node = family ? m_rows.childOf(*family, index.row()) : RowTree::none;
@@ -116,7 +117,9 @@ void FlatTreeModel::setBranchExpanded(const QModelIndex& sourceIndex, bool expan
 {
     if (m_pending.source != Change::None || !sourceIndex.isValid())
         return;
-    const QModelIndex index = sourceIndex.siblingAtColumn(0);
+    const QPersistentModelIndex index = sourceIndex.siblingAtColumn(0);
+    if (expanded && index.model() == m_source && m_source->canFetchMore(index))
+        m_source->fetchMore(index);
     const std::optional<Family> family = readFamilyOf(index.parent());
     const Node node = family ? m_rows.childOf(*family, index.row()) : RowTree::none;
     if (node == RowTree::none)
@@ -129,10 +132,10 @@ void FlatTreeModel::setBranchExpanded(const QModelIndex& sourceIndex, bool expan
 
 void FlatTreeModel::expandBranch(const QModelIndex& sourceIndex)
 {
-    const std::vector<QModelIndex> parents =
+    const std::vector<QPersistentModelIndex> parents =
         parentsBelow(*m_source, sourceIndex, signalledExpansions + 1);
     if (parents.size() <= signalledExpansions) {
-        for (const QModelIndex& parent : parents)
+        for (const QPersistentModelIndex& parent : parents)
             setExpanded(parent, true);
         return;
     }
@@ -183,12 +186,13 @@ int FlatTreeModel::reveal(const QModelIndex& sourceIndex)
 {
     if (!sourceIndex.isValid() || sourceIndex.model() != m_source)
         return -1;
-    std::vector<QModelIndex> ancestors;
+    const QPersistentModelIndex wanted = sourceIndex.siblingAtColumn(0);
+    std::vector<QPersistentModelIndex> ancestors;
     for (QModelIndex up = sourceIndex.parent(); up.isValid(); up = up.parent())
-        ancestors.push_back(up);
+        ancestors.emplace_back(up);
     for (auto up = ancestors.rbegin(); up != ancestors.rend(); ++up)
         setExpanded(*up, true);
-    return rowOf(sourceIndex.siblingAtColumn(0));
+    return rowOf(wanted);
 }
 
 void FlatTreeModel::rowChanged(const QModelIndex& sourceIndex, const QVector<int>& roles)

@@ -187,6 +187,8 @@ void FlatTreeModel::beginLayoutChange()
     m_cachedRow = -1;
     m_pending = {};
     m_pending.source = Change::Layout;
+    m_savedRows.clear();
+    m_savedOwnIndexes.clear();
     Q_EMIT layoutAboutToBeChanged();
     const QModelIndexList own = persistentIndexList();
     for (const QModelIndex& index : own)

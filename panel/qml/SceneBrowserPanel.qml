@@ -10,6 +10,10 @@ import Kyr.SceneOutline 1.0
 //         alwaysReveal: true
 //     }
 //
+// Keys: arrows, Home, End, Page Up and Down with Shift and Ctrl; Left and Right close and open, with
+// Shift the whole branch, as does *; Space selects, Ctrl+Space toggles; F reveals the selection;
+// letters search by name (Shift+F for a name with F).
+//
 // Without a browser, any item model will do: set `model`, and `selectionModel` if there is one.
 FocusScope {
     id: panel

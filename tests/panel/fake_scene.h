@@ -50,6 +50,8 @@ public:
     void remove(const QModelIndex& parent, int row, int count);
     void move(const QModelIndex& from, int row, int count, const QModelIndex& to, int target);
     void sortByName();
+    /// Gives the rows away, announcing nothing.
+    std::vector<std::unique_ptr<Item>> takeRows() { return std::move(m_root.children); }
     void reset(std::unique_ptr<FakeScene> other);
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;

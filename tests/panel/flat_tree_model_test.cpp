@@ -336,4 +336,87 @@ TEST_P(FlatTreeModelRandomTest, FollowsItsSourceLikeANaiveWalk)
 
 INSTANTIATE_TEST_SUITE_P(Seeds, FlatTreeModelRandomTest, ::testing::Range(1u, 13u));
 
+std::string rowsOf(const FlatTreeModel& flat)
+{
+    return shownRows(flat).join(QLatin1Char(' ')).toStdString();
+}
+
+TEST(FlatTreeModelTest, RowsStartAsTheSourceWishesUntilTheUserSaysOtherwise)
+{
+    const QString text = QStringLiteral("+a\n  +b\n    c\n  d\n    +e\n      f\n");
+    const auto scene = FakeScene::fromText(text);
+    FlatTreeModel flat;
+    flat.setSourceModel(scene.get());
+    EXPECT_EQ(rowsOf(flat), "-a .-b ..c .d");
+    flat.setExpanded(scene->find(QStringLiteral("d")), true);
+    EXPECT_EQ(rowsOf(flat), "-a .-b ..c .-d ..-e ...f");
+    flat.collapseAll();
+    flat.setExpanded(scene->find(QStringLiteral("a")), true);
+    EXPECT_EQ(rowsOf(flat), "-a .b .d");
+    scene->reset(FakeScene::fromText(text));
+    EXPECT_EQ(rowsOf(flat), "-a .-b ..c .d");
+}
+
+TEST(FlatTreeModelTest, ALargeBranchOpensInOneResetAndKeepsItsMarks)
+{
+    const auto scene = FakeScene::fromText(QStringLiteral("all\nother\n"));
+    const QModelIndex all = scene->find(QStringLiteral("all"));
+    auto groups = FakeScene::wide(100, 2)->takeRows();
+    scene->insert(all, 0, std::move(groups));
+    auto* selection = new QItemSelectionModel(scene.get());
+    FlatTreeModel flat;
+    flat.setSourceModel(scene.get());
+    flat.setSelectionModel(selection);
+    for (int group = 0; group < 100; ++group)
+        selection->select(scene->index(1, 0, scene->index(group, 0, all)),
+                          QItemSelectionModel::Select);
+    QSignalSpy resets(&flat, &FlatTreeModel::modelReset);
+    QSignalSpy insertions(&flat, &FlatTreeModel::rowsInserted);
+    flat.setBranchExpanded(all, true);
+    EXPECT_EQ(resets.size(), 1);
+    EXPECT_EQ(insertions.size(), 0);
+    ASSERT_EQ(flat.count(), 302);
+    for (int group = 0; group < 100; ++group) {
+        EXPECT_TRUE(flat.isRowExpanded(1 + 3 * group));
+        EXPECT_FALSE(flat.isRowSelected(2 + 3 * group));
+        EXPECT_TRUE(flat.isRowSelected(3 + 3 * group));
+    }
+    EXPECT_EQ(flat.sourceIndex(301).data().toString(), QStringLiteral("other"));
+    selection->clear();
+    EXPECT_FALSE(flat.isRowSelected(3));
+}
+
+/// Has one child below every row, once it was asked for.
+class LazyScene : public FakeScene
+{
+public:
+    bool canFetchMore(const QModelIndex& parent) const override
+    {
+        return parent.isValid() && item(parent)->children.empty();
+    }
+    bool hasChildren(const QModelIndex&) const override { return true; }
+    void fetchMore(const QModelIndex& parent) override
+    {
+        std::vector<std::unique_ptr<Item>> rows(1);
+        rows[0] = std::make_unique<Item>();
+        rows[0]->name = item(parent)->name + QLatin1Char('+');
+        insert(parent, 0, std::move(rows));
+    }
+};
+
+TEST(FlatTreeModelTest, OpeningARowFetchesWhatIsBelowIt)
+{
+    LazyScene scene;
+    std::vector<std::unique_ptr<FakeScene::Item>> rows(1);
+    rows[0] = std::make_unique<FakeScene::Item>();
+    rows[0]->name = QStringLiteral("a");
+    scene.insert({}, 0, std::move(rows));
+    FlatTreeModel flat;
+    flat.setSourceModel(&scene);
+    flat.setExpanded(flat.sourceIndex(0), true);
+    EXPECT_EQ(rowsOf(flat), "-a .a+");
+    flat.setBranchExpanded(flat.sourceIndex(1), true);
+    EXPECT_EQ(rowsOf(flat), "-a .-a+ ..a++") << "fetches once, an endless source must not hang";
+}
+
 } // namespace
