@@ -1,5 +1,3 @@
-#include "allocation_counter.h"
-
 #include <kyr_cpp_utils/signal.h>
 
 #include <gtest/gtest.h>
@@ -182,30 +180,6 @@ TEST(SignalResult, EverySlotGetsTheWholeArgument)
     const Connection slots[] = {signal.connect(take), signal.connect(take)};
     signal("ab");
     EXPECT_EQ(seen, "abab");
-}
-
-TEST(SignalCost, Allocations)
-{
-    std::size_t before = allocationCount();
-    const auto allocations = [&] {
-        return allocationCount() - std::exchange(before, allocationCount());
-    };
-
-    VoidSignal signal;
-    signal();
-    EXPECT_EQ(allocations(), 0u);
-    int calls = 0;
-    Connection first = signal.connect([&] { ++calls; });
-    EXPECT_EQ(allocations(), 2u);
-    Connection second = signal.connect([&] { ++calls; });
-    EXPECT_EQ(allocations(), 1u);
-    signal();
-    first.disconnect();
-    signal();
-    second.disconnect();
-    signal();
-    EXPECT_EQ(allocations(), 0u);
-    EXPECT_EQ(calls, 3);
 }
 
 } // namespace
