@@ -1,0 +1,88 @@
+#pragma once
+
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickView>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <mutex>
+
+/// The panel in a window of its own, drawn without a GPU. A warning of the QML engine fails the
+/// test.
+class PanelWindow
+{
+public:
+    static constexpr int headerHeight = 24;
+    static constexpr int rowHeight = 22;
+    static constexpr int width = 320;
+    static constexpr int visibleRows = 10;
+
+    PanelWindow()
+    {
+        static std::once_flag chosen;
+        std::call_once(chosen,
+                       [] { QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software); });
+        m_view = std::make_unique<QQuickView>();
+        QObject::connect(m_view->engine(), &QQmlEngine::warnings, m_view.get(),
+                         [](const QList<QQmlError>& errors) {
+                             for (const QQmlError& error : errors)
+                                 ADD_FAILURE() << error.toString().toStdString();
+                         });
+        m_view->engine()->addImportPath(QStringLiteral(KYR_QML_DIR));
+    }
+
+    void open(QObject* browser)
+    {
+        QQmlComponent component(m_view->engine());
+        component.setData("import Kyr.SceneOutline 1.0\nSceneBrowserPanel { focus: true }", {});
+        m_panel = qobject_cast<QQuickItem*>(component.create());
+        ASSERT_TRUE(m_panel) << component.errorString().toStdString();
+        m_view->setContent({}, nullptr, m_panel);
+        m_view->setResizeMode(QQuickView::SizeRootObjectToView);
+        m_view->resize(width, headerHeight + visibleRows * rowHeight);
+        m_panel->setProperty("browser", QVariant::fromValue(browser));
+        m_view->show();
+        m_view->requestActivate();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(m_view.get()));
+        m_list = item("outline_list");
+        ASSERT_TRUE(m_list);
+    }
+
+    QQmlEngine* engine() const { return m_view->engine(); }
+    QQuickItem* panel() const { return m_panel; }
+    QQuickItem* item(const char* name) const
+    {
+        return m_panel->findChild<QQuickItem*>(QLatin1String(name));
+    }
+    int count() const { return m_list->property("count").toInt(); }
+    int scrolled() const
+    {
+        return int(m_list->property("contentY").toReal() - m_list->property("originY").toReal());
+    }
+
+    QPoint at(int x, int visibleRow) const
+    {
+        return {x, headerHeight + visibleRow * rowHeight + rowHeight / 2};
+    }
+    void click(QPoint point, Qt::KeyboardModifiers modifiers = {},
+               Qt::MouseButton button = Qt::LeftButton)
+    {
+        QTest::mouseClick(m_view.get(), button, modifiers, point);
+        settle();
+    }
+    void doubleClick(QPoint point) { QTest::mouseDClick(m_view.get(), Qt::LeftButton, {}, point); }
+    void movePointer(QPoint point) { QTest::mouseMove(m_view.get(), point); }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::keyClick(m_view.get(), key, modifiers);
+    }
+    /// Lets what was put off until the event loop happen.
+    void settle() { QTest::qWait(1); }
+
+private:
+    std::unique_ptr<QQuickView> m_view;
+    QQuickItem* m_panel = nullptr;
+    QQuickItem* m_list = nullptr;
+};
