@@ -95,13 +95,14 @@ std::optional<ItemSet::Hit> ItemSet::pick(const OrbitCamera& camera, const QPoin
 {
     std::optional<Hit> best;
     const Ray ray = camera.rayAt(position);
-    m_tree.visitRay(ray, Box::infinity, [&](quint32 index, float& limit) {
+    const Ray drawn{ray.at(camera.nearPlane()), ray.direction};
+    m_tree.visitRay(drawn, Box::infinity, [&](quint32 index, float& limit) {
         const ViewportItem& item = m_items[index];
         if (!item.isMesh() || !canBePicked(item))
             return;
-        if (const auto distance = hitDistance(item, ray, limit)) {
+        if (const auto distance = hitDistance(item, drawn, limit)) {
             limit = *distance;
-            best = Hit{item.id, *distance, ray.at(*distance)};
+            best = Hit{item.id, camera.nearPlane() + *distance, drawn.at(*distance)};
         }
     });
 

@@ -45,9 +45,11 @@ public:
     QMatrix4x4 view() const;
     QMatrix4x4 projection() const;
 
+    /// The depth before which nothing is drawn.
+    float nearPlane() const;
     /// Nothing for a point behind the eye.
     std::optional<QPointF> project(const QVector3D& point) const;
-    /// From the eye; its direction has length one along `forward`, so distances are depths.
+    /// From the eye; its direction has length one along forward(), so distances are depths.
     Ray rayAt(const QPointF& position) const;
     /// All that a rectangle on the screen covers.
     ConvexVolume volumeOf(const QRectF& rectangle) const;
@@ -56,7 +58,6 @@ public:
 
 private:
     float aspect() const { return float(m_viewport.width() / m_viewport.height()); }
-    float nearPlane() const;
     float farPlane() const;
 
     QVector3D m_target;

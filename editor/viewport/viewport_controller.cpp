@@ -170,10 +170,14 @@ void ViewportController::release(const QPointF& position, int button, int modifi
     const Qt::KeyboardModifiers keys(modifiers);
     const auto kind = m_gesture.release();
     gestureChanged(kind);
-    if (kind == PointerGesture::Kind::Click)
+    if (kind == PointerGesture::Kind::Click) {
         click(position, keys);
-    else if (kind == PointerGesture::Kind::RubberBand)
+        return;
+    }
+    if (kind == PointerGesture::Kind::RubberBand)
         Q_EMIT rubberBandSelected(m_items.idsWithin(m_camera, band), keys);
+    if (!m_gesture.isActive())
+        pointAt(idAt(position));
 }
 
 void ViewportController::click(const QPointF& position, Qt::KeyboardModifiers modifiers)
@@ -225,6 +229,8 @@ void ViewportController::wheel(const QPointF& position, qreal angleDelta)
 {
     m_camera.zoom(float(std::pow(zoomPerWheelStep, angleDelta / wheelStep)), position);
     Q_EMIT cameraChanged();
+    if (!m_gesture.isActive())
+        pointAt(idAt(position));
 }
 
 void ViewportController::leave()

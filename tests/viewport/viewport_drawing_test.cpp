@@ -52,6 +52,12 @@ protected:
     }
     QColor pixel(quint32 id) { return pixel(m_controller.projectToScreen(id)); }
 
+    void press(Qt::Key key)
+    {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(&m_view, &event);
+    }
+
     // Lit differently on each side, an item keeps its hue.
     static bool looksLike(const QColor& seen, const QColor& color)
     {
@@ -156,10 +162,13 @@ TEST_F(ViewportDrawingTest, PointerAndKeysDriveTheController)
 
     const float distance = m_controller.camera().distance();
     m_controller.setSelectedIds({2});
-    QTest::keyClick(&m_view, Qt::Key_F);
+    press(Qt::Key_F);
     EXPECT_LT(m_controller.camera().distance(), distance);
-    QTest::keyClick(&m_view, Qt::Key_Home);
+    press(Qt::Key_Home);
     EXPECT_FLOAT_EQ(distance, m_controller.camera().distance());
+
+    QTest::mouseClick(&m_view, Qt::LeftButton, Qt::NoModifier, QPoint(592, 20)); // y of the gizmo
+    EXPECT_FLOAT_EQ(90.0f, m_controller.camera().pitch());
 }
 
 } // namespace editor

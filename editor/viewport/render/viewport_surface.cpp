@@ -105,7 +105,9 @@ void ViewportSurface::patchItem(quint32 index)
         return;
     const ViewportItem& item = m_controller->items().items()[index];
     const bool keepsSlot = m_slots[index] != noSlot && m_drawnMeshes[index] == meshOf(item).get();
-    if (keepsSlot && item.visible)
+    // A hidden view takes no changes away; better to start anew than to heap them up.
+    const bool isSparse = m_patches.size() < m_slots.size() / 4 + 16;
+    if (keepsSlot && item.visible && isSparse)
         m_patches.push_back({m_slots[index], Instance(item.transform, item.color), item.bounds()});
     else
         schedule(Items);
