@@ -91,7 +91,7 @@ WARM = "#ffd9a0"
 def ground(root):
     ground = root.group("Ground")
     ground.element.set("locked", "true")
-    ground.mesh("Lawn", "box 52 0.4 38", "#7fa85b", (0, -0.25, 2), rough=1)
+    ground.mesh("Lawn", "box 52 0.4 33", "#7fa85b", (0, -0.25, 3.2), rough=1)
     ground.mesh("Road", "box 52 0.1 7", "#4b4f57", (0, -0.04, 0), rough=0.95)
     ground.mesh("North pavement", "box 52 0.25 3.4", "#b7b1a6", (0, 0.02, -5.2), rough=0.95)
     ground.mesh("South pavement", "box 52 0.25 2.4", "#b7b1a6", (0, 0.02, 4.7), rough=0.95)
@@ -287,12 +287,12 @@ def main():
     car(cars, "Blue car", -16.5, -1.75, 180, "#3f78b5")
 
     lights = root.group("Sky lights")
-    lights.light("Sun", "directional", "#fff1d6", 3.2, (18, 24, 20), (-48, 38, 0), reach=0)
-    lights.light("Sky fill", "directional", "#b8d4ff", 0.8, (-18, 20, 8), (-40, -60, 0), reach=0)
+    lights.light("Sun", "directional", "#fff1d6", 3.2, (24, 13, 10), (-48, 38, 0), reach=0)
+    lights.light("Sky fill", "directional", "#b8d4ff", 0.8, (-24, 11, 8), (-40, -60, 0), reach=0)
 
     cameras = root.group("Cameras")
     cameras.camera("Street view", (-24, 3.2, 3.2), (4, 2.2, -2), 50, "Square/Fountain")
-    cameras.camera("Overview", (17, 19, 33), (0, 2, 0), 42)
+    cameras.camera("Overview", (17, 13, 19), (0, 2, 0), 60, "Houses")
     cameras.camera("Café close-up", (3.5, 2.4, 1.5), (-2.4, 1.8, -6), 38, "Houses/Café/Sign")
 
     for number, element in enumerate(document.iter("object"), 1):

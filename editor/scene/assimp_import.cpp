@@ -56,12 +56,18 @@ private:
 
 QString reasonOf(const Assimp::Importer& importer)
 {
-    QString reason = QString::fromUtf8(importer.GetErrorString()).simplified();
-    while (reason.endsWith(QLatin1Char('.')) || reason.endsWith(QLatin1Char('!')))
-        reason.chop(1);
+    const QString reason = QString::fromUtf8(importer.GetErrorString()).simplified();
     return reason.isEmpty()
                ? QCoreApplication::translate("editor::SceneImport", "the file cannot be read")
                : reason;
+}
+
+// This importer alone keeps the angles as its format has them.
+ConeAngles coneAnglesOf(const QString& path)
+{
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    const bool isGltf = suffix == QLatin1String("gltf") || suffix == QLatin1String("glb");
+    return isGltf ? ConeAngles::FromAxis : ConeAngles::Whole;
 }
 
 void configure(Assimp::Importer& importer)
@@ -110,7 +116,7 @@ SceneImport importWithAssimp(const QString& path, const ImportProgress& progress
     }
     if (!scene)
         return {nullptr, reasonOf(importer)};
-    SceneObjectPtr root = buildScene(*scene);
+    SceneObjectPtr root = buildScene(*scene, coneAnglesOf(path));
     root->setName(QFileInfo(path).completeBaseName().toStdString());
     if (!progress(builtShare))
         return {};

@@ -1,7 +1,5 @@
 #include "assimp_scene_builder.h"
 
-#include "assimp_values.h"
-
 #include <editor/scene/transform_math.h>
 
 #include <assimp/camera.h>
@@ -43,7 +41,8 @@ private:
 class SceneBuilder
 {
 public:
-    explicit SceneBuilder(const aiScene& scene) : m_scene(scene), m_meshes(scene.mNumMeshes)
+    SceneBuilder(const aiScene& scene, ConeAngles cones)
+        : m_scene(scene), m_meshes(scene.mNumMeshes), m_cones(cones)
     {
         for (unsigned i = 0; i < scene.mNumLights; ++i)
             m_lights.add(*scene.mLights[i]);
@@ -98,7 +97,7 @@ private:
         const QMatrix4x4 matrix = matrixFrom(node.mTransformation);
         if (const aiLight* light = m_lights.take(node)) {
             const SceneObjectPtr object = makeHolder(ObjectKind::Light, node, "Light");
-            readLight(*light, *object->light());
+            readLight(*light, m_cones, *object->light());
             place(*object, node, matrix, placeOf(*light));
             return object;
         }
@@ -153,6 +152,7 @@ private:
 
     const aiScene& m_scene;
     std::vector<MeshAssetPtr> m_meshes;
+    ConeAngles m_cones;
     ByNodeName<aiLight> m_lights;
     ByNodeName<aiCamera> m_cameras;
     std::vector<std::pair<const aiNode*, SceneObject*>> m_open;
@@ -160,9 +160,9 @@ private:
 
 } // namespace
 
-SceneObjectPtr buildScene(const aiScene& scene)
+SceneObjectPtr buildScene(const aiScene& scene, ConeAngles cones)
 {
-    return SceneBuilder(scene).build();
+    return SceneBuilder(scene, cones).build();
 }
 
 } // namespace editor

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <editor/scene/assimp_values.h>
 #include <editor/scene/scene_object.h>
 
 struct aiScene;
@@ -9,6 +10,6 @@ namespace editor {
 /// A free tree of what the imported scene holds. Every node becomes an object: one with a single
 /// mesh, or with a light or camera of its name, is that itself; further meshes become children.
 /// A root node that does nothing but hold the others is the scene.
-SceneObjectPtr buildScene(const aiScene& scene);
+SceneObjectPtr buildScene(const aiScene& scene, ConeAngles cones);
 
 } // namespace editor

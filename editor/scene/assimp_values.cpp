@@ -53,9 +53,10 @@ LightType lightTypeFrom(aiLightSourceType type)
     }
 }
 
-float halfAngle(float cone)
+float angleFrom(float radians, ConeAngles cones)
 {
-    return std::clamp(qRadiansToDegrees(cone) / 2, 0.0f, 90.0f);
+    const float degrees = qRadiansToDegrees(radians);
+    return std::clamp(cones == ConeAngles::Whole ? degrees / 2 : degrees, 0.0f, 90.0f);
 }
 
 } // namespace
@@ -120,7 +121,7 @@ void readMaterial(const aiMaterial& source, MaterialComponent& material)
     }
 }
 
-void readLight(const aiLight& source, LightComponent& light)
+void readLight(const aiLight& source, ConeAngles cones, LightComponent& light)
 {
     light.type = lightTypeFrom(source.mType);
     const aiColor3D& color = source.mColorDiffuse;
@@ -130,8 +131,8 @@ void readLight(const aiLight& source, LightComponent& light)
                        color.b / light.intensity, 1};
     light.range = 0;
     if (light.type == LightType::Spot) {
-        light.innerAngle = halfAngle(source.mAngleInnerCone);
-        light.outerAngle = halfAngle(source.mAngleOuterCone);
+        light.innerAngle = angleFrom(source.mAngleInnerCone, cones);
+        light.outerAngle = angleFrom(source.mAngleOuterCone, cones);
     }
 }
 

@@ -14,6 +14,13 @@ struct aiMesh;
 
 namespace editor {
 
+/// How an importer gives the cones of spot lights: from the axis to the edge, or edge to edge.
+enum class ConeAngles
+{
+    FromAxis,
+    Whole,
+};
+
 // Single values of an imported scene as ours.
 
 /// Valid UTF-8; `fallback` when there is none.
@@ -23,7 +30,7 @@ QMatrix4x4 matrixFrom(const aiMatrix4x4& matrix);
 /// Null when a mesh has no vertices. Points and lines are left out.
 MeshAssetPtr meshFrom(const aiMesh& mesh);
 void readMaterial(const aiMaterial& source, MaterialComponent& material);
-void readLight(const aiLight& source, LightComponent& light);
+void readLight(const aiLight& source, ConeAngles cones, LightComponent& light);
 void readCamera(const aiCamera& source, CameraComponent& camera);
 /// Where the light or camera stands and looks within its node; ours look along -z.
 QMatrix4x4 placeOf(const aiLight& light);

@@ -29,7 +29,8 @@ std::unique_ptr<aiMaterial> makeMaterial(const MaterialComponent& material)
     auto made = std::make_unique<aiMaterial>();
     const lumo::Color& base = material.baseColor;
     const lumo::Color& glow = material.emissive;
-    const aiColor4D baseColor(base.r, base.g, base.b, base.a);
+    // The exporter multiplies the two.
+    const aiColor4D baseColor(base.r, base.g, base.b, 1);
     const aiColor3D emissive(glow.r, glow.g, glow.b);
     made->AddProperty(&baseColor, 1, AI_MATKEY_BASE_COLOR);
     made->AddProperty(&emissive, 1, AI_MATKEY_COLOR_EMISSIVE);

@@ -163,5 +163,3 @@ private:
 kyr::BoundProperty propertyAtPath(const kyr::ReflectedObject& object, std::string_view path);
 
 } // namespace editor
-
-Q_DECLARE_METATYPE(editor::SceneObjectPtr)

@@ -43,8 +43,11 @@ QString objectionTo(const QString& path)
     return {};
 }
 
-SceneImport refusal(const QString& path, const QString& reason)
+SceneImport refusal(const QString& path, QString reason)
 {
+    // Reasons of other libraries may be sentences already.
+    while (reason.endsWith(QLatin1Char('.')) || reason.endsWith(QLatin1Char('!')))
+        reason.chop(1);
     return {nullptr, tr("Cannot open \"%1\": %2.").arg(path, reason)};
 }
 

@@ -4,6 +4,7 @@
 #include <editor/scene/object_kind.h>
 #include <host/reflection/reflected_object.h>
 
+#include <QMetaType>
 #include <QString>
 
 #include <memory>
@@ -120,3 +121,6 @@ private:
 SceneObject* sceneObjectOf(const kyr::ReflectedObject& object) noexcept;
 
 } // namespace editor
+
+Q_DECLARE_METATYPE(editor::SceneObjectPtr)
+Q_DECLARE_METATYPE(editor::SceneObject*)

@@ -1,0 +1,284 @@
+#include "scene_samples.h"
+
+#include <editor/scene/grid_scene.h>
+#include <editor/scene/object_path.h>
+#include <editor/scene/transform_math.h>
+#include <host/undo/commit_changes_scope.h>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using namespace editor;
+using namespace test;
+using testing::ElementsAre;
+
+const char* const sample = "group A\n"
+                           "  mesh A1\n"
+                           "  group A2\n"
+                           "    light L\n"
+                           "  mesh A3\n"
+                           "group B\n"
+                           "  camera C\n"
+                           "mesh D";
+
+struct SceneDocumentTest : testing::Test
+{
+    SceneDocumentTest() { document.open(sceneFrom(sample), QStringLiteral("sample.kyrscene")); }
+
+    QStringList stepNames()
+    {
+        QStringList names;
+        for (int i = 0; i < document.undoStack().count(); ++i)
+            names << document.undoStack().text(i);
+        return names;
+    }
+
+    SceneDocument document;
+};
+
+struct Operation
+{
+    const char* stepName;
+    std::function<bool(SceneDocument&)> run;
+    const char* shape;
+};
+
+void PrintTo(const Operation& operation, std::ostream* stream)
+{
+    *stream << operation.stepName;
+}
+
+struct OperationTest : SceneDocumentTest, testing::WithParamInterface<Operation>
+{};
+
+TEST_P(OperationTest, isOneStepThatUndoTakesBackWhole)
+{
+    const std::string before = contentOf(*document.root());
+    ASSERT_TRUE(GetParam().run(document));
+    EXPECT_EQ(shapeOf(*document.root()), GetParam().shape);
+    EXPECT_EQ(stepNames(), QStringList{GetParam().stepName});
+    EXPECT_TRUE(document.isModified());
+
+    const std::string after = contentOf(*document.root());
+    document.undoStack().undo();
+    EXPECT_EQ(contentOf(*document.root()), before);
+    EXPECT_FALSE(document.isModified());
+    for (const SceneObjectPtr& object : allObjects(document))
+        EXPECT_FALSE(object->isModified()) << object->name();
+    document.undoStack().redo();
+    EXPECT_EQ(contentOf(*document.root()), after);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Operations, OperationTest,
+    testing::Values(
+        Operation{"Rename D", [](auto& d) { return d.rename(at(d, "D"), " E "); },
+                  "group A\n  mesh A1\n  group A2\n    light L\n  mesh A3\ngroup B\n  camera C\n"
+                  "mesh E"},
+        Operation{"Delete 2 objects",
+                  [](auto& d) {
+                      return d.remove(at(d, {"A/A3", "A/A2/L", "A/A2"}));
+                  },
+                  "group A\n  mesh A1\ngroup B\n  camera C\nmesh D"},
+        Operation{"Delete 3 objects",
+                  [](auto& d) {
+                      SceneObjects all = allObjects(d);
+                      all.push_back(d.root());
+                      return d.remove(all);
+                  },
+                  ""},
+        Operation{"Duplicate 3 objects",
+                  [](auto& d) {
+                      return d.duplicate(at(d, {"D", "A/A2", "A/A1"})).size() == 3;
+                  },
+                  "group A\n  mesh A1\n  group A2\n    light L\n  mesh A1 2\n  group A2 2\n"
+                  "    light L\n  mesh A3\ngroup B\n  camera C\nmesh D\nmesh D 2"},
+        Operation{"Move 2 objects",
+                  [](auto& d) {
+                      return d.reparent(at(d, {"D", "A/A1"}), *at(d, "B"), 0);
+                  },
+                  "group A\n  group A2\n    light L\n  mesh A3\ngroup B\n  mesh A1\n  mesh D\n"
+                  "  camera C"},
+        Operation{"Move 2 objects",
+                  [](auto& d) {
+                      return d.reparent(at(d, {"A/A1", "A/A3"}), *at(d, "A"), 1);
+                  },
+                  "group A\n  mesh A1\n  mesh A3\n  group A2\n    light L\ngroup B\n  camera C\n"
+                  "mesh D"},
+        Operation{"Move A", [](auto& d) { return d.reparent(at(d, {"A"}), *d.root()); },
+                  "group B\n  camera C\nmesh D\ngroup A\n  mesh A1\n  group A2\n    light L\n"
+                  "  mesh A3"},
+        Operation{"Add N",
+                  [](auto& d) {
+                      return d.insert(SceneObject::create(ObjectKind::Mesh, "N"), *at(d, "B"), 0);
+                  },
+                  "group A\n  mesh A1\n  group A2\n    light L\n  mesh A3\ngroup B\n  mesh N\n"
+                  "  camera C\nmesh D"}));
+
+TEST_F(SceneDocumentTest, refusesWhatChangesNothing)
+{
+    EXPECT_FALSE(document.rename(at(document, "D"), QStringLiteral("D")));
+    EXPECT_FALSE(document.rename(at(document, "D"), QStringLiteral("  ")));
+    EXPECT_FALSE(document.remove({document.root()}));
+    EXPECT_FALSE(document.reparent(at(document, {"A"}), *at(document, "A/A2")));
+    EXPECT_FALSE(document.reparent(at(document, {"A"}), *at(document, "A")));
+    EXPECT_FALSE(document.reparent(at(document, {"A"}), *document.root(), 4));
+    EXPECT_TRUE(document.duplicate({document.root()}).empty());
+    EXPECT_EQ(document.setProperty(at(document, {"D"}), "visible", lumo::Variant(true)), 0);
+    EXPECT_EQ(document.setProperty(at(document, {"D"}), "light.range", lumo::Variant(1.0f)), 0);
+    const SceneObjectPtr stranger = SceneObject::create(ObjectKind::Mesh, "S");
+    EXPECT_FALSE(document.remove({stranger}));
+    EXPECT_FALSE(document.rename(stranger, QStringLiteral("T")));
+    EXPECT_TRUE(document.reparent(at(document, {"A/A1"}), *at(document, "A"), 0));
+    EXPECT_EQ(document.undoStack().count(), 0);
+    EXPECT_FALSE(document.isModified());
+}
+
+TEST_F(SceneDocumentTest, scatteredRowsAreRemovedAndMovedWithoutManySignals)
+{
+    document.open(makeGridScene(1001, 1000), {});
+    const SceneObjectPtr group = document.root()->children().front();
+    SceneObjects alternate;
+    for (std::size_t i = 0; i < group->children().size(); i += 2)
+        alternate.push_back(group->children()[i]);
+    const std::string before = contentOf(*document.root());
+    int removals = 0;
+    QObject::connect(&document, &SceneDocument::rowsRemoved, [&removals] { ++removals; });
+
+    ASSERT_TRUE(document.remove(alternate));
+    EXPECT_EQ(removals, 1);
+    EXPECT_EQ(group->children().size(), 500u);
+    document.undoStack().undo();
+    EXPECT_EQ(contentOf(*document.root()), before);
+
+    const SceneObjects inReverse(alternate.rbegin(), alternate.rend());
+    ASSERT_TRUE(document.reparent(inReverse, *document.root()));
+    const auto& top = document.root()->children();
+    EXPECT_EQ(SceneObjects(top.begin() + 1, top.end()), alternate);
+    document.undoStack().undo();
+    EXPECT_EQ(contentOf(*document.root()), before);
+}
+
+TEST_F(SceneDocumentTest, movedObjectsKeepTheirPlaceInTheWorld)
+{
+    const auto set = [this](const char* path, const char* property, const lumo::Vector3& value) {
+        document.setProperty({at(document, path)}, property, lumo::Variant(value));
+    };
+    set("A", "transform.position", {5, 0, 0});
+    set("A", "transform.rotation", {0, 90, 0});
+    set("B", "transform.scale", {2, 2, 2});
+    set("B", "transform.rotation", {30, 0, 45});
+    set("A/A1", "transform.position", {1, 2, 3});
+    const SceneObjectPtr moved = at(document, "A/A1");
+    const QMatrix4x4 before = worldTransform(*moved);
+    document.reparent({moved}, *at(document, "B"));
+    const QMatrix4x4 after = worldTransform(*moved);
+    for (int i = 0; i < 16; ++i)
+        EXPECT_NEAR(before.constData()[i], after.constData()[i], 1e-4) << i;
+}
+
+TEST_F(SceneDocumentTest, marksWhatDiffersFromTheFile)
+{
+    const auto modified = [this] {
+        std::vector<std::string> names;
+        for (const SceneObjectPtr& object : allObjects(document)) {
+            if (object->isModified())
+                names.push_back(object->name());
+        }
+        return names;
+    };
+    const auto hide = [this](const char* path) {
+        document.setProperty({at(document, path)}, "visible", lumo::Variant(false));
+    };
+    hide("D");
+    EXPECT_THAT(modified(), ElementsAre("D"));
+    document.markSaved(QStringLiteral("other.kyrscene"));
+    EXPECT_THAT(modified(), ElementsAre());
+    EXPECT_EQ(document.title(), QStringLiteral("other.kyrscene"));
+    document.undoStack().undo();
+    EXPECT_THAT(modified(), ElementsAre("D")) << "undone to before the save";
+    EXPECT_TRUE(document.isModified());
+
+    // Another change than the one that was saved: never back to unmodified.
+    document.rename(at(document, "D"), QStringLiteral("E"));
+    EXPECT_THAT(modified(), ElementsAre("E"));
+    EXPECT_TRUE(document.isModified());
+
+    document.markSaved(document.filePath());
+    document.remove(at(document, {"A/A2"}));
+    EXPECT_THAT(modified(), ElementsAre("A"));
+    document.markSaved(document.filePath());
+    document.undoStack().undo();
+    EXPECT_THAT(modified(), ElementsAre("A", "A2", "L")) << "the file does not have them";
+}
+
+TEST_F(SceneDocumentTest, tellsOfAStepAtItsEndAndOfWhatItInherits)
+{
+    std::vector<std::string> told;
+    QObject::connect(&document, &SceneDocument::objectsChanged, [&told](const auto& changes) {
+        told.emplace_back();
+        for (const ObjectChange& change : changes)
+            told.back() += change.object->name() + " ";
+    });
+    {
+        const Zar::CommitChangesScope scope("Both", document.changesController().get());
+        document.setProperty(at(document, {"A/A2", "A/A3"}), "visible", lumo::Variant(false));
+        document.setProperty(at(document, {"A"}), "visible", lumo::Variant(false));
+        EXPECT_THAT(told, ElementsAre());
+    }
+    EXPECT_THAT(told, ElementsAre("A2 L A3 A A1 "));
+    EXPECT_FALSE(at(document, "A/A1")->isEffectivelyVisible());
+    EXPECT_TRUE(at(document, "A/A1")->isVisible());
+    document.undoStack().undo();
+    EXPECT_EQ(told.size(), 2u);
+    EXPECT_TRUE(at(document, "A/A2/L")->isEffectivelyVisible());
+
+    document.setProperty(at(document, {"B"}), "locked", lumo::Variant(true));
+    document.reparent(at(document, {"A/A1"}), *at(document, "B"));
+    EXPECT_TRUE(at(document, "B/A1")->isEffectivelyLocked());
+    document.undoStack().undo();
+    EXPECT_FALSE(at(document, "A/A1")->isEffectivelyLocked());
+}
+
+TEST_F(SceneDocumentTest, findsObjectsByIdOnlyWhileTheyAreInTheScene)
+{
+    const SceneObjectPtr light = at(document, "A/A2/L");
+    const quint32 id = light->id();
+    EXPECT_EQ(document.objectById(id), light.get());
+    document.remove(at(document, {"A"}));
+    EXPECT_EQ(document.objectById(id), nullptr);
+    EXPECT_FALSE(document.contains(light.get()));
+    document.insert(SceneObject::create(ObjectKind::Mesh, "N"), *document.root(), 0);
+    EXPECT_NE(at(document, "N")->id(), id);
+    document.undoStack().undo();
+    document.undoStack().undo();
+    EXPECT_EQ(document.objectById(id), light.get());
+    EXPECT_EQ(document.objectCount(), 8);
+}
+
+TEST_F(SceneDocumentTest, undoOfRandomEditsRestoresEveryState)
+{
+    for (unsigned seed = 0; seed < 20; ++seed) {
+        std::mt19937 random(seed);
+        document.open(sceneFrom(sample), {});
+        std::vector<std::string> states{contentOf(*document.root())};
+        for (int i = 0; i < 60; ++i) {
+            editAtRandom(document, random);
+            if (document.undoStack().count() == static_cast<int>(states.size()))
+                states.push_back(contentOf(*document.root()));
+            ASSERT_EQ(contentOf(*document.root()), states.back());
+        }
+        for (const int step : {1, -1}) {
+            int index = document.undoStack().index();
+            for (std::size_t i = 1; i < states.size(); ++i) {
+                index -= step;
+                document.undoStack().setIndex(index);
+                ASSERT_EQ(contentOf(*document.root()), states[std::size_t(index)])
+                    << "seed " << seed << " state " << index;
+            }
+        }
+    }
+}
+
+} // namespace

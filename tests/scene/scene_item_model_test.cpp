@@ -1,0 +1,217 @@
+#include "scene_samples.h"
+
+#include <editor/scene/grid_scene.h>
+#include <editor/scene/scene_asset_model.h>
+
+#include <QAbstractItemModelTester>
+#include <QMimeData>
+#include <QSignalSpy>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using namespace editor;
+using namespace test;
+using testing::ElementsAre;
+
+struct SceneItemModelTest : testing::Test
+{
+    SceneItemModelTest() { document.open(sceneFrom("group A\n  mesh B\n  light C\nmesh D"), {}); }
+
+    QModelIndex index(const char* path) const
+    {
+        return model.indexOf(test::at(document, path).get());
+    }
+    QVariant value(const char* path, int role) const { return index(path).data(role); }
+
+    /// The changes since the last call as "first-last:role,role".
+    std::vector<std::string> changes()
+    {
+        std::vector<std::string> texts;
+        for (const QVariantList& call : dataChanged) {
+            const auto first = call[0].toModelIndex();
+            const auto last = call[1].toModelIndex();
+            EXPECT_EQ(first.parent(), last.parent());
+            std::string text = first.data().toString().toStdString();
+            if (first != last)
+                text += "-" + last.data().toString().toStdString();
+            for (const int role : call[2].value<QVector<int>>())
+                text += " " + model.roleNames().value(role).toStdString();
+            texts.push_back(text);
+        }
+        dataChanged.clear();
+        return texts;
+    }
+
+    SceneDocument document;
+    SceneAssetModel assets{document};
+    SceneItemModel& model = *assets.sceneModel();
+    QAbstractItemModelTester tester{&model, QAbstractItemModelTester::FailureReportingMode::Fatal};
+    QSignalSpy dataChanged{&model, &QAbstractItemModel::dataChanged};
+};
+
+TEST_F(SceneItemModelTest, rolesHaveTheValuesOfTheObject)
+{
+    const QModelIndex scene = model.index(0, 0);
+    EXPECT_EQ(model.rowCount(), 1);
+    EXPECT_EQ(scene.data(SceneItemModel::TypeRole).toString(), QStringLiteral("scene"));
+    EXPECT_EQ(value("A", Qt::DisplayRole).toString(), QStringLiteral("A"));
+    EXPECT_EQ(value("A", SceneItemModel::TypeRole).toString(), QStringLiteral("group"));
+    EXPECT_EQ(value("A", SceneItemModel::CountRole).toInt(), 2);
+    EXPECT_EQ(value("A/C", SceneItemModel::TypeRole).toString(), QStringLiteral("light"));
+    EXPECT_EQ(value("A/C", SceneItemModel::ObjectRole).value<kyr::ReflectedObject>(),
+              test::at(document, "A/C")->reflected());
+    EXPECT_TRUE(value("A", SceneItemModel::EnabledRole).toBool());
+    EXPECT_FALSE(value("A", SceneItemModel::HoverRole).toBool());
+    EXPECT_FALSE(value("A", SceneItemModel::ModifiedRole).toBool());
+    EXPECT_TRUE(model.setData(index("A"), true, SceneItemModel::ExpandedRole));
+    EXPECT_TRUE(value("A", SceneItemModel::ExpandedRole).toBool());
+    EXPECT_EQ(document.undoStack().count(), 0);
+}
+
+TEST_F(SceneItemModelTest, rowButtonsHideAndLock)
+{
+    const auto button = [this](int at) {
+        return value("A", SceneItemModel::RowButtonsRole).toList()[at].toMap();
+    };
+    EXPECT_EQ(button(0)[QStringLiteral("id")], QStringLiteral("visible"));
+    EXPECT_EQ(button(1)[QStringLiteral("id")], QStringLiteral("locked"));
+    EXPECT_TRUE(button(0)[QStringLiteral("checked")].toBool());
+
+    const auto press = [this](const QVariantMap& states) {
+        return model.setData(index("A"), states, SceneItemModel::RowButtonsRole);
+    };
+    EXPECT_FALSE(press({{QStringLiteral("other"), true}, {QStringLiteral("visible"), false}}));
+    EXPECT_FALSE(press({}));
+    EXPECT_TRUE(press({{QStringLiteral("visible"), false}, {QStringLiteral("locked"), true}}));
+    EXPECT_FALSE(button(0)[QStringLiteral("checked")].toBool());
+    EXPECT_TRUE(button(1)[QStringLiteral("checked")].toBool());
+    EXPECT_FALSE(value("A/B", SceneItemModel::EnabledRole).toBool());
+    EXPECT_TRUE(value("D", SceneItemModel::EnabledRole).toBool());
+    EXPECT_EQ(document.undoStack().undoText(), QStringLiteral("Hide A"));
+    document.undoStack().undo();
+    EXPECT_TRUE(value("A/B", SceneItemModel::EnabledRole).toBool());
+}
+
+TEST_F(SceneItemModelTest, changesAreToldInRangesOfSiblings)
+{
+    document.setProperty(at(document, {"A"}), "visible", lumo::Variant(false));
+    EXPECT_THAT(changes(), ElementsAre("A enabled rowButtonsModel modified object",
+                                       "B-C enabled rowButtonsModel object"));
+    document.setProperty(at(document, {"A/B", "A/C"}), "transform.position",
+                         lumo::Variant(lumo::Vector3{1, 2, 3}));
+    EXPECT_THAT(changes(), ElementsAre("B-C modified object"));
+    model.setData(index("D"), QStringLiteral("E"), Qt::EditRole);
+    EXPECT_THAT(changes(), ElementsAre("E display edit modified object"));
+    document.remove(at(document, {"A/B"}));
+    EXPECT_THAT(changes(), ElementsAre("A count"));
+
+    document.open(makeGridScene(10000, 10000), {});
+    changes();
+    document.setProperty(document.root()->children(), "visible", lumo::Variant(false));
+    EXPECT_THAT(changes(), ElementsAre("Group 1 enabled rowButtonsModel modified object",
+                                       "Box 1-Box 9999 enabled rowButtonsModel object"));
+}
+
+TEST_F(SceneItemModelTest, hoverMarksRowsOfObjectsAndTheirComponents)
+{
+    const auto light = test::at(document, "A/C")->reflected();
+    assets.setObjectHovered(light, true);
+    assets.setObjectHovered(light, true);
+    EXPECT_THAT(changes(), ElementsAre("C hoverRole"));
+    EXPECT_TRUE(value("A/C", SceneItemModel::HoverRole).toBool());
+    assets.setObjectHovered(kyr::ReflectedObject(light.property("light")), false);
+    EXPECT_FALSE(value("A/C", SceneItemModel::HoverRole).toBool());
+    assets.setObjectHovered({}, true);
+
+    QSignalSpy activated(&assets, &SceneAssetModel::activated);
+    assets.activateItem(index("D"));
+    assets.activateItem({});
+    EXPECT_EQ(activated.count(), 1);
+}
+
+TEST_F(SceneItemModelTest, indexesFollowRandomEdits)
+{
+    for (unsigned seed = 100; seed < 110; ++seed) {
+        std::mt19937 random(seed);
+        std::vector<std::pair<QPersistentModelIndex, SceneObjectPtr>> followed;
+        for (int i = 0; i < 60; ++i) {
+            for (const SceneObjectPtr& object : allObjects(document)) {
+                if (random() % 8 == 0)
+                    followed.emplace_back(model.indexOf(object.get()), object);
+            }
+            switch (random() % 4) {
+            case 0:
+                document.undoStack().undo();
+                break;
+            case 1:
+                document.undoStack().redo();
+                break;
+            default:
+                editAtRandom(document, random);
+            }
+            const auto isGone = [this](const auto& entry) {
+                return !document.contains(entry.second.get());
+            };
+            for (const auto& entry : followed)
+                ASSERT_EQ(entry.first.isValid(), !isGone(entry)) << entry.second->name();
+            followed.erase(std::remove_if(followed.begin(), followed.end(), isGone),
+                           followed.end());
+            for (const auto& [index, object] : followed) {
+                ASSERT_EQ(model.objectAt(index), object.get());
+                ASSERT_EQ(QModelIndex(index), assets.indexOf(object->reflected()));
+                ASSERT_EQ(object->parent()->children()[std::size_t(index.row())], object);
+            }
+        }
+    }
+    EXPECT_FALSE(assets.indexOf({}).isValid());
+}
+
+TEST_F(SceneItemModelTest, scatteredRemovalKeepsPersistentIndexes)
+{
+    document.open(makeGridScene(101, 100), {});
+    const SceneObjectPtr group = document.root()->children().front();
+    SceneObjects even;
+    std::vector<QPersistentModelIndex> odd;
+    for (std::size_t i = 0; i < group->children().size(); ++i) {
+        if (i % 2 == 0)
+            even.push_back(group->children()[i]);
+        else
+            odd.emplace_back(model.indexOf(group->children()[i].get()));
+    }
+    document.remove(even);
+    for (std::size_t i = 0; i < odd.size(); ++i)
+        EXPECT_EQ(odd[i].row(), static_cast<int>(i));
+    document.undoStack().undo();
+    for (std::size_t i = 0; i < odd.size(); ++i)
+        EXPECT_EQ(odd[i].row(), static_cast<int>(2 * i + 1));
+}
+
+TEST_F(SceneItemModelTest, draggedRowsMoveWithinTheirSceneOnly)
+{
+    const auto drag = [this](const QModelIndexList& rows) {
+        return std::unique_ptr<QMimeData>(model.mimeData(rows));
+    };
+    const auto data = drag({index("D"), index("A/C")});
+    EXPECT_FALSE(model.canDropMimeData(data.get(), Qt::CopyAction, 0, 0, index("A")));
+    EXPECT_FALSE(model.canDropMimeData(data.get(), Qt::MoveAction, 0, 0, index("D")));
+    EXPECT_FALSE(model.canDropMimeData(nullptr, Qt::MoveAction, 0, 0, index("A")));
+    EXPECT_FALSE(model.dropMimeData(data.get(), Qt::MoveAction, 0, 0, {}));
+    const QPersistentModelIndex moved = index("D");
+    EXPECT_TRUE(model.dropMimeData(data.get(), Qt::MoveAction, 0, 0, index("A")));
+    EXPECT_EQ(shapeOf(*document.root()), "group A\n  light C\n  mesh D\n  mesh B");
+    EXPECT_EQ(moved, index("A/D"));
+
+    EXPECT_TRUE(model.moveRows(index("A"), 0, 2, model.index(0, 0), 0));
+    EXPECT_EQ(shapeOf(*document.root()), "light C\nmesh D\ngroup A\n  mesh B");
+    EXPECT_FALSE(model.moveRows(index("A"), 0, 2, model.index(0, 0), 0));
+
+    SceneDocument other;
+    other.open(sceneFrom("group A\n  mesh B\n  light C\nmesh D"), {});
+    SceneItemModel otherModel(other);
+    EXPECT_FALSE(
+        otherModel.canDropMimeData(data.get(), Qt::MoveAction, 0, 0, otherModel.index(0, 0)));
+}
+
+} // namespace

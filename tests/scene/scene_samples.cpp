@@ -1,0 +1,147 @@
+#include "scene_samples.h"
+
+#include <editor/scene/object_path.h>
+#include <host/variant/variant_converter.h>
+
+#include <sstream>
+
+namespace test {
+
+using namespace editor;
+
+namespace {
+
+ObjectKind kindFrom(const std::string& id)
+{
+    for (const ObjectKind kind : {ObjectKind::Mesh, ObjectKind::Light, ObjectKind::Camera}) {
+        if (id == kindId(kind).data())
+            return kind;
+    }
+    return ObjectKind::Group;
+}
+
+void visit(const SceneObject& object, int depth,
+           const std::function<void(const SceneObject&, int)>& visitor)
+{
+    for (const SceneObjectPtr& child : object.children()) {
+        visitor(*child, depth);
+        visit(*child, depth + 1, visitor);
+    }
+}
+
+void appendValues(const kyr::ReflectedObject& object, std::string& text)
+{
+    for (std::size_t i = 0; i < object.propertyCount(); ++i) {
+        const kyr::BoundProperty property = object.propertyAt(i);
+        const kyr::ReflectedObject nested(property);
+        std::string value;
+        if (nested.isValid())
+            appendValues(nested, text);
+        else if (lumo::VariantConverter::toText(property.get(), value))
+            text += " " + property.name() + "=" + value;
+    }
+}
+
+} // namespace
+
+SceneObjectPtr sceneFrom(const std::string& text)
+{
+    SceneObjectPtr root = SceneObject::create(ObjectKind::Scene, "Scene");
+    std::vector<SceneObjectPtr> path{root};
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        const std::size_t indent = line.find_first_not_of(' ');
+        const std::size_t space = line.find(' ', indent);
+        const SceneObjectPtr object = SceneObject::create(
+            kindFrom(line.substr(indent, space - indent)), line.substr(space + 1));
+        path.resize(indent / 2 + 1);
+        path.back()->append(object);
+        path.push_back(object);
+    }
+    return root;
+}
+
+std::string shapeOf(const SceneObject& root)
+{
+    std::string text;
+    visit(root, 0, [&text](const SceneObject& object, int depth) {
+        text += text.empty() ? "" : "\n";
+        text += std::string(static_cast<std::size_t>(depth) * 2, ' ');
+        text += kindId(object.kind()).data() + (" " + object.name());
+    });
+    return text;
+}
+
+std::string contentOf(const SceneObject& root)
+{
+    std::string text;
+    visit(root, 0, [&text](const SceneObject& object, int depth) {
+        text += std::string(static_cast<std::size_t>(depth) * 2, ' ');
+        text += kindId(object.kind()).data();
+        appendValues(const_cast<SceneObject&>(object).reflected(), text);
+        text += '\n';
+    });
+    return text;
+}
+
+SceneObjectPtr at(const SceneDocument& document, const std::string& path)
+{
+    SceneObject* object = objectAtPath(*document.root(), path);
+    return object ? object->shared_from_this() : nullptr;
+}
+
+SceneObjects at(const SceneDocument& document, std::initializer_list<std::string> paths)
+{
+    SceneObjects objects;
+    for (const std::string& path : paths)
+        objects.push_back(at(document, path));
+    return objects;
+}
+
+SceneObjects allObjects(const SceneDocument& document)
+{
+    SceneObjects objects;
+    visit(*document.root(), 0, [&objects](const SceneObject& object, int) {
+        objects.push_back(const_cast<SceneObject&>(object).shared_from_this());
+    });
+    return objects;
+}
+
+void editAtRandom(SceneDocument& document, std::mt19937& random)
+{
+    const auto below = [&random](std::size_t bound) {
+        return std::uniform_int_distribution<std::size_t>(0, bound - 1)(random);
+    };
+    const SceneObjects all = allObjects(document);
+    SceneObjects some;
+    for (const SceneObjectPtr& object : all) {
+        if (below(all.size()) < 4)
+            some.push_back(object);
+    }
+    SceneObject& place = all.empty() || below(4) == 0 ? *document.root() : *all[below(all.size())];
+    const std::size_t row = below(place.children().size() + 1);
+    // Keeps the size about where it is.
+    switch (all.size() > 60 ? 0 : below(6)) {
+    case 0:
+        document.remove(some);
+        break;
+    case 1:
+        document.reparent(some, place, static_cast<int>(row));
+        break;
+    case 2:
+        document.duplicate(some);
+        break;
+    case 3:
+        document.insert(SceneObject::create(ObjectKind::Light, "New"), place,
+                        static_cast<int>(row));
+        break;
+    case 4:
+        document.setProperty(some, below(2) ? "visible" : "locked", lumo::Variant(below(2) == 0));
+        break;
+    default:
+        document.setProperty(some, "transform.position",
+                             lumo::Variant(lumo::Vector3{float(below(9)), 1, 2}));
+    }
+}
+
+} // namespace test
