@@ -2,8 +2,10 @@
 
 #include <QLoggingCategory>
 
+#include <atomic>
 #include <cstdarg>
 #include <cstdio>
+#include <memory>
 #include <mutex>
 
 namespace Zar {
@@ -13,12 +15,21 @@ Q_LOGGING_CATEGORY(hostLog, "kyr.host")
 
 constexpr int criticalPriority = 6;
 
+constexpr int warningPriority = 4;
+
+// Whether the logging category would show a message that is not critical.
+bool isLogged(int messagePriority)
+{
+    return messagePriority >= warningPriority ? hostLog().isWarningEnabled()
+                                              : hostLog().isDebugEnabled();
+}
+
 void logMessage(const DebugMessage& message)
 {
     const QString text = QString::fromStdString(message.text).trimmed();
     if (message.critical)
         qCCritical(hostLog).noquote() << text;
-    else if (message.messagePriority >= 4)
+    else if (message.messagePriority >= warningPriority)
         qCWarning(hostLog).noquote() << text;
     else
         qCDebug(hostLog).noquote() << text;
@@ -27,7 +38,9 @@ void logMessage(const DebugMessage& message)
 struct SinkSlot
 {
     std::mutex mutex;
-    DebugMessageSink sink;
+    std::shared_ptr<const DebugMessageSink> sink;
+    /// Spares messages that nobody wants the lock.
+    std::atomic<bool> isSet = false;
 };
 
 SinkSlot& sinkSlot()
@@ -38,27 +51,34 @@ SinkSlot& sinkSlot()
 
 std::string formatted(const char* format, va_list arguments)
 {
-    va_list measured;
-    va_copy(measured, arguments);
-    const int length = std::vsnprintf(nullptr, 0, format, measured);
-    va_end(measured);
+    char buffer[256];
+    va_list first;
+    va_copy(first, arguments);
+    const int length = std::vsnprintf(buffer, sizeof buffer, format, first);
+    va_end(first);
     if (length < 0)
         return format;
-    std::string text(static_cast<std::size_t>(length), '\0');
+    const auto size = static_cast<std::size_t>(length);
+    if (size < sizeof buffer)
+        return std::string(buffer, size);
+    std::string text(size, '\0');
     std::vsnprintf(text.data(), text.size() + 1, format, arguments);
     return text;
 }
 
-// The sink runs on a copy, outside the lock, so it may send messages or replace itself.
-void send(const DebugMessage& message)
+std::shared_ptr<const DebugMessageSink> currentSink()
 {
-    DebugMessageSink sink;
-    {
-        const std::lock_guard lock(sinkSlot().mutex);
-        sink = sinkSlot().sink;
-    }
+    if (!sinkSlot().isSet)
+        return nullptr;
+    const std::lock_guard lock(sinkSlot().mutex);
+    return sinkSlot().sink;
+}
+
+// The sink runs outside the lock, so it may send messages or replace itself.
+void send(const DebugMessage& message, const std::shared_ptr<const DebugMessageSink>& sink)
+{
     if (sink)
-        sink(message);
+        (*sink)(message);
     else
         logMessage(message);
 }
@@ -78,12 +98,20 @@ DebugMessage criticalWith(const char* file, unsigned line, std::string text)
 
 DebugMessageSink setDebugMessageSink(DebugMessageSink sink)
 {
-    const std::lock_guard lock(sinkSlot().mutex);
-    return std::exchange(sinkSlot().sink, std::move(sink));
+    auto next = sink ? std::make_shared<const DebugMessageSink>(std::move(sink)) : nullptr;
+    {
+        const std::lock_guard lock(sinkSlot().mutex);
+        sinkSlot().sink.swap(next);
+        sinkSlot().isSet = sinkSlot().sink != nullptr;
+    }
+    return next ? *next : DebugMessageSink();
 }
 
 void DebugMessageHelper::message(const char* format, ...) const
 {
+    const auto sink = currentSink();
+    if (!sink && !isLogged(m_messagePriority))
+        return;
     va_list arguments;
     va_start(arguments, format);
     DebugMessage message;
@@ -93,7 +121,7 @@ void DebugMessageHelper::message(const char* format, ...) const
     message.messagePriority = m_messagePriority;
     message.category = m_category;
     message.source = m_source;
-    send(message);
+    send(message, sink);
 }
 
 void DebugMessageHelper::criticalMessage(const char* file, unsigned line, const char* format, ...)
@@ -102,7 +130,7 @@ void DebugMessageHelper::criticalMessage(const char* file, unsigned line, const 
     va_start(arguments, format);
     std::string text = formatted(format, arguments);
     va_end(arguments);
-    send(criticalWith(file, line, std::move(text)));
+    send(criticalWith(file, line, std::move(text)), currentSink());
 }
 
 void DebugMessageHelper::devCriticalMessage(const char* format, ...)
@@ -111,7 +139,7 @@ void DebugMessageHelper::devCriticalMessage(const char* format, ...)
     va_start(arguments, format);
     std::string text = formatted(format, arguments);
     va_end(arguments);
-    send(criticalWith("", 0, std::move(text)));
+    send(criticalWith("", 0, std::move(text)), currentSink());
 }
 
 } // namespace Zar

@@ -12,6 +12,18 @@ DataSectionIterator DataSection::end() const
     return {};
 }
 
+std::uint32_t DataSection::readStrings(const StringRef* keys, std::string* texts,
+                                       std::size_t count) const
+{
+    std::uint32_t found = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const DataSectionPtr child = findChild(keys[i]);
+        texts[i] = child ? child->text() : std::string();
+        found |= std::uint32_t(child ? 1 : 0) << i;
+    }
+    return found;
+}
+
 void DataSection::openSections(StringRef tag, std::vector<DataSectionPtr>& sections,
                                const DataSectionCreator* creator) const
 {

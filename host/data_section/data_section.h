@@ -4,6 +4,8 @@
 #include <host/core/string_ref.h>
 #include <host/data_section/binary_block.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <utility>
@@ -48,6 +50,11 @@ public:
     /// `fallback` when there is none.
     virtual std::string readString(StringRef key, StringRef fallback = {},
                                    int occurrence = 0) const = 0;
+
+    /// Several keys in one pass: `texts[i]` becomes the text of the first child named `keys[i]`,
+    /// empty when there is none. Returns which keys were found, bit i for `keys[i]`; at most 32.
+    virtual std::uint32_t readStrings(const StringRef* keys, std::string* texts,
+                                      std::size_t count) const;
 
     /// The section and everything below it in its serialised form.
     virtual SmartPointer<BinaryBlock> asBinary() const = 0;

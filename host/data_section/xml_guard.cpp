@@ -2,9 +2,10 @@
 
 #include <host/data_section/xml_text.h>
 
-#include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <cstring>
+#include <utility>
 
 namespace Zar::xml {
 namespace {
@@ -51,26 +52,21 @@ bool isReference(StringRef name) noexcept
 // Leading zeros aside, no reference is longer.
 constexpr std::size_t longestReference = 12;
 
-bool hasOnlyKnownReferences(StringRef text) noexcept
-{
-    for (std::size_t i = text.find('&'); i != StringRef::npos; i = text.find('&', i + 1)) {
-        const StringRef rest = text.substr(i + 1, longestReference);
-        const std::size_t end = rest.find(';');
-        if (end == StringRef::npos || !isReference(rest.substr(0, end)))
-            return false;
-    }
-    return true;
-}
-
+/// One pass over a document, which tells what the parser would have to build.
 class Scan
 {
 public:
-    explicit Scan(StringRef document) noexcept : m_rest(document), m_memory(2 * document.size()) {}
+    explicit Scan(StringRef document) noexcept
+        : m_at(document.data())
+        , m_end(m_at + document.size())
+        , m_reference(find(m_at, '&'))
+        , m_memory(2 * document.size())
+    {}
 
     bool run() noexcept
     {
-        while (!m_rest.empty()) {
-            const bool ok = m_rest.front() == '<' ? takeMarkup() : takeText();
+        while (m_at != m_end) {
+            const bool ok = *m_at == '<' ? takeMarkup() : takeText();
             if (!ok || m_memory > maximumMemory)
                 return false;
         }
@@ -78,40 +74,67 @@ public:
     }
 
 private:
+    StringRef rest() const noexcept { return between(m_at, m_end); }
+
+    static StringRef between(const char* begin, const char* end) noexcept
+    {
+        return {begin, static_cast<std::size_t>(end - begin)};
+    }
+
+    // The end of the document when there is none.
+    const char* find(const char* from, char wanted) const noexcept
+    {
+        const void* found = std::memchr(from, wanted, static_cast<std::size_t>(m_end - from));
+        return found ? static_cast<const char*>(found) : m_end;
+    }
+
     bool takeText() noexcept
     {
-        const StringRef text = m_rest.substr(0, m_rest.find('<'));
-        m_rest.remove_prefix(text.size());
+        const char* begin = std::exchange(m_at, find(m_at, '<'));
         if (m_depth == 0)
-            return isWhiteSpace(text);
+            return isWhiteSpace(between(begin, m_at));
         m_memory += nodeBytes;
-        return hasOnlyKnownReferences(text);
+        return hasOnlyKnownReferences(begin, m_at);
     }
 
     bool takeMarkup() noexcept
     {
-        if (startsWith(m_rest, "<!--"))
-            return takeUntil("-->", 4);
-        if (startsWith(m_rest, "<?"))
-            return takeUntil("?>", 2);
-        if (startsWith(m_rest, "<![CDATA[")) {
-            m_memory += nodeBytes;
-            return m_depth > 0 && takeUntil("]]>", 9);
+        switch (m_at + 1 != m_end ? m_at[1] : '\0') {
+        case '/':
+            return --m_depth >= 0 && takeEndTag();
+        case '?':
+            return takeThrough("?>", 2);
+        case '!':
+            return takeCommentOrData();
+        default:
+            return takeStartTag();
         }
-        if (startsWith(m_rest, "<!"))
-            return false;
-        if (startsWith(m_rest, "</"))
-            return --m_depth >= 0 && takeUntil(">", 2);
-        return takeStartTag();
     }
 
-    bool takeUntil(StringRef end, std::size_t from) noexcept
+    bool takeCommentOrData() noexcept
     {
-        const std::size_t found = m_rest.find(end, from);
+        if (startsWith(rest(), "<!--"))
+            return takeThrough("-->", 4);
+        if (m_depth == 0 || !startsWith(rest(), "<![CDATA["))
+            return false;
+        m_memory += nodeBytes;
+        return takeThrough("]]>", 9);
+    }
+
+    bool takeThrough(StringRef end, std::size_t from) noexcept
+    {
+        const std::size_t found = rest().find(end, from);
         if (found == StringRef::npos)
             return false;
-        m_rest.remove_prefix(found + end.size());
+        m_at += found + end.size();
         return true;
+    }
+
+    bool takeEndTag() noexcept
+    {
+        const char* end = find(m_at + 2, '>');
+        m_at = end == m_end ? end : end + 1;
+        return end != m_end;
     }
 
     bool takeStartTag() noexcept
@@ -119,27 +142,53 @@ private:
         m_memory += nodeBytes;
         if (m_depth == 0 && ++m_roots > 1)
             return false;
-        std::size_t i = m_rest.find_first_of("\"'>", 1);
-        while (i != StringRef::npos && m_rest[i] != '>') {
-            const std::size_t end = m_rest.find(m_rest[i], i + 1);
-            if (end == StringRef::npos || !isAttributeValue(m_rest.substr(i + 1, end - i - 1)))
+        const char* at = findQuoteOrEnd(m_at + 1);
+        while (at != m_end && *at != '>') {
+            const char* end = find(at + 1, *at);
+            if (end == m_end || !isAttributeValue(at + 1, end))
                 return false;
             m_memory += attributeBytes;
-            i = m_rest.find_first_of("\"'>", end + 1);
+            at = findQuoteOrEnd(end + 1);
         }
-        if (i == StringRef::npos)
+        if (at == m_end)
             return false;
-        const bool empty = m_rest[i - 1] == '/';
-        m_rest.remove_prefix(i + 1);
+        const bool empty = at[-1] == '/';
+        m_at = at + 1;
         return empty || ++m_depth <= maximumDepth;
     }
 
-    static bool isAttributeValue(StringRef value) noexcept
+    // Names are short: looking at each byte beats a search for each of the three.
+    const char* findQuoteOrEnd(const char* from) const noexcept
     {
-        return value.find('<') == StringRef::npos && hasOnlyKnownReferences(value);
+        while (from != m_end && *from != '>' && *from != '"' && *from != '\'')
+            ++from;
+        return from;
     }
 
-    StringRef m_rest;
+    bool isAttributeValue(const char* begin, const char* end) noexcept
+    {
+        return between(begin, end).find('<') == StringRef::npos &&
+               hasOnlyKnownReferences(begin, end);
+    }
+
+    // Most texts have no reference at all: the next one of the whole document is kept in mind.
+    bool hasOnlyKnownReferences(const char* begin, const char* end) noexcept
+    {
+        for (const char* from = begin;; from = m_reference + 1) {
+            if (m_reference < from)
+                m_reference = find(from, '&');
+            if (m_reference >= end)
+                return true;
+            const StringRef start = between(m_reference + 1, end).substr(0, longestReference);
+            const std::size_t length = start.find(';');
+            if (length == StringRef::npos || !isReference(start.substr(0, length)))
+                return false;
+        }
+    }
+
+    const char* m_at;
+    const char* m_end;
+    const char* m_reference;
     std::size_t m_memory;
     int m_depth = 0;
     int m_roots = 0;

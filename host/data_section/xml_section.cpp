@@ -5,6 +5,8 @@
 
 #include <pugixml.hpp>
 
+#include <cstring>
+
 namespace Zar {
 namespace {
 
@@ -36,7 +38,7 @@ bool isText(pugi::xml_node node)
 
 pugi::xml_node elementFrom(pugi::xml_node node)
 {
-    while (node && !isElement(node))
+    while (!node.empty() && !isElement(node))
         node = node.next_sibling();
     return node;
 }
@@ -51,48 +53,53 @@ void setTag(pugi::xml_node node, StringRef tag)
     }
 }
 
-pugi::xml_attribute attributeForTag(pugi::xml_node node)
+// The attribute that holds the tag of an element that stands in for another name.
+pugi::xml_attribute tagAttributeOf(pugi::xml_node node, const char* name)
 {
-    if (!node.first_attribute() || StringRef(node.name()) != anyElement)
-        return {};
-    return node.attribute(tagAttribute);
+    return std::strcmp(name, anyElement) == 0 ? node.attribute(tagAttribute)
+                                              : pugi::xml_attribute();
 }
 
 std::string tagOf(pugi::xml_node node)
 {
-    const pugi::xml_attribute tag = attributeForTag(node);
+    const pugi::xml_attribute tag = tagAttributeOf(node, node.name());
     return tag ? xml::unescaped(tag.value()) : node.name();
 }
 
 bool hasTag(pugi::xml_node node, StringRef tag)
 {
-    if (const pugi::xml_attribute written = attributeForTag(node))
-        return xml::unescaped(written.value()) == tag;
-    return tag == node.name();
+    const char* name = node.name();
+    if (*name == *anyElement) {
+        if (const pugi::xml_attribute written = tagAttributeOf(node, name))
+            return xml::unescaped(written.value()) == tag;
+    }
+    return std::strncmp(name, tag.data(), tag.size()) == 0 && name[tag.size()] == '\0';
 }
 
 pugi::xml_node findFrom(pugi::xml_node node, StringRef tag)
 {
-    while (node && !(isElement(node) && hasTag(node, tag)))
+    while (!node.empty() && !(isElement(node) && hasTag(node, tag)))
         node = node.next_sibling();
     return node;
 }
 
 // An element's first text is its own value or a child; comments may have split the text.
-std::string rawTextOf(pugi::xml_node node)
+void readText(pugi::xml_node node, std::string& text)
 {
-    std::string text = node.value();
-    for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling()) {
+    text = node.value();
+    for (pugi::xml_node child = node.first_child(); !child.empty(); child = child.next_sibling()) {
         if (isText(child))
             text += child.value();
     }
-    return text;
+    if (!node.first_attribute().empty() && !node.attribute(escapedAttribute).empty())
+        text = xml::unescaped(text);
 }
 
 std::string textOf(pugi::xml_node node)
 {
-    std::string text = rawTextOf(node);
-    return node.attribute(escapedAttribute) ? xml::unescaped(text) : text;
+    std::string text;
+    readText(node, text);
+    return text;
 }
 
 void removeTextChildren(pugi::xml_node node)
@@ -105,19 +112,26 @@ void removeTextChildren(pugi::xml_node node)
     }
 }
 
-void setTextOf(pugi::xml_node node, StringRef text)
+// The node has no text yet.
+void addTextTo(pugi::xml_node node, StringRef text)
 {
-    removeTextChildren(node);
-    node.remove_attribute(escapedAttribute);
+    if (text.empty())
+        return;
     const bool escape = !xml::survives(text);
     if (escape)
         node.append_attribute(escapedAttribute).set_value(true);
     const std::string written = escape ? xml::escaped(text) : std::string(text);
-    const bool hasOwnValue = *node.value() != '\0';
-    if (hasOwnValue)
-        node.text().set(written.c_str());
-    else if (!written.empty())
-        node.prepend_child(pugi::node_pcdata).set_value(written.c_str());
+    node.prepend_child(pugi::node_pcdata).set_value(written.c_str());
+}
+
+void setTextOf(pugi::xml_node node, StringRef text)
+{
+    removeTextChildren(node);
+    node.remove_attribute(escapedAttribute);
+    // An element that was read may hold its text without a child.
+    if (*node.value() != '\0')
+        node.text().set("");
+    addTextTo(node, text);
 }
 
 pugi::xml_node insertElement(pugi::xml_node parent, int index)
@@ -230,8 +244,10 @@ bool XMLSection::writeString(StringRef key, StringRef text)
     if (!child) {
         child = parent.append_child(pugi::node_element);
         setTag(child, key);
+        addTextTo(child, text);
+    } else {
+        setTextOf(child, text);
     }
-    setTextOf(child, text);
     return true;
 }
 
@@ -241,6 +257,30 @@ std::string XMLSection::readString(StringRef key, StringRef fallback, int occurr
     for (; child && occurrence > 0; --occurrence)
         child = findFrom(child.next_sibling(), key);
     return child ? textOf(child) : std::string(fallback);
+}
+
+std::uint32_t XMLSection::readStrings(const StringRef* keys, std::string* texts,
+                                      std::size_t count) const
+{
+    std::uint32_t found = 0;
+    pugi::xml_node child = pugi::xml_node(m_node).first_child();
+    for (; !child.empty(); child = child.next_sibling()) {
+        if (!isElement(child))
+            continue;
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::uint32_t bit = std::uint32_t(1) << i;
+            if ((found & bit) == 0 && hasTag(child, keys[i])) {
+                readText(child, texts[i]);
+                found |= bit;
+                break;
+            }
+        }
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        if ((found >> i & 1) == 0)
+            texts[i].clear();
+    }
+    return found;
 }
 
 SmartPointer<BinaryBlock> XMLSection::asBinary() const

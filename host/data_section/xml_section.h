@@ -38,6 +38,8 @@ public:
     bool writeString(StringRef key, StringRef text) override;
     std::string readString(StringRef key, StringRef fallback = {},
                            int occurrence = 0) const override;
+    std::uint32_t readStrings(const StringRef* keys, std::string* texts,
+                              std::size_t count) const override;
     SmartPointer<BinaryBlock> asBinary() const override;
 
 private:

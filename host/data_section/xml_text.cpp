@@ -1,6 +1,8 @@
 #include "xml_text.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 
 namespace Zar::xml {
 namespace {
@@ -22,6 +24,27 @@ bool isAllowedCodePoint(unsigned code) noexcept
 {
     return code < 0xd800 || (code >= 0xe000 && code < 0xfffe) ||
            (code >= 0x10000 && code < 0x110000);
+}
+
+constexpr std::size_t blockSize = 8;
+
+// The high bit of each byte that is 0.
+std::uint64_t zeroBytes(std::uint64_t bytes) noexcept
+{
+    constexpr std::uint64_t lowBits = 0x7f7f7f7f7f7f7f7fu;
+    return ~(((bytes & lowBits) + lowBits) | bytes | lowBits);
+}
+
+// Whether the next eight bytes are ASCII without control characters other than line ends, found in
+// one go.
+bool isPlainBlock(const char* text) noexcept
+{
+    std::uint64_t bytes;
+    std::memcpy(&bytes, text, blockSize);
+    const std::uint64_t nonAscii = bytes & 0x8080808080808080u;
+    const std::uint64_t control = zeroBytes(bytes & 0xe0e0e0e0e0e0e0e0u);
+    const std::uint64_t lineEnd = zeroBytes(bytes ^ 0x0a0a0a0a0a0a0a0au);
+    return (nonAscii | (control & ~lineEnd)) == 0;
 }
 
 int hexDigit(char digit) noexcept
@@ -64,8 +87,8 @@ std::size_t characterLength(StringRef text) noexcept
 bool isValid(StringRef text) noexcept
 {
     for (std::size_t i = 0; i < text.size();) {
-        if (byteAt(text, i) >= 0x20 && byteAt(text, i) < 0x80) {
-            ++i;
+        if (text.size() - i >= blockSize && isPlainBlock(text.data() + i)) {
+            i += blockSize;
             continue;
         }
         const std::size_t length = characterLength(text.substr(i));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -12,6 +13,10 @@ class BinaryOStream;
 } // namespace Zar
 
 namespace lumo {
+
+namespace detail {
+struct ConverterEntry;
+}
 
 class BinaryStream;
 class TextStream;
@@ -82,8 +87,12 @@ protected:
     {}
 
 private:
+    friend class VariantConverter;
+
     MetaTypeDescription m_description;
     std::string m_name;
+    /// What the converter knows of this type, once it has been asked.
+    mutable std::atomic<const detail::ConverterEntry*> m_converterEntry{nullptr};
 };
 
 /// A value inside a variant. Operations on two payloads require both to hold the same type.

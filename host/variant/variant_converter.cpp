@@ -3,8 +3,9 @@
 #include <host/variant/number_text.h>
 #include <host/variant/value_types.h>
 
+#include <atomic>
+#include <deque>
 #include <map>
-#include <memory>
 #include <mutex>
 #include <shared_mutex>
 #include <tuple>
@@ -29,83 +30,102 @@ std::optional<T> floatsFromText(std::string_view text)
 }
 
 template <typename T>
-std::string textOfFloats(const T& value)
+void setTextOf(const T& value, std::string& text)
 {
-    std::string text;
-    for (const float component : components(value)) {
-        if (!text.empty())
-            text += ' ';
-        appendNumber(text, component);
+    text.clear();
+    if constexpr (isFloatTuple<T>) {
+        for (const float component : components(value)) {
+            if (!text.empty())
+                text += ' ';
+            appendNumber(text, component);
+        }
+    } else {
+        appendNumber(text, value);
     }
-    return text;
 }
 
 template <typename T>
-std::string textOfOneNumber(const T& value)
+std::optional<T> valueOf(std::string_view text)
 {
-    return textOfNumber(value);
-}
-
-template <typename T>
-std::optional<T> oneNumber(std::string_view text)
-{
-    T value{};
-    return numberFromText(text, value) ? std::optional<T>(value) : std::nullopt;
+    if constexpr (isFloatTuple<T>) {
+        return floatsFromText<T>(text);
+    } else {
+        T value{};
+        return numberFromText(text, value) ? std::optional<T>(value) : std::nullopt;
+    }
 }
 
 } // namespace
 
-// Entries are never changed, only replaced, so that they can be called outside the lock.
+/// What is known of one type. Lives as long as the program.
+struct detail::ConverterEntry
+{
+    std::atomic<const TextForm*> textForm{nullptr};
+};
+
+// Forms and conversions are never removed or changed, only replaced, so that they can be called
+// outside the lock. Looking up a text form takes no lock once its meta type knows the entry.
 struct VariantConverter::Registry
 {
-    Registry()
-    {
-        addNumbers<bool, char, signed char, unsigned char, short, unsigned short, int, unsigned,
-                   long, unsigned long, long long, unsigned long long, float, double>();
-        addFloatTuples<Vector2, Vector3, Vector4, Color>();
-    }
+    Registry();
 
     template <typename... T>
-    void addNumbers()
-    {
-        (add<T>(textOfOneNumber<T>, oneNumber<T>), ...);
-    }
+    void addBuiltIn();
+    void add(const std::type_info& type, TextForm form);
 
-    template <typename... T>
-    void addFloatTuples()
-    {
-        (add<T>(textOfFloats<T>, floatsFromText<T>), ...);
-    }
-
-    template <typename T>
-    void add(std::string (*toText)(const T&), std::optional<T> (*fromText)(std::string_view))
-    {
-        textForms.emplace(typeid(T),
-                          std::make_shared<const TextForm>(makeTextForm<T>(toText, fromText)));
-    }
+    const detail::ConverterEntry* entry(const std::type_info& type);
+    const Conversion* conversion(const std::type_info& from, const std::type_info& to);
 
     std::shared_mutex mutex;
-    std::unordered_map<std::type_index, std::shared_ptr<const TextForm>> textForms;
-    std::map<std::pair<std::type_index, std::type_index>, std::shared_ptr<const Conversion>>
-        conversions;
-
-    std::shared_ptr<const TextForm> textForm(const std::type_info& type)
-    {
-        const std::shared_lock lock(mutex);
-        const auto found = textForms.find(type);
-        return found == textForms.end() ? nullptr : found->second;
-    }
-
-    std::shared_ptr<const Conversion> conversion(const std::type_info& from,
-                                                 const std::type_info& to)
-    {
-        const std::shared_lock lock(mutex);
-        if (conversions.empty())
-            return nullptr;
-        const auto found = conversions.find({from, to});
-        return found == conversions.end() ? nullptr : found->second;
-    }
+    std::unordered_map<std::type_index, detail::ConverterEntry> entries;
+    std::deque<TextForm> textForms;
+    std::map<std::pair<std::type_index, std::type_index>, const Conversion*> conversions;
+    std::deque<Conversion> allConversions;
+    std::atomic<bool> hasConversions = false;
 };
+
+VariantConverter::Registry::Registry()
+{
+    addBuiltIn<bool, char, signed char, unsigned char, short, unsigned short, int, unsigned, long,
+               unsigned long, long long, unsigned long long, float, double, Vector2, Vector3,
+               Vector4, Color>();
+}
+
+template <typename... T>
+void VariantConverter::Registry::addBuiltIn()
+{
+    (add(typeid(T), {[](const void* value, std::string& text) {
+                         setTextOf(*static_cast<const T*>(value), text);
+                         return true;
+                     },
+                     [](std::string_view text, Variant& target) {
+                         return assign<T>(target, valueOf<T>(text));
+                     },
+                     {}}),
+     ...);
+}
+
+void VariantConverter::Registry::add(const std::type_info& type, TextForm form)
+{
+    const std::unique_lock lock(mutex);
+    entries[type].textForm = &textForms.emplace_back(std::move(form));
+}
+
+const detail::ConverterEntry* VariantConverter::Registry::entry(const std::type_info& type)
+{
+    const std::unique_lock lock(mutex);
+    return &entries[type];
+}
+
+const VariantConverter::Conversion*
+VariantConverter::Registry::conversion(const std::type_info& from, const std::type_info& to)
+{
+    if (!hasConversions)
+        return nullptr;
+    const std::shared_lock lock(mutex);
+    const auto found = conversions.find({from, to});
+    return found == conversions.end() ? nullptr : found->second;
+}
 
 VariantConverter::Registry& VariantConverter::registry()
 {
@@ -113,22 +133,34 @@ VariantConverter::Registry& VariantConverter::registry()
     return instance;
 }
 
+const VariantConverter::TextForm* VariantConverter::textForm(const MetaType& type)
+{
+    const detail::ConverterEntry* entry = type.m_converterEntry.load(std::memory_order_acquire);
+    if (!entry) {
+        entry = registry().entry(type.type());
+        type.m_converterEntry.store(entry, std::memory_order_release);
+    }
+    return entry->textForm;
+}
+
 bool VariantConverter::convert(Variant& target, const Variant& source)
 {
-    if (target.type() == source.type()) {
+    const MetaType& from = source.type();
+    const MetaType& to = target.type();
+    if (from == to) {
         target = source;
         return true;
     }
     if (target.isVoid() || source.isVoid())
         return false;
-    const std::type_info& from = source.type().type();
-    const std::type_info& to = target.type().type();
-    if (const auto conversion = registry().conversion(from, to))
+    if (const Conversion* conversion = registry().conversion(from.type(), to.type()))
         return (*conversion)(source.payload()->value(), target);
-    if (auto* text = target.tryGetMutable<std::string>())
-        return toText(source, *text);
+    if (auto* text = target.tryGetMutable<std::string>()) {
+        const TextForm* form = textForm(from);
+        return form && form->write(source.payload()->value(), *text);
+    }
     if (source.holds<std::string>()) {
-        const auto form = registry().textForm(to);
+        const TextForm* form = textForm(to);
         return form && form->read(*source.tryGet<std::string>(), target);
     }
     return false;
@@ -142,34 +174,41 @@ bool VariantConverter::toText(const Variant& value, std::string& text)
         text = *string;
         return true;
     }
-    const auto form = registry().textForm(value.type().type());
+    const MetaType& type = value.type();
+    if (const Conversion* conversion = registry().conversion(type.type(), typeid(std::string))) {
+        Variant target{std::string()};
+        const bool ok = (*conversion)(value.payload()->value(), target);
+        if (ok)
+            text = *target.tryGet<std::string>();
+        return ok;
+    }
+    const TextForm* form = textForm(type);
     return form && form->write(value.payload()->value(), text);
 }
 
 bool VariantConverter::hasTextForm(const MetaType& type)
 {
-    return type.type() == typeid(std::string) || registry().textForm(type.type());
+    return type.type() == typeid(std::string) || textForm(type);
 }
 
 std::vector<std::string> VariantConverter::enumerationNames(const MetaType& type)
 {
-    const auto form = registry().textForm(type.type());
+    const TextForm* form = textForm(type);
     return form ? form->names : std::vector<std::string>();
 }
 
 void VariantConverter::addTextForm(const std::type_info& type, TextForm form)
 {
-    auto entry = std::make_shared<const TextForm>(std::move(form));
-    const std::unique_lock lock(registry().mutex);
-    registry().textForms.insert_or_assign(type, std::move(entry));
+    registry().add(type, std::move(form));
 }
 
 void VariantConverter::addConversion(const std::type_info& from, const std::type_info& to,
                                      Conversion conversion)
 {
-    auto entry = std::make_shared<const Conversion>(std::move(conversion));
-    const std::unique_lock lock(registry().mutex);
-    registry().conversions.insert_or_assign({from, to}, std::move(entry));
+    Registry& all = registry();
+    const std::unique_lock lock(all.mutex);
+    all.conversions[{from, to}] = &all.allConversions.emplace_back(std::move(conversion));
+    all.hasConversions = true;
 }
 
 } // namespace lumo

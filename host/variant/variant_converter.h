@@ -12,6 +12,18 @@
 
 namespace lumo {
 
+namespace detail {
+
+struct TextForm
+{
+    /// False when the value has no text. The value is of the form's own type.
+    std::function<bool(const void* value, std::string& text)> write;
+    std::function<bool(std::string_view text, Variant& target)> read;
+    std::vector<std::string> names;
+};
+
+} // namespace detail
+
 /// Conversions between the types of variants.
 /// Every type may have one text form, from which its values come back exactly. Built in are those
 /// of the numbers ("true", "-3", "0.1"), `std::string` (the text itself), the vectors and the
@@ -25,7 +37,8 @@ public:
     /// the other is a `std::string`. False, with `target` unchanged, when there is no way.
     static bool convert(Variant& target, const Variant& source);
 
-    /// The value's text form in `text`; false, with `text` unchanged, when its type has none.
+    /// What `convert` gives a variant that holds a string: the value as text. False, with `text`
+    /// unchanged, when it has none.
     static bool toText(const Variant& value, std::string& text);
 
     static bool hasTextForm(const MetaType& type);
@@ -48,17 +61,12 @@ public:
     static void registerConversion(std::function<std::optional<To>(const From&)> convert);
 
 private:
-    struct TextForm
-    {
-        /// False when the value has no text. The value is of the form's own type.
-        std::function<bool(const void* value, std::string& text)> write;
-        std::function<bool(std::string_view text, Variant& target)> read;
-        std::vector<std::string> names;
-    };
+    using TextForm = detail::TextForm;
     using Conversion = std::function<bool(const void* value, Variant& target)>;
     struct Registry;
 
     static Registry& registry();
+    static const TextForm* textForm(const MetaType& type);
     template <typename T>
     static TextForm makeTextForm(std::function<std::string(const T&)> toText,
                                  std::function<std::optional<T>(std::string_view)> fromText);
@@ -78,9 +86,8 @@ bool VariantConverter::assign(Variant& target, std::optional<T> value)
 }
 
 template <typename T>
-VariantConverter::TextForm
-VariantConverter::makeTextForm(std::function<std::string(const T&)> toText,
-                               std::function<std::optional<T>(std::string_view)> fromText)
+void VariantConverter::registerTextForm(std::function<std::string(const T&)> toText,
+                                        std::function<std::optional<T>(std::string_view)> fromText)
 {
     TextForm form;
     form.write = [toText = std::move(toText)](const void* value, std::string& text) {
@@ -90,14 +97,7 @@ VariantConverter::makeTextForm(std::function<std::string(const T&)> toText,
     form.read = [fromText = std::move(fromText)](std::string_view text, Variant& target) {
         return assign<T>(target, fromText(text));
     };
-    return form;
-}
-
-template <typename T>
-void VariantConverter::registerTextForm(std::function<std::string(const T&)> toText,
-                                        std::function<std::optional<T>(std::string_view)> fromText)
-{
-    addTextForm(typeid(T), makeTextForm<T>(std::move(toText), std::move(fromText)));
+    addTextForm(typeid(T), std::move(form));
 }
 
 template <typename Enum>

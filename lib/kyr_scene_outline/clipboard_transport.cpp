@@ -4,6 +4,8 @@
 #include <host/data_section/xml_section.h>
 #include <tools/common/string_utils.h>
 
+#include <utility>
+
 namespace kyr::properties {
 
 bool putDocumentOnClipboard(const Zar::DataSectionPtr& document)
@@ -22,7 +24,7 @@ Zar::DataSectionPtr takeDocumentFromClipboard()
     if (!Zar::StringUtils::copyFromClipboardT(text) || text.empty())
         return nullptr;
     const Zar::SmartPointer<Zar::BinaryBlock> block(
-        new Zar::BinaryBlock(text.data(), text.size(), "BinaryBlock/XMLSection", nullptr));
+        new Zar::BinaryBlock(std::move(text), "BinaryBlock/XMLSection"));
     return Zar::XMLSection::createFromBinary("objects", block, true);
 }
 

@@ -4,9 +4,9 @@
 #include <host/scene/asset_model.h>
 #include <host/scene/asset_selection.h>
 #include <kyr_scene_outline/property_paste_report.h>
+#include <kyr_scene_outline/property_table.h>
 
 #include <string>
-#include <unordered_map>
 
 /// The document in which property values travel from objects to objects:
 ///
@@ -32,23 +32,6 @@ Zar::DataSectionPtr buildPropertyDocument(const IAssetSelection::Objects& object
 /// Appends a "property" section for each value of the object and of the objects nested in it.
 void writeObjectProperties(const ReflectedObject& object, const Zar::DataSectionPtr& section,
                            const std::string& prefix);
-
-/// One "property" section, read once for all the objects that it is applied to.
-struct StoredProperty
-{
-    StoredProperty() = default;
-    explicit StoredProperty(Zar::DataSectionPtr source);
-
-    Zar::DataSectionPtr section;
-    std::string type;
-    /// A string.
-    lumo::Variant value;
-};
-
-/// Stored properties by path; of several with one path the first.
-using PropertyTable = std::unordered_map<std::string, StoredProperty>;
-
-PropertyTable readPropertyTable(const Zar::DataSectionPtr& object);
 
 /// Deals the stored objects to the targets in turn, starting again from the first when there are
 /// more targets. False when the document holds no object. Linear in the document and in the

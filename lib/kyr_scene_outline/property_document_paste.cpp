@@ -6,7 +6,6 @@
 #include <host/core/debug_message.h>
 
 #include <algorithm>
-#include <optional>
 #include <utility>
 #include <vector>
 
@@ -25,21 +24,18 @@ public:
     {
         if (!isVisibleValue(property) || property.isConst() || property.isReadOnly())
             return;
-        const auto found = m_table.find(path);
-        if (found == m_table.end())
-            return;
-        const StoredProperty& stored = found->second;
-        if (!Zar::verify(static_cast<bool>(stored.section), "section", sourceFile))
+        const StoredProperty* stored = m_table.find(path);
+        if (!stored)
             return;
         ++m_matched;
-        if (stored.type != property.propertyType().name()) {
+        if (stored->type != property.propertyType().name()) {
             ++m_typeMismatches;
             return;
         }
-        const auto& text = *stored.value.tryGet<std::string>();
+        const auto& text = *stored->value.tryGet<std::string>();
         if (valueEqualsText(property.get(), text))
             return;
-        ++(property.set(stored.value) ? m_changed : m_refused);
+        ++(property.set(stored->value) ? m_changed : m_refused);
         Zar::DebugMessageHelper(0, 2).message("Paste '%s' to property '%s'", text.c_str(),
                                               property.name().c_str());
     }
@@ -62,15 +58,15 @@ private:
     std::size_t m_refused = 0;
 };
 
-/// The tables of the stored objects, each read when it is first asked for.
+/// The stored objects and their tables, which are asked for in the order of the targets.
 class StoredObjects
 {
 public:
     StoredObjects(const Zar::DataSectionPtr& document, std::size_t targets)
     {
         document->openSections("object", m_sections, nullptr);
-        m_tables.resize(m_sections.size());
-        m_dealtOnce = targets <= m_sections.size();
+        const bool isDealtOnce = targets <= m_sections.size();
+        m_tables.resize(isDealtOnce ? 1 : m_sections.size());
     }
 
     bool isEmpty() const noexcept { return m_sections.empty(); }
@@ -82,43 +78,20 @@ public:
     /// Valid until the next call.
     const PropertyTable& table(std::size_t target)
     {
-        if (m_dealtOnce && target > 0)
-            m_tables[target - 1].reset();
-        std::optional<PropertyTable>& table = m_tables[target % m_sections.size()];
-        if (!table)
-            table = readPropertyTable(section(target));
-        return *table;
+        const std::size_t position = target % m_sections.size();
+        PropertyTable& table = m_tables[position % m_tables.size()];
+        if (target < m_sections.size())
+            table.read(*m_sections[position]);
+        return table;
     }
 
 private:
     std::vector<Zar::DataSectionPtr> m_sections;
-    std::vector<std::optional<PropertyTable>> m_tables;
-    bool m_dealtOnce = false;
+    /// One for each stored object that is dealt again, else one for all.
+    std::vector<PropertyTable> m_tables;
 };
 
 } // namespace
-
-StoredProperty::StoredProperty(Zar::DataSectionPtr source)
-    : section(std::move(source))
-    , type(section->readString("type", {}, 0))
-    , value(section->readString("value", {}, 0))
-{}
-
-PropertyTable readPropertyTable(const Zar::DataSectionPtr& object)
-{
-    PropertyTable table;
-    for (const Zar::DataSectionPtr& child : *object) {
-        if (!Zar::verify(static_cast<bool>(child), "childSection", sourceFile))
-            continue;
-        const Zar::DataSectionPtr name = child->findChild("name", nullptr);
-        if (!name)
-            continue;
-        const auto [entry, isNew] = table.try_emplace(name->text());
-        if (isNew)
-            entry->second = StoredProperty(child);
-    }
-    return table;
-}
 
 bool pasteDocument(const IAssetSelection::Objects& targets, const Zar::DataSectionPtr& document,
                    PropertyPasteReport* report)
@@ -136,7 +109,7 @@ bool pasteDocument(const IAssetSelection::Objects& targets, const Zar::DataSecti
         if (!Zar::verify(static_cast<bool>(section), "objectSection", sourceFile))
             continue;
         const PropertyTable& table = stored.table(i);
-        if (table.empty()) {
+        if (table.isEmpty()) {
             Zar::DebugMessageHelper(0, 4).message(
                 "Paste properties: there are no any properties in %s",
                 section->readString("type", {}, 0).c_str());

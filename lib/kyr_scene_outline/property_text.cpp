@@ -6,21 +6,18 @@ namespace kyr::properties {
 namespace {
 
 // The value's own text or the one it converts to, which is then kept in `converted`.
-const std::string* findText(const lumo::Variant& value, lumo::Variant& converted)
+const std::string* findText(const lumo::Variant& value, std::string& converted)
 {
     if (const auto* text = value.tryGet<std::string>())
         return text;
-    converted = lumo::Variant(std::string());
-    if (!lumo::VariantConverter::convert(converted, value))
-        return nullptr;
-    return converted.tryGet<std::string>();
+    return lumo::VariantConverter::toText(value, converted) ? &converted : nullptr;
 }
 
 } // namespace
 
 bool valueAsText(const lumo::Variant& value, std::string& text)
 {
-    lumo::Variant converted;
+    std::string converted;
     const std::string* found = findText(value, converted);
     if (found)
         text = *found;
@@ -29,7 +26,7 @@ bool valueAsText(const lumo::Variant& value, std::string& text)
 
 bool valueEqualsText(const lumo::Variant& value, const std::string& text)
 {
-    lumo::Variant converted;
+    std::string converted;
     const std::string* found = findText(value, converted);
     return found && *found == text;
 }

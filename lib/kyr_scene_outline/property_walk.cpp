@@ -4,9 +4,17 @@
 
 namespace kyr::properties {
 
-std::string propertyPath(const std::string& prefix, const BoundProperty& property)
+void appendPropertyPath(std::string& prefix, const BoundProperty& property)
 {
-    return prefix.empty() ? property.name() : prefix + '.' + property.name();
+    if (!prefix.empty())
+        prefix += '.';
+    prefix += property.name();
+}
+
+std::string propertyPath(std::string prefix, const BoundProperty& property)
+{
+    appendPropertyPath(prefix, property);
+    return prefix;
 }
 
 bool isSceneItemProperty(const BoundProperty& property)

@@ -5,11 +5,15 @@
 
 #include <cstddef>
 #include <string>
+#include <utility>
 
 namespace kyr::properties {
 
 /// "name", or "prefix.name" below a nested object.
-std::string propertyPath(const std::string& prefix, const BoundProperty& property);
+std::string propertyPath(std::string prefix, const BoundProperty& property);
+
+/// Makes a prefix the path of a property below it.
+void appendPropertyPath(std::string& prefix, const BoundProperty& property);
 
 /// Whether the property's scene item annotation keeps it out of copy and paste.
 /// Throws `lumo::VariantCastError` when the annotation is no scene item.
@@ -22,23 +26,32 @@ inline bool isVisibleValue(const BoundProperty& property)
     return property.isValue() && (property.visibility().bits() & shown) != 0;
 }
 
-/// Calls `leaf(property, path)` for each property of the object and of the objects nested in it
-/// that holds no nested object itself, in order. Scene item properties are left out with all that
-/// is below them; a property that holds a nested object is entered whatever its own flags.
+/// `walkProperties` with a path to work in, which is the prefix and is left as it was.
 template <typename Leaf>
-void walkProperties(const ReflectedObject& object, const std::string& prefix, Leaf& leaf)
+void walkPropertiesBelow(const ReflectedObject& object, std::string& path, Leaf& leaf)
 {
+    const std::size_t prefix = path.size();
     const std::size_t count = object.propertyCount();
     for (std::size_t i = 0; i < count; ++i) {
         const BoundProperty property = object.propertyAt(i);
         if (!property.isValid() || isSceneItemProperty(property))
             continue;
-        const std::string path = propertyPath(prefix, property);
+        appendPropertyPath(path, property);
         if (const ReflectedObject nested(property); nested.isValid())
-            walkProperties(nested, path, leaf);
+            walkPropertiesBelow(nested, path, leaf);
         else
-            leaf(property, path);
+            leaf(property, std::as_const(path));
+        path.resize(prefix);
     }
+}
+
+/// Calls `leaf(property, path)` for each property of the object and of the objects nested in it
+/// that holds no nested object itself, in order. Scene item properties are left out with all that
+/// is below them; a property that holds a nested object is entered whatever its own flags.
+template <typename Leaf>
+void walkProperties(const ReflectedObject& object, std::string prefix, Leaf& leaf)
+{
+    walkPropertiesBelow(object, prefix, leaf);
 }
 
 } // namespace kyr::properties

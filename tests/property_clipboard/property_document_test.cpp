@@ -96,10 +96,6 @@ TEST(PropertyDocument, BrokenInvariantsAreReportedAndSurvived)
     expectReport("section");
     properties::writeObjectProperties(object, new BarrenSection, "");
     expectReport("childSection");
-    properties::PropertyTable table;
-    table.try_emplace("a");
-    properties::applyObjectProperties(object, table, "");
-    expectReport("section");
     EXPECT_FALSE(properties::putDocumentOnClipboard(new BarrenSection));
     expectReport("binary");
     const Zar::DataSectionPtr document(new Zar::XMLSection("objects"));

@@ -1,0 +1,247 @@
+// Copying and pasting the properties of many objects, beside what the same documents cost with bare
+// pugixml calls. "Copy" and "Paste" are the whole commands of the browser over a clipboard in
+// memory; each runs beside its floor in the same process.
+#include "crate.h"
+
+#include <host/clipboard/clipboard_backend.h>
+#include <host/clipboard/global_block.h>
+#include <host/reflection/bound_property.h>
+#include <host/scene/recorded_asset_selection.h>
+#include <kyr_scene_outline/property_text.h>
+#include <kyr_scene_outline/property_walk.h>
+#include <kyr_scene_outline/scene_browser_data.h>
+#include <tools/common/string_utils.h>
+
+#include <QCoreApplication>
+#include <QLoggingCategory>
+#include <QStandardItemModel>
+
+#include <benchmark/benchmark.h>
+#include <pugixml.hpp>
+
+#include <unordered_map>
+
+namespace {
+
+class MemoryClipboard : public Zar::platform::IClipboardBackend
+{
+public:
+    bool open() override { return true; }
+    void close() override {}
+    bool isFormatAvailable(unsigned) const override { return m_text != nullptr; }
+    Zar::platform::GlobalBlock* data(unsigned) override { return m_text.get(); }
+    bool empty() override
+    {
+        m_text.reset();
+        return true;
+    }
+    bool setData(unsigned, std::unique_ptr<Zar::platform::GlobalBlock> block) override
+    {
+        m_text = std::move(block);
+        return true;
+    }
+    std::unique_ptr<Zar::platform::GlobalBlock> allocate(std::size_t size) override
+    {
+        return Zar::platform::GlobalBlock::allocate(size);
+    }
+    std::string text() const { return m_text->data(); }
+
+private:
+    std::unique_ptr<Zar::platform::GlobalBlock> m_text;
+};
+
+/// A browser over one list of crates, all of them selected.
+class Scene : public IAssetModel
+{
+public:
+    Scene(int count, int seed) : crates(bench::makeCrates(count, seed)), m_items(count, 1)
+    {
+        IAssetSelection::Objects objects;
+        for (const auto& crate : crates) {
+            m_rows.emplace(crate.get(), static_cast<int>(m_rows.size()));
+            objects.emplace_back(kyr::ReflectedObject(crate));
+        }
+        browser = std::make_unique<SceneBrowserData>(this, &m_selection, nullptr);
+        m_selection.setSelection(std::move(objects), false);
+    }
+
+    QAbstractItemModel* itemModel() const override { return &m_items; }
+    QModelIndex indexOf(const kyr::ReflectedObject& object) const override
+    {
+        return m_items.index(m_rows.at(object.get()), 0);
+    }
+    void setObjectHovered(const kyr::ReflectedObject&, bool) override {}
+    void activateItem(const QModelIndex&) override {}
+
+    std::vector<std::shared_ptr<bench::Crate>> crates;
+    std::unique_ptr<SceneBrowserData> browser;
+
+private:
+    mutable QStandardItemModel m_items;
+    std::unordered_map<const void*, int> m_rows;
+    RecordedAssetSelection m_selection;
+};
+
+/// One property with all that a document says of it.
+struct PropertyRecord
+{
+    kyr::BoundProperty property;
+    std::string path;
+    std::string text;
+};
+
+std::vector<std::vector<PropertyRecord>> recordsOf(const Scene& scene)
+{
+    std::vector<std::vector<PropertyRecord>> objects;
+    for (const auto& crate : scene.crates) {
+        auto& records = objects.emplace_back();
+        const auto record = [&records](const kyr::BoundProperty& property,
+                                       const std::string& path) {
+            std::string text;
+            kyr::properties::valueAsText(property.get(), text);
+            records.push_back({property, path, text});
+        };
+        kyr::properties::walkProperties(kyr::ReflectedObject(crate), "", record);
+    }
+    return objects;
+}
+
+void reportProperties(benchmark::State& state)
+{
+    state.SetItemsProcessed(state.iterations() * state.range(0) * 20);
+}
+
+void copyFloor(benchmark::State& state)
+{
+    struct Writer : pugi::xml_writer
+    {
+        void write(const void* data, std::size_t size) override
+        {
+            bytes.append(static_cast<const char*>(data), size);
+        }
+        std::string bytes;
+    };
+    const Scene scene(static_cast<int>(state.range(0)), 1);
+    const auto objects = recordsOf(scene);
+    for (auto _ : state) {
+        pugi::xml_document document;
+        pugi::xml_node root = document.append_child("objects");
+        for (const auto& records : objects) {
+            pugi::xml_node object = root.append_child("object");
+            object.append_child("type").text().set(typeid(bench::Crate).name());
+            for (const PropertyRecord& record : records) {
+                pugi::xml_node property = object.append_child("property");
+                property.append_child("name").text().set(record.path.c_str());
+                property.append_child("value").text().set(record.text.c_str());
+                property.append_child("type").text().set(record.property.propertyType().name());
+            }
+        }
+        Writer writer;
+        document.save(writer, "  ");
+        benchmark::DoNotOptimize(writer.bytes.data());
+    }
+    reportProperties(state);
+}
+
+void copy(benchmark::State& state)
+{
+    const auto clipboard = std::make_shared<MemoryClipboard>();
+    Zar::platform::setClipboardBackend(clipboard);
+    const Scene scene(static_cast<int>(state.range(0)), 1);
+    for (auto _ : state) {
+        if (!scene.browser->copyProperties())
+            state.SkipWithError("nothing was copied");
+    }
+    state.counters["bytes"] = static_cast<double>(clipboard->text().size());
+    reportProperties(state);
+}
+
+/// Two documents in turn, so that every value differs every time.
+class Documents
+{
+public:
+    explicit Documents(int count)
+    {
+        Zar::platform::setClipboardBackend(m_clipboard);
+        for (const int seed : {1, 1000000}) {
+            Scene(count, seed).browser->copyProperties();
+            m_texts.push_back(m_clipboard->text());
+        }
+    }
+    const std::string& next() { return m_texts[m_next++ % 2]; }
+    void offerNext() { Zar::StringUtils::copyToClipboardT(next()); }
+
+private:
+    std::shared_ptr<MemoryClipboard> m_clipboard = std::make_shared<MemoryClipboard>();
+    std::vector<std::string> m_texts;
+    std::size_t m_next = 0;
+};
+
+// Every property is known beforehand and takes the next value of the document.
+void pasteFloor(benchmark::State& state)
+{
+    Documents documents(static_cast<int>(state.range(0)));
+    const Scene scene(static_cast<int>(state.range(0)), 1000000);
+    const auto objects = recordsOf(scene);
+    for (auto _ : state) {
+        const std::string& text = documents.next();
+        pugi::xml_document document;
+        if (!document.load_buffer(text.data(), text.size()))
+            state.SkipWithError("no document");
+        auto records = objects.begin();
+        for (const pugi::xml_node object : document.child("objects").children("object")) {
+            auto record = records++->begin();
+            for (const pugi::xml_node property : object.children("property")) {
+                const std::string value = property.child_value("value");
+                record++->property.set(lumo::Variant(value));
+            }
+        }
+    }
+    reportProperties(state);
+}
+
+void paste(benchmark::State& state)
+{
+    Documents documents(static_cast<int>(state.range(0)));
+    const Scene scene(static_cast<int>(state.range(0)), 1000000);
+    for (auto _ : state) {
+        state.PauseTiming();
+        documents.offerNext();
+        state.ResumeTiming();
+        scene.browser->pasteProperties();
+        if (scene.browser->lastPasteReport().changedProperties <
+            static_cast<std::size_t>(state.range(0)) * 15)
+            state.SkipWithError("too little was pasted");
+    }
+    reportProperties(state);
+}
+
+void pasteOneOntoAll(benchmark::State& state)
+{
+    Documents documents(1);
+    const Scene scene(static_cast<int>(state.range(0)), 5000000);
+    for (auto _ : state) {
+        state.PauseTiming();
+        documents.offerNext();
+        state.ResumeTiming();
+        scene.browser->pasteProperties();
+    }
+    reportProperties(state);
+}
+
+} // namespace
+
+BENCHMARK(copyFloor)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(copy)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(pasteFloor)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(paste)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(pasteOneOntoAll)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    // Nobody listens to the progress notes, as in an editor without an open log view.
+    QLoggingCategory::setFilterRules(QStringLiteral("kyr.host.debug=false"));
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+}
