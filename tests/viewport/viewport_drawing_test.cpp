@@ -52,11 +52,18 @@ protected:
     }
     QColor pixel(quint32 id) { return pixel(m_controller.projectToScreen(id)); }
 
-    void press(Qt::Key key)
+    // Events of our own, as QTest's need a QApplication wherever Qt Widgets are linked.
+    void send(QEvent&& event) { QCoreApplication::sendEvent(&m_view, &event); }
+    void moveTo(const QPoint& at)
     {
-        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
-        QCoreApplication::sendEvent(&m_view, &event);
+        send(QMouseEvent(QEvent::MouseMove, at, Qt::NoButton, Qt::NoButton, Qt::NoModifier));
     }
+    void click(const QPoint& at)
+    {
+        send(QMouseEvent(QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::LeftButton, {}));
+        send(QMouseEvent(QEvent::MouseButtonRelease, at, Qt::LeftButton, Qt::NoButton, {}));
+    }
+    void press(Qt::Key key) { send(QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier)); }
 
     // Lit differently on each side, an item keeps its hue.
     static bool looksLike(const QColor& seen, const QColor& color)
@@ -154,9 +161,9 @@ TEST_F(ViewportDrawingTest, PointerAndKeysDriveTheController)
     QObject::connect(&m_controller, &ViewportController::picked,
                      [&](quint32 id) { picked.push_back(id); });
     const QPoint middle = m_controller.projectToScreen(2).toPoint();
-    QTest::mouseMove(&m_view, middle);
-    QTest::mouseClick(&m_view, Qt::LeftButton, Qt::NoModifier, middle);
-    QTest::mouseClick(&m_view, Qt::LeftButton, Qt::NoModifier, QPoint(4, 390));
+    moveTo(middle);
+    click(middle);
+    click(QPoint(4, 390));
     EXPECT_EQ((std::vector<quint32>{2, 0}), picked);
     EXPECT_FALSE(hovered.isEmpty());
 
@@ -167,7 +174,7 @@ TEST_F(ViewportDrawingTest, PointerAndKeysDriveTheController)
     press(Qt::Key_Home);
     EXPECT_FLOAT_EQ(distance, m_controller.camera().distance());
 
-    QTest::mouseClick(&m_view, Qt::LeftButton, Qt::NoModifier, QPoint(592, 20)); // y of the gizmo
+    click(QPoint(592, 20)); // y of the gizmo
     EXPECT_FLOAT_EQ(90.0f, m_controller.camera().pitch());
 }
 
