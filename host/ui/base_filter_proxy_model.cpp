@@ -1,6 +1,7 @@
 #include "base_filter_proxy_model.h"
 
 #include <QCollator>
+#include <QLocale>
 
 namespace lumo::datamodels::proxy {
 namespace {
@@ -8,7 +9,9 @@ namespace {
 int compareTexts(const QString& left, const QString& right)
 {
     static const QCollator collator = [] {
-        QCollator numeric;
+        // The C locale knows no numeric order.
+        const QLocale locale;
+        QCollator numeric(locale.language() == QLocale::C ? QLocale(QLocale::English) : locale);
         numeric.setNumericMode(true);
         numeric.setCaseSensitivity(Qt::CaseInsensitive);
         return numeric;
