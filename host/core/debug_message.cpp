@@ -26,13 +26,13 @@ bool isLogged(int messagePriority)
 
 void logMessage(const DebugMessage& message)
 {
-    const QString text = QString::fromStdString(message.text).trimmed();
+    const QByteArray text = QByteArray::fromStdString(message.text).trimmed();
     if (message.critical)
-        qCCritical(hostLog).noquote() << text;
+        qCCritical(hostLog, "%s", text.constData());
     else if (message.messagePriority >= warningPriority)
-        qCWarning(hostLog).noquote() << text;
+        qCWarning(hostLog, "%s", text.constData());
     else
-        qCDebug(hostLog).noquote() << text;
+        qCDebug(hostLog, "%s", text.constData());
 }
 
 struct SinkSlot
