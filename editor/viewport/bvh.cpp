@@ -1,7 +1,5 @@
 #include "bvh.h"
 
-#include <numeric>
-
 namespace editor {
 
 namespace {
@@ -21,49 +19,51 @@ Bvh::Bvh(std::vector<Box> boxes) : m_boxes(std::move(boxes))
 {
     if (m_boxes.empty())
         return;
-    std::vector<QVector3D> centres;
-    centres.reserve(m_boxes.size());
-    for (const Box& box : m_boxes)
-        centres.push_back(sortingPoint(box));
+    std::vector<Entry> entries;
+    entries.reserve(m_boxes.size());
+    for (quint32 i = 0; i < m_boxes.size(); ++i)
+        entries.push_back({sortingPoint(m_boxes[i]), i});
 
     m_order.resize(m_boxes.size());
-    std::iota(m_order.begin(), m_order.end(), 0u);
     m_leafOf.resize(m_boxes.size());
     m_nodes.reserve(m_boxes.size());
     m_nodes.emplace_back();
     m_nodes.front().count = quint32(m_boxes.size());
-    split(0, centres);
+    split(0, entries);
 }
 
-void Bvh::split(quint32 index, const std::vector<QVector3D>& centres)
+void Bvh::split(quint32 index, std::vector<Entry>& entries)
 {
     const quint32 first = m_nodes[index].first;
     const quint32 count = m_nodes[index].count;
     if (count <= leafSize) {
-        for (quint32 i = first; i < first + count; ++i)
+        for (quint32 i = first; i < first + count; ++i) {
+            m_order[i] = entries[i].index;
             m_leafOf[m_order[i]] = index;
+        }
         m_nodes[index].box = boxOf(m_nodes[index]);
         return;
     }
 
     Box spread;
     for (quint32 i = first; i < first + count; ++i)
-        spread.include(centres[m_order[i]]);
+        spread.include(entries[i].centre);
     const QVector3D size = spread.size();
     const int axis = size.x() >= size.y() && size.x() >= size.z() ? 0
                      : size.y() >= size.z()                       ? 1
                                                                   : 2;
-    const auto begin = m_order.begin() + first;
-    std::nth_element(begin, begin + count / 2, begin + count,
-                     [&](quint32 a, quint32 b) { return centres[a][axis] < centres[b][axis]; });
+    const auto begin = entries.begin() + first;
+    std::nth_element(
+        begin, begin + count / 2, begin + count,
+        [axis](const Entry& a, const Entry& b) { return a.centre[axis] < b.centre[axis]; });
 
     const quint32 left = quint32(m_nodes.size());
     m_nodes.push_back({{}, first, count / 2, index});
     m_nodes.push_back({{}, first + count / 2, count - count / 2, index});
     m_nodes[index].first = left;
     m_nodes[index].count = 0;
-    split(left, centres);
-    split(left + 1, centres);
+    split(left, entries);
+    split(left + 1, entries);
     m_nodes[index].box = boxOf(m_nodes[index]);
 }
 

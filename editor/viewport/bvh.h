@@ -49,7 +49,13 @@ private:
         quint32 parent = noParent;
     };
 
-    void split(quint32 node, const std::vector<QVector3D>& centres);
+    struct Entry
+    {
+        QVector3D centre;
+        quint32 index;
+    };
+
+    void split(quint32 node, std::vector<Entry>& entries);
     Box boxOf(const Node& node) const;
 
     std::vector<Box> m_boxes;
