@@ -103,9 +103,9 @@ FocusScope {
         anchors.left: parent.left
         anchors.top: parent.top
         anchors.margins: 10
-        visible: view.controller && view.controller.itemCount > 0
-        text: view.controller ? qsTr("%1 objects  ·  %2 triangles")
-                                .arg(count(view.controller.drawableCount))
+        visible: view.controller && view.controller.meshCount > 0
+        text: view.controller ? qsTr("%1 meshes  ·  %2 triangles")
+                                .arg(count(view.controller.meshCount))
                                 .arg(count(view.controller.triangleCount)) : ""
         color: view.textColor
         opacity: 0.65

@@ -20,7 +20,7 @@ public:
     };
 
     /// Distance in pixels from a marker's centre at which it is still hit.
-    static constexpr float markerRadius = 13.0f;
+    static constexpr float markerRadius = 10.0f;
     /// Share of its distance by which a marker is drawn nearer, so that the lamp around a light
     /// does not hide it.
     static constexpr float markerLift = 0.02f;

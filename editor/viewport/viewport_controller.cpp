@@ -18,10 +18,12 @@ void ViewportController::setItems(std::vector<ViewportItem> items)
 {
     m_items.assign(std::move(items));
     m_triangleCount = 0;
-    m_drawableCount = 0;
+    m_meshCount = 0;
     for (const ViewportItem& item : m_items.items()) {
-        m_triangleCount += item.isMesh() ? double(item.geometry->triangleCount()) : 0.0;
-        m_drawableCount += item.isMesh() || item.isMarker();
+        if (!item.isMesh())
+            continue;
+        m_triangleCount += double(item.geometry->triangleCount());
+        ++m_meshCount;
     }
     m_camera.setSceneBounds(m_items.bounds());
     m_selectedIds.clear();

@@ -20,10 +20,8 @@ class ViewportController : public QObject
     Q_OBJECT
     Q_PROPERTY(QSizeF viewportSize READ viewportSize WRITE setViewportSize NOTIFY cameraChanged)
     Q_PROPERTY(QRectF rubberBand READ rubberBand NOTIFY rubberBandChanged)
-    Q_PROPERTY(int itemCount READ itemCount NOTIFY itemsReset)
-    Q_PROPERTY(int selectedCount READ selectedCount NOTIFY selectionChanged)
     Q_PROPERTY(double triangleCount READ triangleCount NOTIFY itemsReset)
-    Q_PROPERTY(int drawableCount READ drawableCount NOTIFY itemsReset)
+    Q_PROPERTY(int meshCount READ meshCount NOTIFY itemsReset)
     Q_PROPERTY(qreal yaw READ yaw NOTIFY cameraChanged)
     Q_PROPERTY(qreal pitch READ pitch NOTIFY cameraChanged)
     Q_PROPERTY(Qt::CursorShape cursorShape READ cursorShape NOTIFY cursorShapeChanged)
@@ -62,10 +60,9 @@ public:
     /// Invalid while there is none.
     QRectF rubberBand() const;
     int itemCount() const { return int(m_items.items().size()); }
-    int selectedCount() const { return int(m_selectedIds.size()); }
     double triangleCount() const { return m_triangleCount; }
-    /// Items that show as a mesh or a marker when they are visible.
-    int drawableCount() const { return m_drawableCount; }
+    /// Items with a mesh.
+    int meshCount() const { return m_meshCount; }
     qreal yaw() const { return qreal(m_camera.yaw()); }
     qreal pitch() const { return qreal(m_camera.pitch()); }
     Qt::CursorShape cursorShape() const;
@@ -121,7 +118,7 @@ private:
     std::vector<quint32> m_hoveredIds;
     quint32 m_pointedId = 0; // last reported by hovered()
     double m_triangleCount = 0;
-    int m_drawableCount = 0;
+    int m_meshCount = 0;
 };
 
 } // namespace editor

@@ -100,7 +100,7 @@ SceneChanges ViewportSurface::takeChanges()
 
 void ViewportSurface::patchItem(quint32 index)
 {
-    schedule(Highlights);
+    schedule(Highlights | View); // what moves may move the far plane
     if (m_changes & Items)
         return;
     const ViewportItem& item = m_controller->items().items()[index];
