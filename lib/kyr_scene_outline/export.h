@@ -3,9 +3,7 @@
 #include <QtGlobal>
 
 /// Marks what the shared library offers; everything else stays hidden.
-#if defined(KYR_SCENE_OUTLINE_STATIC)
-#define KYR_SCENE_OUTLINE_EXPORT
-#elif defined(KYR_SCENE_OUTLINE_BUILD)
+#if defined(KYR_SCENE_OUTLINE_BUILD)
 #define KYR_SCENE_OUTLINE_EXPORT Q_DECL_EXPORT
 #else
 #define KYR_SCENE_OUTLINE_EXPORT Q_DECL_IMPORT
