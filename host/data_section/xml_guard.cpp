@@ -11,7 +11,7 @@ namespace Zar::xml {
 namespace {
 
 constexpr std::size_t maximumBytes = std::size_t(512) << 20;
-constexpr std::size_t maximumMemory = std::size_t(1) << 30;
+constexpr std::size_t maximumMemory = std::size_t(2) << 30;
 constexpr int maximumDepth = 256;
 // What the parser takes for a node and for an attribute.
 constexpr std::size_t nodeBytes = 64;
@@ -65,12 +65,13 @@ public:
 
     bool run() noexcept
     {
-        while (m_at != m_end) {
-            const bool ok = *m_at == '<' ? takeMarkup() : takeText();
-            if (!ok || m_memory > maximumMemory)
+        while (takeText()) {
+            if (m_at == m_end)
+                return m_depth == 0 && m_roots == 1;
+            if (!takeMarkup() || m_memory > maximumMemory)
                 return false;
         }
-        return m_depth == 0 && m_roots == 1;
+        return false;
     }
 
 private:
@@ -88,20 +89,21 @@ private:
         return found ? static_cast<const char*>(found) : m_end;
     }
 
+    // Up to the next markup or the end.
     bool takeText() noexcept
     {
         const char* begin = std::exchange(m_at, find(m_at, '<'));
-        if (m_depth == 0)
-            return isWhiteSpace(between(begin, m_at));
-        m_memory += nodeBytes;
-        return hasOnlyKnownReferences(begin, m_at);
+        return m_depth == 0 ? isWhiteSpace(between(begin, m_at))
+                            : hasOnlyKnownReferences(begin, m_at);
     }
 
     bool takeMarkup() noexcept
     {
+        // For the element, or for a text behind any other markup.
+        m_memory += nodeBytes;
         switch (m_at + 1 != m_end ? m_at[1] : '\0') {
         case '/':
-            return --m_depth >= 0 && takeEndTag();
+            return takeEndTag();
         case '?':
             return takeThrough("?>", 2);
         case '!':
@@ -132,14 +134,16 @@ private:
 
     bool takeEndTag() noexcept
     {
-        const char* end = find(m_at + 2, '>');
-        m_at = end == m_end ? end : end + 1;
-        return end != m_end;
+        if (--m_depth > 0) {
+            // The name is for the parser to compare; it goes with the text behind the tag.
+            m_at += 2;
+            return true;
+        }
+        return m_depth == 0 && takeThrough(">", 2);
     }
 
     bool takeStartTag() noexcept
     {
-        m_memory += nodeBytes;
         if (m_depth == 0 && ++m_roots > 1)
             return false;
         const char* at = findQuoteOrEnd(m_at + 1);
@@ -201,7 +205,8 @@ bool isFitForParsing(StringRef document) noexcept
     constexpr StringRef byteOrderMark = "\xef\xbb\xbf";
     if (startsWith(document, byteOrderMark))
         document.remove_prefix(byteOrderMark.size());
-    return document.size() <= maximumBytes && isValid(document) && Scan(document).run();
+    return !document.empty() && document.size() <= maximumBytes && isValid(document) &&
+           Scan(document).run();
 }
 
 } // namespace Zar::xml

@@ -20,7 +20,7 @@ public:
     explicit XMLSection(StringRef tag);
 
     /// The root of the document in `block`; null when the bytes are no well-formed document, have a
-    /// document type, or would take unreasonable memory (more than 512 MB of text, 1 GB in all or
+    /// document type, or would take unreasonable memory (more than 512 MB of text, 2 GB in all or
     /// 256 levels). With `matchTag` also null when the root's tag is not `tag`.
     /// Takes time and memory linear in the bytes, whatever they are.
     static SmartPointer<XMLSection>
