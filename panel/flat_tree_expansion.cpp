@@ -34,9 +34,19 @@ std::vector<QPersistentModelIndex> parentsBelow(const QAbstractItemModel& model,
 
 void FlatTreeModel::setExpanded(const QModelIndex& sourceIndex, bool expanded)
 {
-    if (m_pending.source != Change::None || !sourceIndex.isValid())
+    setShownExpanded(toShown(sourceIndex), expanded);
+}
+
+void FlatTreeModel::setRowExpanded(int row, bool expanded)
+{
+    setShownExpanded(shownIndex(row), expanded);
+}
+
+void FlatTreeModel::setShownExpanded(const QModelIndex& shown, bool expanded)
+{
+    if (m_pending.source != Change::None || !shown.isValid())
         return;
-    const QPersistentModelIndex index = sourceIndex.siblingAtColumn(0);
+    const QPersistentModelIndex index = shown.siblingAtColumn(0);
     if (expanded && index.model() == m_source && m_source->canFetchMore(index))
         m_source->fetchMore(index);
     const std::optional<Family> family = readFamilyOf(index.parent());
@@ -49,17 +59,17 @@ void FlatTreeModel::setExpanded(const QModelIndex& sourceIndex, bool expanded)
         collapseRow(*family, node, index, false);
 }
 
-std::optional<SourceRows::Family> FlatTreeModel::readFamilyOf(const QModelIndex& sourceParent)
+std::optional<SourceRows::Family> FlatTreeModel::readFamilyOf(const QModelIndex& shownParent)
 {
-    std::optional<Family> family = m_rows.familyOf(sourceParent);
+    std::optional<Family> family = m_rows.familyOf(shownParent);
     if (!family) {
-        family = m_rows.readFamilyOf(sourceParent);
+        family = m_rows.readFamilyOf(shownParent);
         readSelection();
     }
     return family;
 }
 
-void FlatTreeModel::expandRow(const Family& family, Node node, const QModelIndex& sourceIndex)
+void FlatTreeModel::expandRow(const Family& family, Node node, const QModelIndex& shown)
 {
     RowTree& tree = m_rows.tree();
     const QScopedValueRollback<Change> guard(m_pending.source, Change::Own);
@@ -67,7 +77,7 @@ void FlatTreeModel::expandRow(const Family& family, Node node, const QModelIndex
     const bool fresh = children == RowTree::none;
     if (fresh) {
         const int depth = tree.depth(node) + 1;
-        children = m_rows.readChildren(sourceIndex, tree.flags(node), depth, m_rows.wishes());
+        children = m_rows.readChildren(shown, tree.flags(node), depth, m_rows.wishes());
     }
     const int row = tree.row(node);
     const int count = tree.count(children);
@@ -79,13 +89,13 @@ void FlatTreeModel::expandRow(const Family& family, Node node, const QModelIndex
     tree.set(node, RowTree::Expanded, true);
     m_rows.insert(family.owner, row + 1, children);
     if (fresh && count > 0)
-        readSelection(count == m_source->rowCount(sourceIndex) ? sourceIndex : QModelIndex());
+        readSelection(count == m_source->rowCount(shown) ? shown : QModelIndex());
     if (signalled)
         endInsertRows();
-    rowChanged(sourceIndex, {ExpandedRole});
+    rowChanged(shown, {ExpandedRole});
 }
 
-void FlatTreeModel::collapseRow(const Family& family, Node node, const QModelIndex& sourceIndex,
+void FlatTreeModel::collapseRow(const Family& family, Node node, const QModelIndex& shown,
                                 bool forget)
 {
     RowTree& tree = m_rows.tree();
@@ -110,14 +120,24 @@ void FlatTreeModel::collapseRow(const Family& family, Node node, const QModelInd
         tree.destroy(hidden);
         tree.set(node, RowTree::IgnoresWishes, true);
     }
-    rowChanged(sourceIndex, {ExpandedRole});
+    rowChanged(shown, {ExpandedRole});
 }
 
 void FlatTreeModel::setBranchExpanded(const QModelIndex& sourceIndex, bool expanded)
 {
-    if (m_pending.source != Change::None || !sourceIndex.isValid())
+    setShownBranchExpanded(toShown(sourceIndex), expanded);
+}
+
+void FlatTreeModel::setRowBranchExpanded(int row, bool expanded)
+{
+    setShownBranchExpanded(shownIndex(row), expanded);
+}
+
+void FlatTreeModel::setShownBranchExpanded(const QModelIndex& shown, bool expanded)
+{
+    if (m_pending.source != Change::None || !shown.isValid())
         return;
-    const QPersistentModelIndex index = sourceIndex.siblingAtColumn(0);
+    const QPersistentModelIndex index = shown.siblingAtColumn(0);
     if (expanded && index.model() == m_source && m_source->canFetchMore(index))
         m_source->fetchMore(index);
     const std::optional<Family> family = readFamilyOf(index.parent());
@@ -130,17 +150,17 @@ void FlatTreeModel::setBranchExpanded(const QModelIndex& sourceIndex, bool expan
         collapseRow(*family, node, index, true);
 }
 
-void FlatTreeModel::expandBranch(const QModelIndex& sourceIndex)
+void FlatTreeModel::expandBranch(const QModelIndex& shown)
 {
     const std::vector<QPersistentModelIndex> parents =
-        parentsBelow(*m_source, sourceIndex, signalledExpansions + 1);
+        parentsBelow(*m_source, shown, signalledExpansions + 1);
     if (parents.size() <= signalledExpansions) {
         for (const QPersistentModelIndex& parent : parents)
-            setExpanded(parent, true);
+            setShownExpanded(parent, true);
         return;
     }
-    const Family family = *m_rows.familyOf(sourceIndex.parent());
-    const Node node = m_rows.childOf(family, sourceIndex.row());
+    const Family family = *m_rows.familyOf(shown.parent());
+    const Node node = m_rows.childOf(family, shown.row());
     RowTree& tree = m_rows.tree();
     const QScopedValueRollback<Change> guard(m_pending.source, Change::Own);
     beginResetModel();
@@ -151,8 +171,7 @@ void FlatTreeModel::expandBranch(const QModelIndex& sourceIndex)
     tree.destroy(tree.hidden(node));
     tree.setHidden(node, RowTree::none);
     tree.set(node, RowTree::Expanded, true);
-    const Node children =
-        m_rows.readChildren(sourceIndex, 0, tree.depth(node) + 1, m_rows.allExpanded());
+    const Node children = m_rows.readChildren(shown, 0, tree.depth(node) + 1, m_rows.allExpanded());
     m_rows.insert(family.owner, row + 1, children);
     readSelection();
     endResetModel();
@@ -184,20 +203,21 @@ void FlatTreeModel::collapseAll()
 
 int FlatTreeModel::reveal(const QModelIndex& sourceIndex)
 {
-    if (!sourceIndex.isValid() || sourceIndex.model() != m_source)
+    const QModelIndex shown = toShown(sourceIndex);
+    if (!shown.isValid() || shown.model() != m_source)
         return -1;
-    const QPersistentModelIndex wanted = sourceIndex.siblingAtColumn(0);
+    const QPersistentModelIndex wanted = shown.siblingAtColumn(0);
     std::vector<QPersistentModelIndex> ancestors;
-    for (QModelIndex up = sourceIndex.parent(); up.isValid(); up = up.parent())
+    for (QModelIndex up = shown.parent(); up.isValid(); up = up.parent())
         ancestors.emplace_back(up);
     for (auto up = ancestors.rbegin(); up != ancestors.rend(); ++up)
-        setExpanded(*up, true);
-    return rowOf(wanted);
+        setShownExpanded(*up, true);
+    return rowOfShown(wanted);
 }
 
-void FlatTreeModel::rowChanged(const QModelIndex& sourceIndex, const QVector<int>& roles)
+void FlatTreeModel::rowChanged(const QModelIndex& shown, const QVector<int>& roles)
 {
-    const int row = rowOf(sourceIndex);
+    const int row = rowOfShown(shown);
     if (row >= 0)
         Q_EMIT dataChanged(index(row), index(row), roles);
 }

@@ -18,16 +18,23 @@ void FlatTreeModel::setSourceModel(QAbstractItemModel* source)
 {
     if (source == m_rows.source())
         return;
+    const bool rearranged = m_source && m_origin && m_origin == originOf(source);
     if (m_source)
         m_source->disconnect(this);
     beginResetModel();
+    if (rearranged)
+        rememberRows();
+    else
+        m_memory.clear();
     m_source = source;
+    m_arranged = qobject_cast<ArrangedTreeModel*>(source);
+    m_origin = originOf(source);
     m_pending = {};
     m_delayedMarks.clear();
     m_cachedRow = -1;
     readRoles();
     connectSource();
-    m_rows.rebuild(m_rows.wishes(), 0);
+    restoreRows();
     readSelection();
     endResetModel();
     Q_EMIT sourceModelChanged();
@@ -53,24 +60,32 @@ QVariant FlatTreeModel::data(const QModelIndex& index, int role) const
     case SelectedRole:
         return isRowSelected(row);
     case CurrentRole:
-        return m_selectionModel && m_selectionModel->currentIndex().isValid() &&
-               m_selectionModel->currentIndex().siblingAtColumn(0) == sourceIndex(row);
+        return row == currentRow();
     case SourceIndexRole:
         return sourceIndex(row);
+    case MatchesRole:
+        return !m_arranged || shownIndex(row).data(ArrangedTreeModel::MatchesRole).toBool();
+    case CellsRole: {
+        const QModelIndex shown = shownIndex(row);
+        QVariantList cells;
+        for (const int cellRole : m_cellRoles)
+            cells.append(shown.data(cellRole));
+        return cells;
+    }
     default:
-        return sourceIndex(row).data(role);
+        return shownIndex(row).data(role);
     }
 }
 
 bool FlatTreeModel::setData(const QModelIndex& index, const QVariant& value, int role)
 {
     const QModelIndex source = sourceIndex(index.row());
-    return source.isValid() && m_source->setData(source, value, role);
+    return source.isValid() && origin()->setData(source, value, role);
 }
 
 Qt::ItemFlags FlatTreeModel::flags(const QModelIndex& index) const
 {
-    const QModelIndex source = index.isValid() ? sourceIndex(index.row()) : QModelIndex();
+    const QModelIndex source = index.isValid() ? shownIndex(index.row()) : QModelIndex();
     return source.isValid() ? source.flags() | Qt::ItemNeverHasChildren : Qt::NoItemFlags;
 }
 
@@ -87,11 +102,22 @@ void FlatTreeModel::readRoles()
         {DepthRole, "depth"},       {HasChildrenRole, "hasChildren"},
         {ExpandedRole, "expanded"}, {SelectedRole, "selected"},
         {CurrentRole, "current"},   {SourceIndexRole, "sourceIndex"},
+        {MatchesRole, "matches"},   {CellsRole, "cells"},
     };
     for (auto role = own.begin(); role != own.end(); ++role) {
         m_roleNames.remove(m_roleNames.key(role.value(), -1));
         m_roleNames.insert(role.key(), role.value());
     }
+}
+
+void FlatTreeModel::setCellRoles(const QList<int>& roles)
+{
+    if (roles == m_cellRoles)
+        return;
+    m_cellRoles = roles;
+    if (count() > 0)
+        Q_EMIT dataChanged(index(0), index(count() - 1), {CellsRole});
+    Q_EMIT cellRolesChanged();
 }
 
 int FlatTreeModel::sourceRole(const QByteArray& name) const
@@ -110,7 +136,7 @@ void FlatTreeModel::fetchMore(const QModelIndex& parent)
         m_source->fetchMore({});
 }
 
-QModelIndex FlatTreeModel::sourceIndex(int row) const
+QModelIndex FlatTreeModel::shownIndex(int row) const
 {
     if (!m_source || row < 0 || row >= count())
         return {};
@@ -125,13 +151,18 @@ QModelIndex FlatTreeModel::sourceIndex(int row) const
     return index;
 }
 
-int FlatTreeModel::rowOf(const QModelIndex& sourceIndex) const
+int FlatTreeModel::rowOfShown(const QModelIndex& shown) const
 {
-    const Node node = m_rows.nodeOf(sourceIndex);
+    const Node node = m_rows.nodeOf(shown);
     if (node == RowTree::none)
         return -1;
     const auto [root, row] = m_rows.tree().position(node);
     return root == m_rows.root() ? row : -1;
+}
+
+int FlatTreeModel::rowOf(const QModelIndex& sourceIndex) const
+{
+    return rowOfShown(toShown(sourceIndex));
 }
 
 int FlatTreeModel::nearestRow(const QModelIndex& sourceIndex) const
@@ -159,7 +190,7 @@ int FlatTreeModel::rowDepth(int row) const
 
 bool FlatTreeModel::rowHasChildren(int row) const
 {
-    const QModelIndex index = sourceIndex(row);
+    const QModelIndex index = shownIndex(row);
     return index.isValid() && m_source->hasChildren(index);
 }
 
@@ -176,7 +207,7 @@ bool FlatTreeModel::isRowSelected(int row) const
 void FlatTreeModel::visit(int first, int last,
                           const std::function<bool(int, const QModelIndex&)>& visitor) const
 {
-    const QModelIndex start = sourceIndex(first);
+    const QModelIndex start = shownIndex(first);
     if (!start.isValid())
         return;
     RowWalk walk(m_rows.tree(), m_rows.tree().at(m_rows.root(), first), start);
@@ -195,7 +226,10 @@ QItemSelection FlatTreeModel::sourceSelection(int first, int last) const
         if (runStart.isValid())
             selection.append(QItemSelectionRange(runStart, runEnd));
     };
-    visit(first, last, [&](int, const QModelIndex& index) {
+    visit(first, last, [&](int, const QModelIndex& shown) {
+        const QModelIndex index = toOrigin(shown);
+        if (!index.isValid())
+            return true;
         const bool continuesRun = runEnd.isValid() && index.row() == runEnd.row() + 1 &&
                                   index.parent() == runEnd.parent();
         if (!continuesRun) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <panel/arranged_tree_model.h>
+#include <panel/expansion_memory.h>
 #include <panel/source_rows.h>
 
 #include <panel/kyr_scene_outline_panel_export.h>
@@ -17,6 +19,10 @@ namespace kyr::panel {
 /// keeps the state itself, through insertions, removals, moves and layout changes. Rows below a row
 /// that was never expanded cost nothing. Neither the source nor the selection model is owned.
 ///
+/// The source may be an `ArrangedTreeModel`. Indexes that the list gives and takes, the selection
+/// and the current row then are those of the model that it arranges, the origin; rows of groups
+/// have none. Expansion is kept by rows of the origin, from one arrangement to the next.
+///
 /// Cost: O(log n) for a row number and O(depth · log n) for a source index, either way; changes
 /// cost as much as the rows they show or hide. `expandAll`, `collapseAll` and a large branch come
 /// as one model reset, all else as exact row signals.
@@ -30,6 +36,8 @@ class KYR_SCENE_OUTLINE_PANEL_EXPORT FlatTreeModel : public QAbstractListModel
     Q_PROPERTY(QItemSelectionModel* selectionModel READ selectionModel WRITE setSelectionModel
                    NOTIFY selectionModelChanged)
     Q_PROPERTY(int count READ count NOTIFY countChanged)
+    /// Role numbers of the source; what each row has for them is its "cells".
+    Q_PROPERTY(QList<int> cellRoles READ cellRoles WRITE setCellRoles NOTIFY cellRolesChanged)
 
 public:
     /// Out of the way of the source's own roles; a source role of the same name is hidden.
@@ -41,6 +49,10 @@ public:
         SelectedRole,
         CurrentRole,
         SourceIndexRole,
+        /// False for rows that show only because a row below them was found.
+        MatchesRole,
+        /// The values of `cellRoles`, as a list.
+        CellsRole,
     };
 
     explicit FlatTreeModel(QObject* parent = nullptr);
@@ -50,6 +62,10 @@ public:
     void setSourceModel(QAbstractItemModel* source);
     QItemSelectionModel* selectionModel() const { return m_selectionModel; }
     void setSelectionModel(QItemSelectionModel* selectionModel);
+
+    QAbstractItemModel* origin() const { return m_origin; }
+    QList<int> cellRoles() const { return m_cellRoles; }
+    void setCellRoles(const QList<int>& roles);
 
     int count() const { return m_rows.count(); }
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -62,8 +78,9 @@ public:
     /// The source's number of a role, -1 when it has none of that name.
     Q_INVOKABLE int sourceRole(const QByteArray& name) const;
 
+    /// Invalid for rows of groups.
     Q_INVOKABLE QModelIndex sourceIndex(int row) const;
-    /// -1 when the row is below a collapsed one.
+    /// -1 when the row is below a collapsed one or filtered out.
     Q_INVOKABLE int rowOf(const QModelIndex& sourceIndex) const;
     /// The row, or that of its nearest visible ancestor.
     Q_INVOKABLE int nearestRow(const QModelIndex& sourceIndex) const;
@@ -72,22 +89,34 @@ public:
     Q_INVOKABLE bool rowHasChildren(int row) const;
     Q_INVOKABLE bool isRowExpanded(int row) const;
     Q_INVOKABLE bool isRowSelected(int row) const;
+    Q_INVOKABLE bool isGroup(int row) const;
+    /// The selection model's current row, unless a group has the focus.
+    int currentRow() const;
+    void setCurrentRow(int row);
 
+    Q_INVOKABLE void setRowExpanded(int row, bool expanded);
+    Q_INVOKABLE void setRowBranchExpanded(int row, bool expanded);
     /// Works for hidden rows too; their state shows when they do.
     Q_INVOKABLE void setExpanded(const QModelIndex& sourceIndex, bool expanded);
     Q_INVOKABLE void setBranchExpanded(const QModelIndex& sourceIndex, bool expanded);
     Q_INVOKABLE void expandAll();
     Q_INVOKABLE void collapseAll();
-    /// Expands what hides the row and returns its number, -1 for an index of another model.
+    /// What a filter finds next shows open, whatever was closed among what it found last.
+    Q_INVOKABLE void forgetFound() { m_memory.forgetFound(); }
+    /// Expands what hides the row and returns its number, -1 for an index of another model or a
+    /// row that is filtered out.
     Q_INVOKABLE int reveal(const QModelIndex& sourceIndex);
 
     /// Cells `first` to `last` of the list as source ranges, one for each run of siblings, from top
     /// to bottom. O(k log n).
     QItemSelection sourceSelection(int first, int last) const;
-    /// Calls `visitor(row, sourceIndex)` from row `first` to `last` until it returns false. The
-    /// visitor may not change the list. O(1) a row.
+    /// Calls `visitor(row, index)` with the source's own index from row `first` to `last` until it
+    /// returns false. The visitor may not change the list. O(1) a row.
     void visit(int first, int last,
                const std::function<bool(int, const QModelIndex&)>& visitor) const;
+    /// Selected rows, and how many of them a filter hides. O(selected rows).
+    Q_INVOKABLE int selectionCount() const;
+    Q_INVOKABLE int hiddenSelectionCount() const;
 
     /// Memory of the rows that were read so far.
     std::size_t bytesUsed() const { return m_rows.tree().bytesUsed(); }
@@ -96,6 +125,7 @@ Q_SIGNALS:
     void sourceModelChanged();
     void selectionModelChanged();
     void countChanged();
+    void cellRolesChanged();
 
 private:
     using Node = SourceRows::Node;
@@ -136,12 +166,23 @@ private:
 
     void readRoles();
     void connectSource();
-    void rowChanged(const QModelIndex& sourceIndex, const QVector<int>& roles);
 
-    std::optional<Family> readFamilyOf(const QModelIndex& sourceParent);
-    void expandRow(const Family& family, Node node, const QModelIndex& sourceIndex);
-    void collapseRow(const Family& family, Node node, const QModelIndex& sourceIndex, bool forget);
-    void expandBranch(const QModelIndex& sourceIndex);
+    // Indexes of the source are called shown here, to tell them from those of the origin.
+    static QAbstractItemModel* originOf(QAbstractItemModel* source);
+    QModelIndex toOrigin(const QModelIndex& shown) const;
+    QModelIndex toShown(const QModelIndex& origin) const;
+    QModelIndex shownIndex(int row) const;
+    int rowOfShown(const QModelIndex& shown) const;
+    void rowChanged(const QModelIndex& shown, const QVector<int>& roles);
+    void rememberRows();
+    void restoreRows();
+
+    std::optional<Family> readFamilyOf(const QModelIndex& shownParent);
+    void setShownExpanded(const QModelIndex& shown, bool expanded);
+    void setShownBranchExpanded(const QModelIndex& shown, bool expanded);
+    void expandRow(const Family& family, Node node, const QModelIndex& shown);
+    void collapseRow(const Family& family, Node node, const QModelIndex& shown, bool forget);
+    void expandBranch(const QModelIndex& shown);
 
     // Following the source: a begin for each "about to" signal, an end for each "done".
     void beginInsertion(const QModelIndex& parent, int first, int last);
@@ -164,14 +205,21 @@ private:
     // Selection marks
     void connectSelection();
     void readSelection(const QModelIndex& childrenOf = {});
+    void mark(const QItemSelection& ranges, bool selected, std::vector<Node>& changed);
+    void markArranged(const QItemSelectionRange& range, bool selected, std::vector<Node>& changed);
     void changeSelection(const QItemSelection& selected, const QItemSelection& deselected);
     void changeCurrent(const QModelIndex& current, const QModelIndex& previous);
     void signalMarks(const std::vector<Node>& changed);
 
     SourceRows m_rows;
     QPointer<QAbstractItemModel> m_source;
+    QPointer<ArrangedTreeModel> m_arranged; ///< The source, if it is one.
+    QPointer<QAbstractItemModel> m_origin;
+    ExpansionMemory m_memory;
     QPointer<QItemSelectionModel> m_selectionModel;
+    QPersistentModelIndex m_focusedGroup;
     QHash<int, QByteArray> m_roleNames;
+    QList<int> m_cellRoles;
     Pending m_pending;
     std::vector<DelayedMarks> m_delayedMarks;
     bool m_currentDelayed = false;

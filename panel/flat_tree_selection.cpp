@@ -47,12 +47,66 @@ void FlatTreeModel::readSelection(const QModelIndex& childrenOf)
 {
     if (!m_selectionModel || !m_selectionModel->hasSelection())
         return;
-    if (childrenOf.isValid()) {
+    if (childrenOf.isValid() && !m_arranged) {
         m_rows.markChildren(m_selectionModel->selection(), childrenOf);
     } else {
         std::vector<Node> changed;
-        m_rows.mark(m_selectionModel->selection(), true, changed);
+        mark(m_selectionModel->selection(), true, changed);
     }
+}
+
+void FlatTreeModel::mark(const QItemSelection& ranges, bool selected, std::vector<Node>& changed)
+{
+    if (!m_arranged)
+        return m_rows.mark(ranges, selected, changed);
+    for (const QItemSelectionRange& range : ranges) {
+        if (range.isValid() && range.model() == origin() && range.left() == 0)
+            markArranged(range, selected, changed);
+    }
+}
+
+void FlatTreeModel::markArranged(const QItemSelectionRange& range, bool selected,
+                                 std::vector<Node>& changed)
+{
+    // Rows that are neighbours in the origin mostly stay in one family.
+    std::optional<Family> family;
+    QModelIndex parent;
+    for (int row = range.top(); row <= range.bottom(); ++row) {
+        const QModelIndex shown = toShown(origin()->index(row, 0, range.parent()));
+        if (!shown.isValid())
+            continue;
+        if (!family || shown.parent() != parent) {
+            parent = shown.parent();
+            family = m_rows.familyOf(parent);
+        }
+        const Node node = family ? m_rows.childOf(*family, shown.row()) : RowTree::none;
+        if (node != RowTree::none)
+            m_rows.markNode(node, selected, changed);
+    }
+}
+
+int FlatTreeModel::selectionCount() const
+{
+    int selected = 0;
+    if (m_selectionModel && m_selectionModel->hasSelection()) {
+        for (const QItemSelectionRange& range : m_selectionModel->selection())
+            selected += range.isValid() && range.left() == 0 ? range.height() : 0;
+    }
+    return selected;
+}
+
+int FlatTreeModel::hiddenSelectionCount() const
+{
+    if (!m_arranged || !m_selectionModel || !m_selectionModel->hasSelection())
+        return 0;
+    int hidden = 0;
+    for (const QItemSelectionRange& range : m_selectionModel->selection()) {
+        if (!range.isValid() || range.model() != origin() || range.left() != 0)
+            continue;
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            hidden += toShown(origin()->index(row, 0, range.parent())).isValid() ? 0 : 1;
+    }
+    return hidden;
 }
 
 void FlatTreeModel::changeSelection(const QItemSelection& selected,
@@ -65,8 +119,8 @@ void FlatTreeModel::changeSelection(const QItemSelection& selected,
         return;
     }
     std::vector<Node> changed;
-    m_rows.mark(deselected, false, changed);
-    m_rows.mark(selected, true, changed);
+    mark(deselected, false, changed);
+    mark(selected, true, changed);
     signalMarks(changed);
 }
 
@@ -97,13 +151,37 @@ void FlatTreeModel::signalMarks(const std::vector<Node>& changed)
 
 void FlatTreeModel::changeCurrent(const QModelIndex& current, const QModelIndex& previous)
 {
+    const int group = m_focusedGroup.isValid() ? m_focusedGroup.row() : -1;
+    m_focusedGroup = QPersistentModelIndex();
     if (m_pending.source != Change::None) {
         m_currentDelayed = true;
         return;
     }
+    if (group >= 0)
+        Q_EMIT dataChanged(index(group), index(group), {CurrentRole});
     for (const QModelIndex& changed : {previous, current}) {
         if (changed.isValid())
-            rowChanged(changed.siblingAtColumn(0), {CurrentRole});
+            rowChanged(toShown(changed.siblingAtColumn(0)), {CurrentRole});
+    }
+}
+
+int FlatTreeModel::currentRow() const
+{
+    if (m_focusedGroup.isValid())
+        return m_focusedGroup.row();
+    return m_selectionModel ? rowOf(m_selectionModel->currentIndex().siblingAtColumn(0)) : -1;
+}
+
+void FlatTreeModel::setCurrentRow(int row)
+{
+    const int left = currentRow();
+    const QModelIndex current = sourceIndex(row);
+    m_focusedGroup = current.isValid() ? QModelIndex() : index(row);
+    if (current.isValid() && m_selectionModel)
+        m_selectionModel->setCurrentIndex(current, QItemSelectionModel::NoUpdate);
+    for (const int changed : {left, row}) {
+        if (changed >= 0 && changed < count())
+            Q_EMIT dataChanged(index(changed), index(changed), {CurrentRole});
     }
 }
 

@@ -2,7 +2,8 @@
 // it when the source has; in between, row numbers of source and list stay in step.
 
 #include "flat_tree_model.h"
-#include "row_walk.h"
+
+#include <algorithm>
 
 namespace kyr::panel {
 
@@ -72,7 +73,7 @@ void FlatTreeModel::endInsertion(const QModelIndex& parent)
         for (int row = done.sourceFirst; row <= last; ++row) {
             const QModelIndex inserted = m_source->index(row, 0, parent);
             if ((wishes(inserted, 0).flags & RowTree::Expanded) != 0)
-                setExpanded(inserted, true);
+                setShownExpanded(inserted, true);
         }
     }
     rowChanged(parent, {HasChildrenRole});
@@ -192,27 +193,18 @@ void FlatTreeModel::beginLayoutChange()
     Q_EMIT layoutAboutToBeChanged();
     const QModelIndexList own = persistentIndexList();
     for (const QModelIndex& index : own)
-        m_savedOwnIndexes.emplace_back(index, QPersistentModelIndex(sourceIndex(index.row())));
+        m_savedOwnIndexes.emplace_back(index, QPersistentModelIndex(shownIndex(index.row())));
     saveStates();
 }
 
 void FlatTreeModel::saveStates()
 {
     const RowTree& tree = m_rows.tree();
-    std::vector<std::pair<Node, QModelIndex>> sequences{{m_rows.root(), QModelIndex()}};
-    while (!sequences.empty()) {
-        const auto [root, parent] = sequences.back();
-        sequences.pop_back();
-        RowWalk walk(tree, tree.first(root), m_source->index(0, 0, parent));
-        for (; !walk.atEnd(); walk.next()) {
-            const Node hidden = tree.hidden(walk.node());
-            const SourceRows::Start start{tree.flags(walk.node()), hidden != RowTree::none};
-            if (hidden != RowTree::none)
-                sequences.emplace_back(hidden, walk.index());
-            if (start.flags != 0 || start.keepsHidden || m_source->hasChildren(walk.index()))
-                m_savedRows.push_back({walk.index(), start});
-        }
-    }
+    m_rows.visitKnown([&](Node node, const QModelIndex& index) {
+        const SourceRows::Start start{tree.flags(node), tree.hidden(node) != RowTree::none};
+        if (start.flags != 0 || start.keepsHidden || m_source->hasChildren(index))
+            m_savedRows.push_back({index, start});
+    });
 }
 
 void FlatTreeModel::endLayoutChange()
@@ -227,7 +219,7 @@ void FlatTreeModel::endLayoutChange()
     const auto savedStart = [&](const QModelIndex& index, quint32) { return starts.value(index); };
     m_rows.rebuild(savedStart, m_rows.rootFlags());
     for (const auto& [own, source] : m_savedOwnIndexes)
-        changePersistentIndex(own, index(rowOf(source)));
+        changePersistentIndex(own, index(rowOfShown(source)));
     m_savedOwnIndexes.clear();
     m_pending.list = Change::Layout;
     finish();
@@ -239,6 +231,10 @@ void FlatTreeModel::beginReset()
     m_pending = {};
     m_pending.source = Change::Reset;
     beginResetModel();
+    if (m_arranged)
+        rememberRows();
+    else
+        m_memory.clear();
 }
 
 void FlatTreeModel::endReset()
@@ -246,8 +242,9 @@ void FlatTreeModel::endReset()
     if (m_pending.source != Change::Reset)
         return;
     m_delayedMarks.clear();
+    m_origin = originOf(m_source);
     readRoles();
-    m_rows.rebuild(m_rows.wishes(), 0);
+    restoreRows();
     readSelection();
     m_pending.list = Change::Reset;
     finish();
@@ -260,7 +257,7 @@ void FlatTreeModel::finish()
     m_cachedRow = -1;
     std::vector<Node> changed;
     for (const DelayedMarks& marks : m_delayedMarks)
-        m_rows.mark(marks.ranges, marks.selected, changed);
+        mark(marks.ranges, marks.selected, changed);
     m_delayedMarks.clear();
     switch (announced) {
     case Change::Insert:
@@ -298,9 +295,13 @@ void FlatTreeModel::forwardDataChanged(const QModelIndex& topLeft, const QModelI
         return;
     // Rows of opened children in between are told too: cheaper than a signal for each run.
     const int first = m_rows.rowOfChild(*family, topLeft.row());
-    const int last = rowOf(bottomRight.siblingAtColumn(0));
-    if (last >= first)
-        Q_EMIT dataChanged(index(first), index(last), roles);
+    const int last = rowOfShown(bottomRight.siblingAtColumn(0));
+    if (last < first)
+        return;
+    const bool inCells = std::any_of(m_cellRoles.begin(), m_cellRoles.end(),
+                                     [&](int role) { return roles.contains(role); });
+    Q_EMIT dataChanged(index(first), index(last),
+                       inCells ? QVector<int>(roles) << int(CellsRole) : roles);
 }
 
 } // namespace kyr::panel

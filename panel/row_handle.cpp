@@ -13,6 +13,11 @@ bool RowHandle::assign(int row)
     return true;
 }
 
+bool RowHandle::standsFor(int row) const
+{
+    return m_flat && m_index.isValid() && m_flat->sourceIndex(row) == m_index;
+}
+
 int RowHandle::row() const
 {
     return m_flat ? m_flat->nearestRow(m_index) : -1;

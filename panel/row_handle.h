@@ -23,6 +23,8 @@ public:
     Q_INVOKABLE bool assign(int row);
     /// Where that row, or its nearest visible ancestor, is now; -1 when it is gone.
     Q_INVOKABLE int row() const;
+    /// Whether the row is the one that was taken, not its ancestor.
+    Q_INVOKABLE bool standsFor(int row) const;
 
 Q_SIGNALS:
     void flatModelChanged();

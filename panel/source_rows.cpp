@@ -1,5 +1,7 @@
 #include "source_rows.h"
 
+#include "row_walk.h"
+
 #include <QAbstractItemModel>
 #include <QVarLengthArray>
 
@@ -210,10 +212,33 @@ SourceRows::Node SourceRows::readChildren(const QModelIndex& parent, quint32 par
     return readRows(parent, parentFlags, 0, m_source->rowCount(parent) - 1, depth, startOf);
 }
 
+void SourceRows::visitKnown(const std::function<void(Node, const QModelIndex&)>& visitor) const
+{
+    std::vector<std::pair<Node, QModelIndex>> sequences{{m_root, QModelIndex()}};
+    while (!sequences.empty()) {
+        const auto [root, parent] = sequences.back();
+        sequences.pop_back();
+        RowWalk walk(m_tree, m_tree.first(root), m_source->index(0, 0, parent));
+        for (; !walk.atEnd(); walk.next()) {
+            visitor(walk.node(), walk.index());
+            if (const Node hidden = m_tree.hidden(walk.node()); hidden != RowTree::none)
+                sequences.emplace_back(hidden, walk.index());
+        }
+    }
+}
+
 void SourceRows::mark(const QItemSelection& ranges, bool selected, std::vector<Node>& changed)
 {
     for (const QItemSelectionRange& range : ranges)
         markRange(range, selected, changed);
+}
+
+void SourceRows::markNode(Node node, bool selected, std::vector<Node>& changed)
+{
+    if (m_tree.has(node, RowTree::Selected) == selected)
+        return;
+    m_tree.set(node, RowTree::Selected, selected);
+    changed.push_back(node);
 }
 
 void SourceRows::clearMarks()
@@ -240,10 +265,7 @@ void SourceRows::markRange(const QItemSelectionRange& range, bool selected,
         return;
     Node node = childOf(*family, range.top());
     for (int number = range.top(); number <= range.bottom() && node != RowTree::none; ++number) {
-        if (m_tree.has(node, RowTree::Selected) != selected) {
-            m_tree.set(node, RowTree::Selected, selected);
-            changed.push_back(node);
-        }
+        markNode(node, selected, changed);
         if (number < range.bottom())
             node = m_tree.afterBranch(node);
     }

@@ -77,8 +77,12 @@ public:
     void insert(Node owner, int row, Node block);
     Node cut(Node owner, int first, int count);
 
+    /// Goes over every row that was read, hidden ones after those that hide them.
+    void visitKnown(const std::function<void(Node, const QModelIndex&)>& visitor) const;
+
     /// Marks the known rows of the ranges and appends those that changed.
     void mark(const QItemSelection& ranges, bool selected, std::vector<Node>& changed);
+    void markNode(Node node, bool selected, std::vector<Node>& changed);
     void clearMarks();
     /// Marks only direct children of `parent`.
     void markChildren(const QItemSelection& ranges, const QModelIndex& parent);

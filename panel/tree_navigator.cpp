@@ -1,7 +1,6 @@
 #include "tree_navigator.h"
 
 #include <QScopedValueRollback>
-#include <QVariantMap>
 
 namespace kyr::panel {
 
@@ -31,13 +30,12 @@ void TreeNavigator::setFlatModel(FlatTreeModel* model)
 QItemSelectionModel* TreeNavigator::selectionModel() const
 {
     QItemSelectionModel* selection = m_flat ? m_flat->selectionModel() : nullptr;
-    return selection && selection->model() == m_flat->sourceModel() ? selection : nullptr;
+    return selection && selection->model() == m_flat->origin() ? selection : nullptr;
 }
 
 int TreeNavigator::currentRow() const
 {
-    return selectionModel() ? m_flat->rowOf(selectionModel()->currentIndex().siblingAtColumn(0))
-                            : -1;
+    return selectionModel() ? m_flat->currentRow() : -1;
 }
 
 QModelIndex TreeNavigator::primaryIndex() const
@@ -61,7 +59,7 @@ void TreeNavigator::select(int first, int last, Selection::SelectionFlags flags)
 void TreeNavigator::focus(int row)
 {
     const QScopedValueRollback<bool> guard(m_changing, true);
-    selectionModel()->setCurrentIndex(m_flat->sourceIndex(row), Selection::NoUpdate);
+    m_flat->setCurrentRow(row);
 }
 
 void TreeNavigator::setAnchor(int row)
@@ -91,6 +89,8 @@ void TreeNavigator::press(int row, int modifiers)
     }
     setAnchor(row);
     focus(row);
+    if (m_flat->isGroup(row))
+        return;
     if (has(modifiers, Qt::ControlModifier))
         select(row, row, Selection::Toggle);
     else if (!m_flat->isRowSelected(row))
@@ -131,12 +131,11 @@ void TreeNavigator::toggle(int row, int modifiers)
 {
     if (!m_flat)
         return;
-    const QModelIndex index = m_flat->sourceIndex(row);
     const bool expand = !m_flat->isRowExpanded(row);
     if (has(modifiers, Qt::ShiftModifier))
-        m_flat->setBranchExpanded(index, expand);
+        m_flat->setRowBranchExpanded(row, expand);
     else
-        m_flat->setExpanded(index, expand);
+        m_flat->setRowExpanded(row, expand);
     keepFocusVisible();
 }
 
@@ -161,12 +160,6 @@ void TreeNavigator::keepFocusVisible()
     const int row = m_flat->nearestRow(selectionModel()->currentIndex());
     if (row >= 0)
         focus(row);
-}
-
-bool TreeNavigator::setButton(int row, const QString& id, bool checked)
-{
-    const int role = m_flat ? m_flat->sourceRole("rowButtonsModel") : -1;
-    return role >= 0 && m_flat->setData(m_flat->index(row), QVariantMap{{id, checked}}, role);
 }
 
 } // namespace kyr::panel

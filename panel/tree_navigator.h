@@ -54,7 +54,6 @@ public:
     Q_INVOKABLE int currentRow() const;
     /// The object selected last; invalid when nothing is selected.
     Q_INVOKABLE QModelIndex primaryIndex() const;
-    Q_INVOKABLE bool setButton(int row, const QString& id, bool checked);
 
 Q_SIGNALS:
     void flatModelChanged();
@@ -71,6 +70,7 @@ private:
     void focus(int row);
     void setAnchor(int row);
     void keepFocusVisible();
+    void selectAlone(int row);
     bool moveTo(int row, int modifiers);
     bool moveIn(int modifiers);
     bool moveOut(int modifiers);

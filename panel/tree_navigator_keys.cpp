@@ -48,7 +48,10 @@ bool TreeNavigator::key(int key, int modifiers, const QString& text)
     case Qt::Key_Enter:
         if (row < 0)
             return false;
-        Q_EMIT activated(m_flat->sourceIndex(row));
+        if (m_flat->isGroup(row))
+            toggle(row, modifiers);
+        else
+            Q_EMIT activated(m_flat->sourceIndex(row));
         return true;
     case Qt::Key_Space:
         return m_typeAhead.isActive() && modifiers == 0 ? search(text) : pressSpace(modifiers);
@@ -61,7 +64,7 @@ bool TreeNavigator::key(int key, int modifiers, const QString& text)
         break;
     case Qt::Key_Asterisk:
         if (row >= 0 && !m_typeAhead.isActive()) {
-            m_flat->setBranchExpanded(m_flat->sourceIndex(row), true);
+            m_flat->setRowBranchExpanded(row, true);
             return true;
         }
         break;
@@ -81,13 +84,19 @@ bool TreeNavigator::moveTo(int row, int modifiers)
         extendTo(row, control);
     } else {
         focus(row);
-        if (!control) {
-            setAnchor(row);
-            select(row, row, Selection::ClearAndSelect);
-        }
+        if (!control)
+            selectAlone(row);
     }
     Q_EMIT rowReached(row);
     return true;
+}
+
+// A group is no object: it takes the focus and leaves the selection.
+void TreeNavigator::selectAlone(int row)
+{
+    setAnchor(row);
+    if (!m_flat->isGroup(row))
+        select(row, row, Selection::ClearAndSelect);
 }
 
 bool TreeNavigator::moveIn(int modifiers)
@@ -96,9 +105,9 @@ bool TreeNavigator::moveIn(int modifiers)
     if (row < 0 || !m_flat->rowHasChildren(row))
         return row >= 0;
     if ((modifiers & Qt::ShiftModifier) != 0)
-        m_flat->setBranchExpanded(m_flat->sourceIndex(row), true);
+        m_flat->setRowBranchExpanded(row, true);
     else if (!m_flat->isRowExpanded(row))
-        m_flat->setExpanded(m_flat->sourceIndex(row), true);
+        m_flat->setRowExpanded(row, true);
     else if (m_flat->parentRow(row + 1) == row)
         return moveTo(row + 1, modifiers);
     return true;
@@ -111,9 +120,9 @@ bool TreeNavigator::moveOut(int modifiers)
         return false;
     const bool open = m_flat->isRowExpanded(row) && m_flat->rowHasChildren(row);
     if ((modifiers & Qt::ShiftModifier) != 0)
-        m_flat->setBranchExpanded(m_flat->sourceIndex(row), false);
+        m_flat->setRowBranchExpanded(row, false);
     else if (open)
-        m_flat->setExpanded(m_flat->sourceIndex(row), false);
+        m_flat->setRowExpanded(row, false);
     else if (m_flat->parentRow(row) >= 0)
         return moveTo(m_flat->parentRow(row), modifiers);
     return true;
@@ -140,8 +149,7 @@ bool TreeNavigator::search(const QString& text)
     if (row < 0)
         return true;
     focus(row);
-    setAnchor(row);
-    select(row, row, Selection::ClearAndSelect);
+    selectAlone(row);
     Q_EMIT rowReached(row);
     return true;
 }

@@ -1,6 +1,10 @@
 #include <panel/flat_tree_model.h>
 #include <panel/icon_provider.h>
+#include <panel/outline_columns.h>
+#include <panel/row_editor.h>
 #include <panel/row_handle.h>
+#include <panel/tree_arranger.h>
+#include <panel/tree_dragger.h>
 #include <panel/tree_navigator.h>
 
 #include <QQmlEngine>
@@ -18,7 +22,11 @@ public:
     {
         qmlRegisterType<FlatTreeModel>(uri, 1, 0, "FlatTreeModel");
         qmlRegisterType<TreeNavigator>(uri, 1, 0, "TreeNavigator");
+        qmlRegisterType<OutlineColumns>(uri, 1, 0, "OutlineColumns");
+        qmlRegisterType<RowEditor>(uri, 1, 0, "RowEditor");
         qmlRegisterType<RowHandle>(uri, 1, 0, "RowHandle");
+        qmlRegisterType<TreeArranger>(uri, 1, 0, "TreeArranger");
+        qmlRegisterType<TreeDragger>(uri, 1, 0, "TreeDragger");
     }
 
     void initializeEngine(QQmlEngine* engine, const char*) override

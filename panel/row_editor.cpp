@@ -1,0 +1,85 @@
+#include "row_editor.h"
+
+#include <QPersistentModelIndex>
+#include <QVariantMap>
+
+namespace kyr::panel {
+
+namespace {
+
+/// Emits the end of an edit whatever happens in it.
+class EditScope
+{
+public:
+    EditScope(RowEditor& editor, const QString& text) : m_editor(editor)
+    {
+        Q_EMIT editor.editBegins(text);
+    }
+    ~EditScope() { Q_EMIT m_editor.editEnds(); }
+    EditScope(const EditScope&) = delete;
+    EditScope& operator=(const EditScope&) = delete;
+
+private:
+    RowEditor& m_editor;
+};
+
+// Persistent, for a change may move rows.
+std::vector<QPersistentModelIndex> selectedRows(const FlatTreeModel& flat)
+{
+    std::vector<QPersistentModelIndex> rows;
+    for (const QItemSelectionRange& range : flat.selectionModel()->selection()) {
+        for (int row = range.top(); range.left() == 0 && row <= range.bottom(); ++row)
+            rows.emplace_back(range.model()->index(row, 0, range.parent()));
+    }
+    return rows;
+}
+
+} // namespace
+
+void RowEditor::setButton(int row, const QString& id, bool checked, const QString& text)
+{
+    const int role = m_flat ? m_flat->sourceRole("rowButtonsModel") : -1;
+    if (role >= 0)
+        setAll(row, role, QVariantMap{{id, checked}}, text);
+}
+
+void RowEditor::setCell(int row, int role, const QVariant& value, const QString& text)
+{
+    if (m_flat)
+        setAll(row, role, value, text);
+}
+
+void RowEditor::setAll(int row, int role, const QVariant& value, const QString& text)
+{
+    const QModelIndex clicked = m_flat->sourceIndex(row);
+    if (!clicked.isValid())
+        return;
+    std::vector<QPersistentModelIndex> rows;
+    if (m_flat->isRowSelected(row))
+        rows = selectedRows(*m_flat);
+    else
+        rows.emplace_back(clicked);
+    const EditScope scope(*this, text);
+    for (const QPersistentModelIndex& index : rows) {
+        if (index.isValid())
+            m_flat->origin()->setData(index, value, role);
+    }
+}
+
+bool RowEditor::canRename(int row) const
+{
+    const QModelIndex index = m_flat ? m_flat->sourceIndex(row) : QModelIndex();
+    return index.isValid() && (index.flags() & Qt::ItemIsEditable) != 0;
+}
+
+bool RowEditor::rename(const QModelIndex& sourceIndex, const QString& name)
+{
+    if (!m_flat || !sourceIndex.isValid() || sourceIndex.model() != m_flat->origin())
+        return false;
+    if (sourceIndex.data().toString() == name)
+        return true;
+    const EditScope scope(*this, tr("Rename"));
+    return m_flat->origin()->setData(sourceIndex, name, Qt::EditRole);
+}
+
+} // namespace kyr::panel

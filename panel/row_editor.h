@@ -1,0 +1,39 @@
+#pragma once
+
+#include <panel/flat_tree_model.h>
+
+#include <QObject>
+#include <QPointer>
+
+namespace kyr::panel {
+
+/// Changes that the user makes to rows of a flat tree. A toggle in a selected row acts on all
+/// selected rows, hidden ones too; no change touches the selection.
+class KYR_SCENE_OUTLINE_PANEL_EXPORT RowEditor : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(kyr::panel::FlatTreeModel* flatModel MEMBER m_flat NOTIFY flatModelChanged)
+
+public:
+    using QObject::QObject;
+
+    /// Row buttons of that id, as `{id: checked}` for the role "rowButtonsModel".
+    Q_INVOKABLE void setButton(int row, const QString& id, bool checked, const QString& text);
+    Q_INVOKABLE void setCell(int row, int role, const QVariant& value, const QString& text);
+    Q_INVOKABLE bool canRename(int row) const;
+    /// False when the model refuses the name; nothing is changed then.
+    Q_INVOKABLE bool rename(const QModelIndex& sourceIndex, const QString& name);
+
+Q_SIGNALS:
+    void flatModelChanged();
+    /// Around the changes of one click, with what they are about: one step to undo.
+    void editBegins(const QString& text);
+    void editEnds();
+
+private:
+    void setAll(int row, int role, const QVariant& value, const QString& text);
+
+    QPointer<FlatTreeModel> m_flat;
+};
+
+} // namespace kyr::panel

@@ -1,0 +1,116 @@
+#include "tree_dragger.h"
+
+#include "arranged_tree_model.h"
+
+#include <algorithm>
+
+namespace kyr::panel {
+
+namespace {
+
+/// The upper and the lower part of a row mean between rows, the rest means the row itself.
+constexpr qreal betweenPart = 0.28;
+
+} // namespace
+
+bool TreeDragger::begin(int row)
+{
+    cancel();
+    const QModelIndex pressed = m_flat ? m_flat->sourceIndex(row) : QModelIndex();
+    if (!pressed.isValid())
+        return false;
+    QModelIndexList rows{pressed};
+    if (m_flat->isRowSelected(row)) {
+        rows.clear();
+        for (const QItemSelectionRange& range : m_flat->selectionModel()->selection()) {
+            for (int r = range.top(); range.left() == 0 && r <= range.bottom(); ++r)
+                rows.append(range.model()->index(r, 0, range.parent()));
+        }
+    }
+    const auto stays = [](const QModelIndex& index) {
+        return (index.flags() & Qt::ItemIsDragEnabled) == 0;
+    };
+    rows.erase(std::remove_if(rows.begin(), rows.end(), stays), rows.end());
+    if (rows.isEmpty())
+        return false;
+    m_data.reset(m_flat->origin()->mimeData(rows));
+    if (!m_data)
+        return false;
+    m_count = rows.size();
+    m_name = rows.first().data().toString();
+    Q_EMIT activeChanged();
+    return true;
+}
+
+TreeDragger::Target TreeDragger::targetAt(int row, Place place) const
+{
+    const QModelIndex index = m_flat->sourceIndex(row);
+    if (row < 0)
+        return {QModelIndex(), m_flat->origin()->rowCount()};
+    if (place == On)
+        return {index, -1};
+    if (place == Below && m_flat->isRowExpanded(row) && m_flat->rowHasChildren(row))
+        return {index, 0};
+    return {index.parent(), index.row() + (place == Below ? 1 : 0)};
+}
+
+bool TreeDragger::allows(const Target& target) const
+{
+    if (const auto* arranged = qobject_cast<ArrangedTreeModel*>(m_flat->sourceModel())) {
+        const bool ordered = arranged->sorting().role < 0;
+        if (arranged->arrangement() != ArrangedTreeModel::Arrangement::Hierarchy ||
+            (!ordered && target.row >= 0))
+            return false;
+    }
+    return m_flat->origin()->canDropMimeData(m_data.get(), Qt::MoveAction, target.row, 0,
+                                             target.parent);
+}
+
+bool TreeDragger::tries(int row, Place place)
+{
+    m_allowed = allows(targetAt(row, place));
+    m_place = place;
+    return m_allowed;
+}
+
+void TreeDragger::moveTo(int row, qreal fraction)
+{
+    if (!isActive() || !m_flat || !m_flat->origin())
+        return;
+    const Place nearest = fraction < 0.5 ? Above : Below;
+    const bool between = fraction < betweenPart || fraction > 1 - betweenPart;
+    m_targetRow = row;
+    // A place that takes nothing leaves room to its neighbour.
+    if (row < 0)
+        tries(row, Below);
+    else if (!tries(row, between ? nearest : On))
+        tries(row, between ? On : nearest);
+    Q_EMIT targetChanged();
+}
+
+bool TreeDragger::drop()
+{
+    bool dropped = false;
+    if (isActive() && m_allowed && m_flat && m_flat->origin()) {
+        const Target target = targetAt(m_targetRow, m_place);
+        Q_EMIT editBegins(tr("Move"));
+        dropped = m_flat->origin()->dropMimeData(m_data.get(), Qt::MoveAction, target.row, 0,
+                                                 target.parent);
+        Q_EMIT editEnds();
+    }
+    cancel();
+    return dropped;
+}
+
+void TreeDragger::cancel()
+{
+    if (!isActive())
+        return;
+    m_data.reset();
+    m_allowed = false;
+    m_targetRow = -1;
+    Q_EMIT targetChanged();
+    Q_EMIT activeChanged();
+}
+
+} // namespace kyr::panel
