@@ -5,6 +5,7 @@
 #include <host/variant/meta_type.h>
 #include <host/variant/value_stream.h>
 
+#include <cstring>
 #include <functional>
 #include <memory>
 #include <new>
@@ -31,13 +32,25 @@ template <typename T>
 inline constexpr bool
     isHashable<T, std::void_t<decltype(std::hash<T>{}(std::declval<const T&>()))>> = true;
 
+/// Plain values compare by their bytes: -0 is not 0, and a NaN equals itself.
+template <typename T>
+bool areEqual(const T& a, const T& b)
+{
+    if constexpr (isPlainValue<T>)
+        return std::memcmp(&a, &b, sizeof a) == 0;
+    else if constexpr (isComparable<T>)
+        return a == b;
+    else
+        return &a == &b;
+}
+
 /// Equal values have equal hashes; 0 for types that cannot be hashed.
 template <typename T>
 std::uint64_t hashOf(const T& value) noexcept
 {
     if constexpr (std::is_same_v<T, std::string>)
         return fnv1a(value.data(), value.size());
-    else if constexpr (std::is_scalar_v<T> && std::has_unique_object_representations_v<T>)
+    else if constexpr (isPlainValue<T> || std::is_pointer_v<T>)
         return fnv1a(&value, sizeof value);
     else if constexpr (isHashable<T> && isComparable<T>)
         return std::hash<T>{}(value);
@@ -104,10 +117,7 @@ public:
     }
     bool equals(const PayloadBase& other) const override
     {
-        if constexpr (detail::isComparable<T>)
-            return m_value == static_cast<const InlinePayload&>(other).m_value;
-        else
-            return this == &other;
+        return detail::areEqual(m_value, static_cast<const InlinePayload&>(other).m_value);
     }
     std::uint64_t hash() const noexcept override { return detail::hashOf(m_value); }
     void write(TextStream& stream) const override { writeValue(stream, m_value); }
@@ -167,11 +177,9 @@ public:
     bool equals(const PayloadBase& other) const override
     {
         const auto& otherShare = static_cast<const CowPayload&>(other).m_share;
-        if constexpr (detail::isComparable<T>) {
-            if (m_share && otherShare)
-                return *m_share == *otherShare;
-        }
-        return m_share == otherShare;
+        if (!m_share || !otherShare)
+            return m_share == otherShare;
+        return detail::areEqual(*m_share, *otherShare);
     }
     std::uint64_t hash() const noexcept override { return m_share ? detail::hashOf(*m_share) : 0; }
     void write(TextStream&) const override {}

@@ -95,9 +95,11 @@ TextStream& operator>>(TextStream& stream, std::string& text);
 BinaryStream& operator<<(BinaryStream& stream, const std::string& text);
 BinaryStream& operator>>(BinaryStream& stream, std::string& text);
 
-/// Types whose bytes are their value. Specialise as true for structures of numbers.
+/// Types whose bytes are their value, without padding. Specialise as true for structures of
+/// numbers.
 template <typename T>
-inline constexpr bool isPlainValue = std::is_arithmetic_v<T> || std::is_enum_v<T>;
+inline constexpr bool isPlainValue =
+    (std::is_arithmetic_v<T> && !std::is_same_v<T, long double>) || std::is_enum_v<T>;
 
 /// Sets a plain value from its bytes; leaves it as it is when there are none.
 template <typename T>

@@ -3,8 +3,7 @@
 #include <host/variant/value_stream.h>
 
 #include <array>
-#include <cstddef>
-#include <functional>
+#include <type_traits>
 
 namespace lumo {
 
@@ -87,31 +86,4 @@ bool operator!=(const T& a, const T& b) noexcept
     return !(a == b);
 }
 
-namespace detail {
-template <typename T>
-struct FloatTupleHash
-{
-    std::size_t operator()(const T& value) const noexcept
-    {
-        std::size_t hash = 0;
-        for (const float component : components(value))
-            hash = hash * 31 + std::hash<float>{}(component);
-        return hash;
-    }
-};
-} // namespace detail
-
 } // namespace lumo
-
-template <>
-struct std::hash<lumo::Vector2> : lumo::detail::FloatTupleHash<lumo::Vector2>
-{};
-template <>
-struct std::hash<lumo::Vector3> : lumo::detail::FloatTupleHash<lumo::Vector3>
-{};
-template <>
-struct std::hash<lumo::Vector4> : lumo::detail::FloatTupleHash<lumo::Vector4>
-{};
-template <>
-struct std::hash<lumo::Color> : lumo::detail::FloatTupleHash<lumo::Color>
-{};

@@ -2,6 +2,8 @@
 
 #include <host/variant/meta_type.h>
 
+#include <QtGlobal>
+
 #include <stdexcept>
 #include <string>
 #include <type_traits>
@@ -10,7 +12,7 @@
 namespace lumo {
 
 /// A variant was read as a type that its value does not convert to.
-class VariantCastError : public std::runtime_error
+class Q_DECL_EXPORT VariantCastError : public std::runtime_error
 {
 public:
     VariantCastError(const char* actual, const char* expected);
@@ -69,7 +71,9 @@ public:
     template <typename T>
     T cast() const;
 
-    /// Same type and equal values. Types without `operator==` are equal when they share a value.
+    /// Same type and equal values. Numbers and vectors are equal when they are the same to the last
+    /// bit: -0 is not 0, and a NaN equals itself. Types without `operator==` are equal when they
+    /// share a value.
     friend bool operator==(const Variant& a, const Variant& b);
     friend bool operator!=(const Variant& a, const Variant& b) { return !(a == b); }
     /// Equal variants have equal hashes; 0 for void and for types that cannot be hashed.

@@ -3,10 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstring>
 #include <limits>
 #include <locale>
 #include <random>
+#include <thread>
 
 namespace {
 
@@ -21,6 +23,12 @@ enum class Shape
 };
 
 struct NoText
+{
+    int number = 0;
+};
+
+/// Has no text form at first.
+struct Late
 {
     int number = 0;
 };
@@ -147,6 +155,26 @@ TEST_F(VariantConverterTest, ConversionsAndTextFormsCanBeRegistered)
               (std::vector<std::string>{"box", "ball"}));
     EXPECT_TRUE(VariantConverter::enumerationNames(lumo::metaTypeOf<int>()).empty());
     EXPECT_FALSE(VariantConverter::hasTextForm(lumo::metaTypeOf<NoText>()));
+}
+
+TEST_F(VariantConverterTest, RegistersWhileOthersConvert)
+{
+    std::atomic<bool> stop = false;
+    std::thread reader([&stop] {
+        while (!stop) {
+            const std::string text = textOf(Variant(Late{4}));
+            EXPECT_TRUE(text == "failed" || text == "4");
+            EXPECT_EQ(textOf(Variant(Shape::Ball)), "ball");
+        }
+    });
+    for (int i = 0; i < 200; ++i) {
+        VariantConverter::registerTextForm<Late>(
+            [](const Late& value) { return std::to_string(value.number); },
+            [](std::string_view) { return std::nullopt; });
+    }
+    stop = true;
+    reader.join();
+    EXPECT_EQ(textOf(Variant(Late{4})), "4");
 }
 
 } // namespace
