@@ -85,7 +85,7 @@ void TreeDragger::moveTo(int row, qreal fraction)
         tries(row, Below);
     else if (!tries(row, between ? nearest : On))
         tries(row, between ? On : nearest);
-    Q_EMIT targetChanged();
+    Q_EMIT dropPlaceChanged();
 }
 
 bool TreeDragger::drop()
@@ -109,7 +109,7 @@ void TreeDragger::cancel()
     m_data.reset();
     m_allowed = false;
     m_targetRow = -1;
-    Q_EMIT targetChanged();
+    Q_EMIT dropPlaceChanged();
     Q_EMIT activeChanged();
 }
 

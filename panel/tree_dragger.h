@@ -21,10 +21,10 @@ class KYR_SCENE_OUTLINE_PANEL_EXPORT TreeDragger : public QObject
     /// How many rows are dragged, and the name of the first.
     Q_PROPERTY(int count READ count NOTIFY activeChanged)
     Q_PROPERTY(QString name READ name NOTIFY activeChanged)
-    Q_PROPERTY(bool allowed READ isAllowed NOTIFY targetChanged)
+    Q_PROPERTY(bool allowed READ isAllowed NOTIFY dropPlaceChanged)
     /// The row to draw the target at, and where: above it, on it or below it.
-    Q_PROPERTY(int targetRow READ targetRow NOTIFY targetChanged)
-    Q_PROPERTY(Place place READ place NOTIFY targetChanged)
+    Q_PROPERTY(int targetRow READ targetRow NOTIFY dropPlaceChanged)
+    Q_PROPERTY(Place place READ place NOTIFY dropPlaceChanged)
 
 public:
     enum Place
@@ -55,7 +55,7 @@ public:
 Q_SIGNALS:
     void flatModelChanged();
     void activeChanged();
-    void targetChanged();
+    void dropPlaceChanged();
     /// Around the move of one drop: one step to undo.
     void editBegins(const QString& text);
     void editEnds();

@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// One row of the tree. It only shows and asks: what a click does is the tree's business.
+// One row of the tree. It only shows: the mouse is the tree's business.
 Item {
     id: row
 
@@ -9,37 +9,48 @@ Item {
     property bool panelFocused
     // Where the pointer is in the row, while it is there.
     property real pointerX: -1
-    property int buttonCount
-    property int rightMargin
+    property QtObject layout
+    property var columns: []
+    // The column or, counted on after them, the button that the keyboard is at.
+    property int cellCursor: -1
 
     readonly property string name: model.display === undefined ? "" : model.display
     readonly property string type: model.type === undefined ? "" : model.type
-    readonly property bool dimmed: model.enabled === false
+    // Hidden objects, and rows that only lead to what a filter found.
+    readonly property bool dimmed: model.enabled === false || !model.matches
     readonly property bool marked: hovered || model.hoverRole === true
+    readonly property var cells: model.cells
     readonly property var buttons: model.rowButtonsModel === undefined ? [] : model.rowButtonsModel
     readonly property bool elided: label.truncated
+    readonly property alias nameItem: label
     // Deep rows keep room for a name.
-    readonly property int indent: Math.min(model.depth * style.indentation, width * 0.45)
-    readonly property int buttonsX: width - rightMargin - buttonCount * style.buttonWidth
-    readonly property int hoveredButton: {
-        if (!hovered || pointerX < buttonsX)
-            return -1;
-        const button = Math.floor((pointerX - buttonsX) / style.buttonWidth);
-        return button < buttons.length ? button : -1;
-    }
+    readonly property int indent: Math.min(model.depth * style.indentation, layout.nameRight * 0.45)
+    readonly property var hoveredPart: hovered ? partAt(pointerX) : ({ kind: "" })
+    readonly property int hoveredButton: hoveredPart.kind === "button" ? hoveredPart.index : -1
 
-    signal pressed(var mouse)
-    signal released(var mouse)
-    signal doubleClicked(var mouse)
-    signal arrowClicked(int modifiers)
-    signal buttonClicked(string id, bool checked)
+    // What a click at x is about: the arrow, a toggle, a button, or the row itself.
+    function partAt(x) {
+        if (arrow.visible && x >= arrow.x - 2 && x < arrow.x + arrow.width)
+            return { kind: "arrow" };
+        const button = Math.floor((x - layout.buttonsX) / style.buttonWidth);
+        if (x >= layout.buttonsX && button < buttons.length)
+            return { kind: "button", index: button };
+        for (let column = 0; column < columns.length; ++column) {
+            if (columns[column].toggle && typeof cells[column] === "boolean"
+                && x >= layout.lefts[column] && x < layout.lefts[column] + layout.widths[column])
+                return { kind: "toggle", index: column };
+        }
+        return { kind: "row" };
+    }
 
     objectName: "row_" + name
     implicitHeight: style.rowHeight
 
     Accessible.role: Accessible.TreeItem
     Accessible.name: name
-    Accessible.description: qsTr("%1, level %2").arg(type).arg(model.depth + 1)
+    Accessible.description: (type === "" ? "" : type + ", ") + qsTr("level %1").arg(model.depth + 1)
+        + (!model.hasChildren ? "" : model.expanded ? qsTr(", expanded") : qsTr(", collapsed"))
+        + (model.selected ? qsTr(", selected") : "")
     Accessible.selectable: true
     Accessible.selected: model.selected
     Accessible.focusable: true
@@ -68,14 +79,6 @@ Item {
         }
     }
 
-    MouseArea {
-        anchors { fill: parent; rightMargin: row.width - row.buttonsX }
-        acceptedButtons: Qt.LeftButton | Qt.RightButton
-        onPressed: row.pressed(mouse)
-        onReleased: row.released(mouse)
-        onDoubleClicked: row.doubleClicked(mouse)
-    }
-
     PanelIcon {
         id: arrow
 
@@ -86,12 +89,6 @@ Item {
         name: "arrow"
         rotation: model.expanded ? 90 : 0
         color: row.hovered ? row.style.text : row.style.dimText
-
-        MouseArea {
-            anchors { fill: parent; topMargin: -4; bottomMargin: -4; leftMargin: -2 }
-            onPressed: row.arrowClicked(mouse.modifiers)
-            onDoubleClicked: row.arrowClicked(mouse.modifiers)
-        }
     }
     PanelIcon {
         id: icon
@@ -108,8 +105,8 @@ Item {
         anchors {
             left: icon.right
             leftMargin: row.style.spacing + 1
-            right: count.left
-            rightMargin: row.style.spacing
+            right: parent.left
+            rightMargin: row.style.spacing - row.layout.nameRight
             verticalCenter: parent.verticalCenter
         }
         text: row.name
@@ -120,7 +117,7 @@ Item {
     }
     Rectangle {
         visible: model.modified === true
-        x: label.x + label.contentWidth + 5
+        x: Math.min(label.x + label.contentWidth + 5, row.layout.nameRight - width)
         anchors.verticalCenter: parent.verticalCenter
         width: 5
         height: 5
@@ -128,10 +125,9 @@ Item {
         color: row.style.modified
     }
     Text {
-        id: count
-
-        x: row.buttonsX - row.style.spacing - width
+        x: row.layout.cellsRight - row.style.spacing - width
         anchors.verticalCenter: parent.verticalCenter
+        visible: row.layout.showsCount
         width: Math.min(implicitWidth, row.style.countWidth)
         text: model.count ? model.count : ""
         color: row.style.alpha(row.style.text, 0.5)
@@ -139,7 +135,33 @@ Item {
     }
 
     Repeater {
-        model: row.buttonCount
+        model: row.columns
+
+        OutlineCell {
+            objectName: "cell_" + modelData.columnId
+            x: row.layout.lefts[index] || 0
+            width: row.layout.widths[index] || 0
+            height: row.height
+            style: row.style
+            value: row.cells[index]
+            toggle: modelData.toggle
+            alignment: modelData.alignment
+            dimmed: row.dimmed
+
+            Accessible.role: toggle ? Accessible.CheckBox : Accessible.Cell
+            Accessible.name: modelData.title + (toggle ? "" : ": " + text)
+            Accessible.checked: checked
+
+            Rectangle {
+                anchors.fill: parent
+                visible: row.cellCursor === index
+                color: "transparent"
+                border { width: 2; color: row.style.focus }
+            }
+        }
+    }
+    Repeater {
+        model: row.layout.buttonCount
 
         Item {
             id: button
@@ -149,7 +171,7 @@ Item {
 
             objectName: state_ ? "button_" + state_.id : ""
             visible: state_ !== null
-            x: row.buttonsX + index * row.style.buttonWidth
+            x: row.layout.buttonsX + index * row.style.buttonWidth
             width: row.style.buttonWidth
             height: row.height
 
@@ -163,9 +185,11 @@ Item {
                 color: row.hoveredButton === index ? row.style.text : row.style.dimText
                 opacity: row.buttonOpacity(button.state_, button.checked)
             }
-            MouseArea {
+            Rectangle {
                 anchors.fill: parent
-                onPressed: row.buttonClicked(button.state_.id, !button.checked)
+                visible: row.cellCursor === row.columns.length + index
+                color: "transparent"
+                border { width: 2; color: row.style.focus }
             }
         }
     }

@@ -23,6 +23,7 @@ QtObject {
     property color selection: blend(base, highlight, dark ? 0.5 : 0.3)
     property color selectionUnfocused: blend(base, highlight, dark ? 0.28 : 0.16)
     property color focus: dark ? Qt.lighter(highlight, 1.35) : highlight
+    property color error: dark ? "#e5716c" : "#b3261e"
     property color modified: dark ? "#e0a846" : "#b06f00"
 
     property int rowHeight: 22
@@ -32,6 +33,8 @@ QtObject {
     property int spacing: 4
     property int buttonWidth: 20
     property int countWidth: 44
+    property int minimumNameWidth: 110
+    property int controlHeight: 24
     property int pixelSize: 12
     property int toolTipDelay: 500
 

@@ -12,7 +12,8 @@ import Kyr.SceneOutline 1.0
 //
 // Keys: arrows, Home, End, Page Up and Down with Shift and Ctrl; Left and Right close and open, with
 // Shift the whole branch, as does *; Space selects, Ctrl+Space toggles; F reveals the selection;
-// letters search by name (Shift+F for a name with F).
+// letters search by name (Shift+F for a name with F); F2 renames; Ctrl+Left and Ctrl+Right go
+// through the row's toggles, which Space switches; Ctrl+F filters.
 //
 // Without a browser, any item model will do: set `model`, and `selectionModel` if there is one.
 FocusScope {
@@ -25,12 +26,21 @@ FocusScope {
     property bool alwaysReveal: false
     property PanelStyle style: PanelStyle {}
     property string emptyText: qsTr("No scene")
+    // Where widths, order and sorting of the columns are kept in the application's settings.
+    property alias settingsName: columns.settingsName
 
     readonly property alias tree: tree
+    // Selected objects, and how many of them the filter hides.
+    readonly property alias selectionCount: selectionStatus.count
+    readonly property alias hiddenSelectionCount: selectionStatus.hidden
+    readonly property string statusText: selectionStatus.text
 
     // For what a browser does by itself.
     signal menuRequested()
     signal activated(var sourceIndex)
+    // Around the changes of one gesture in the panel, for an editor to make one undo step of them.
+    signal editBegins(string text)
+    signal editEnds()
 
     // Expands what hides the row and scrolls it into view; a row in view stays where it is.
     function revealIndex(sourceIndex) {
@@ -40,6 +50,12 @@ FocusScope {
         const primary = tree.navigator.primaryIndex();
         if (primary.valid)
             revealIndex(primary);
+    }
+    function focusFilter() {
+        filterBar.focusField();
+    }
+    function rename() {
+        tree.startRename();
     }
     function expandAll() {
         tree.navigator.expandAll();
@@ -51,6 +67,69 @@ FocusScope {
     implicitWidth: 360
     implicitHeight: 480
 
+    OutlineColumns {
+        id: columns
+
+        // Made anew by the browser, which tells by its signal alone.
+        function readModel() {
+            model = panel.browser && panel.browser.selectedColumnsModel
+                    ? panel.browser.selectedColumnsModel : null;
+        }
+    }
+    onBrowserChanged: columns.readModel()
+    Connections {
+        target: panel.browser
+        ignoreUnknownSignals: true
+
+        function onColumnsModelChanged() { columns.readModel(); }
+    }
+    OutlineLayout {
+        id: rowLayout
+
+        style: panel.style
+        columns: columns
+        width: tree.width
+        rightMargin: tree.scrollBarWidth
+        buttonCount: tree.buttonCount
+        hasCount: tree.hasCount
+        canChoose: panel.browser && panel.browser.columnsModel ? true : false
+    }
+    Connections {
+        target: tree.rowEditor
+
+        function onEditBegins(text) { panel.editBegins(text); }
+        function onEditEnds() { panel.editEnds(); }
+    }
+    Connections {
+        target: tree.dragger
+
+        function onEditBegins(text) { panel.editBegins(text); }
+        function onEditEnds() { panel.editEnds(); }
+    }
+    TreeArranger {
+        id: arranger
+
+        readonly property QtObject mode: panel.browser && panel.browser.selectableData
+                                         ? panel.browser.selectableData : null
+
+        sourceModel: panel.model
+        predicate: panel.browser && panel.browser.filterPredicate ? panel.browser.filterPredicate
+                                                                  : null
+        arrangement: mode && mode.arrangement !== undefined ? mode.arrangement : "hierarchy"
+        sortRole: columns.sortRole
+        sortDescending: columns.sortDescending
+    }
+    SelectionStatus {
+        id: selectionStatus
+
+        flatModel: tree.flatModel
+        selectionModel: panel.selectionModel
+    }
+    Connections {
+        target: arranger.predicate
+
+        function onChanged() { tree.flatModel.forgetFound(); }
+    }
     ItemSelectionModel {
         id: ownSelection
 
@@ -84,14 +163,27 @@ FocusScope {
         anchors { left: parent.left; right: parent.right; top: parent.top }
         panel: panel.browser ? panel.browser.headerPanel : null
     }
+    FilterBar {
+        id: filterBar
+
+        objectName: "filter_bar"
+        anchors { left: parent.left; right: parent.right; top: headerSlot.bottom }
+        style: panel.style
+        predicate: arranger.predicate
+        mode: arranger.mode
+        filters: panel.browser && panel.browser.filterData ? panel.browser.filterData : []
+        onFinished: tree.forceActiveFocus()
+    }
     OutlineHeader {
         id: header
 
-        anchors { left: parent.left; right: parent.right; top: headerSlot.bottom }
+        objectName: "outline_header"
+        anchors { left: parent.left; right: parent.right; top: filterBar.bottom }
         style: panel.style
-        showCount: tree.hasCount
-        buttonCount: tree.buttonCount
-        rightMargin: tree.scrollBarWidth
+        columns: columns
+        layout: rowLayout
+        canChoose: rowLayout.canChoose
+        onChooserRequested: panel.browser.showColumnsDialog()
     }
     OutlineTree {
         id: tree
@@ -105,7 +197,9 @@ FocusScope {
         }
         focus: true
         style: panel.style
-        sourceModel: panel.model
+        columns: columns
+        layout: rowLayout
+        sourceModel: arranger.model
         selectionModel: panel.selectionModel
 
         onHoverEntered: {
@@ -133,11 +227,15 @@ FocusScope {
                 tree.navigator.selectVisible();
         }
         onRevealRequested: panel.revealSelection()
+        onFilterRequested: {
+            if (arranger.predicate)
+                panel.focusFilter();
+        }
     }
     Text {
         anchors.centerIn: tree
         visible: tree.count === 0
-        text: panel.emptyText
+        text: arranger.model !== panel.model ? qsTr("Nothing found") : panel.emptyText
         color: panel.style.faintText
         font.pixelSize: panel.style.pixelSize
     }

@@ -1,0 +1,91 @@
+import QtQuick 2.15
+
+// The filter field and, below it, the choices that the editor adds: modes first, then filters.
+FocusScope {
+    id: bar
+
+    property QtObject style
+    property QtObject predicate
+    property QtObject mode
+    property var filters: []
+
+    readonly property bool hasChoices: mode !== null || filters.length > 0
+
+    signal finished()
+
+    function focusField() {
+        field.forceActiveFocus();
+        field.selectAll();
+    }
+
+    visible: predicate !== null || hasChoices
+    implicitHeight: visible ? content.height + style.spacing * 2 : 0
+
+    Rectangle {
+        anchors.fill: parent
+        color: bar.style.window
+    }
+    Column {
+        id: content
+
+        x: bar.style.spacing
+        y: bar.style.spacing
+        width: bar.width - bar.style.spacing * 2
+        spacing: bar.style.spacing
+
+        FilterField {
+            id: field
+
+            width: parent.width
+            visible: bar.predicate !== null
+            focus: true
+            style: bar.style
+            predicate: bar.predicate
+            onFinished: bar.finished()
+        }
+        Row {
+            id: choices
+
+            readonly property int count: bar.filters.length + (bar.mode ? 1 : 0)
+            readonly property real choiceWidth:
+                Math.min(180, (width - spacing * (count - 1)) / Math.max(1, count))
+
+            width: parent.width
+            visible: bar.hasChoices
+            spacing: bar.style.spacing
+
+            PanelComboBox {
+                objectName: "mode_choice"
+                width: choices.choiceWidth
+                visible: bar.mode !== null
+                style: bar.style
+                model: bar.mode ? bar.mode.labels : []
+                currentIndex: bar.mode ? bar.mode.currentIndex : -1
+                onActivated: bar.mode.currentIndex = index
+
+                Accessible.name: qsTr("Mode")
+            }
+            Repeater {
+                model: bar.filters
+
+                PanelComboBox {
+                    readonly property QtObject filter: modelData
+
+                    objectName: "filter_choice_" + index
+                    width: choices.choiceWidth
+                    visible: filter !== null
+                    style: bar.style
+                    title: filter ? filter.title : ""
+                    model: filter ? filter.labels : []
+                    currentIndex: filter ? filter.currentIndex : -1
+                    onActivated: filter.currentIndex = index
+                }
+            }
+        }
+    }
+    Rectangle {
+        anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
+        height: 1
+        color: bar.style.separator
+    }
+}

@@ -1,0 +1,31 @@
+import QtQuick 2.15
+
+// Where the parts of a row are, the same in the header and in every row: the name, the columns (or
+// the count, where an editor offers no columns), the row buttons at the right.
+QtObject {
+    property QtObject style
+    property QtObject columns
+    property real width
+    property int rightMargin
+    property int buttonCount
+    property bool hasCount
+    property bool canChoose
+
+    readonly property int buttonsX: width - rightMargin - buttonCount * style.buttonWidth
+    readonly property int cellsRight: Math.min(buttonsX, canChoose ? width - rightMargin - style.buttonWidth
+                                                                   : buttonsX)
+    readonly property bool showsCount: hasCount && columns.model === null
+    // Columns that leave no room for names share what there is.
+    readonly property var widths: {
+        const wanted = columns.widths;
+        const total = wanted.reduce((sum, width) => sum + width, 0);
+        const room = Math.max(0, cellsRight - style.minimumNameWidth);
+        return total <= room ? wanted : wanted.map(width => Math.floor(width * room / total));
+    }
+    readonly property var lefts: {
+        let x = cellsRight - widths.reduce((sum, width) => sum + width, 0);
+        return widths.map(width => (x += width) - width);
+    }
+    readonly property int nameRight: lefts.length > 0 ? lefts[0]
+        : cellsRight - (showsCount ? style.countWidth + style.spacing : 0)
+}

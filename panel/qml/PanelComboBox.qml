@@ -1,0 +1,83 @@
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+
+// A choice in the panel's colours; closed, it says what it is about.
+ComboBox {
+    id: combo
+
+    property QtObject style
+    property string title
+
+    implicitHeight: style.controlHeight
+    padding: 0
+    font.pixelSize: style.pixelSize
+    displayText: title === "" ? currentText : qsTr("%1: %2").arg(title).arg(currentText)
+
+    Accessible.name: title
+
+    contentItem: Text {
+        leftPadding: combo.style.spacing * 2
+        rightPadding: combo.style.buttonWidth
+        text: combo.displayText
+        color: combo.style.text
+        font: combo.font
+        elide: Text.ElideRight
+        verticalAlignment: Text.AlignVCenter
+        textFormat: Text.PlainText
+    }
+    indicator: PanelIcon {
+        x: combo.width - width - 2
+        anchors.verticalCenter: parent.verticalCenter
+        name: "arrow"
+        rotation: 90
+        color: combo.hovered ? combo.style.text : combo.style.dimText
+    }
+    background: Rectangle {
+        radius: 3
+        color: combo.pressed || combo.popup.visible
+               ? combo.style.separator : combo.hovered ? combo.style.alternateBase : combo.style.header
+        border.color: combo.visualFocus || combo.activeFocus ? combo.style.focus
+                                                             : combo.style.separator
+    }
+    delegate: ItemDelegate {
+        width: combo.popup.availableWidth
+        height: combo.style.rowHeight
+        padding: 0
+        highlighted: combo.highlightedIndex === index
+
+        contentItem: Text {
+            leftPadding: combo.style.spacing * 2
+            rightPadding: combo.style.spacing * 2
+            text: modelData
+            color: combo.style.text
+            font.pixelSize: combo.style.pixelSize
+            font.bold: combo.currentIndex === index
+            elide: Text.ElideRight
+            verticalAlignment: Text.AlignVCenter
+            textFormat: Text.PlainText
+        }
+        background: Rectangle {
+            color: highlighted ? combo.style.selection : "transparent"
+        }
+    }
+    popup: Popup {
+        y: combo.height
+        width: Math.max(combo.width, 110)
+        implicitHeight: Math.min(contentItem.implicitHeight + 2, 320)
+        padding: 1
+
+        contentItem: ListView {
+            clip: true
+            implicitHeight: contentHeight
+            model: combo.popup.visible ? combo.delegateModel : null
+            currentIndex: combo.highlightedIndex
+            boundsBehavior: Flickable.StopAtBounds
+            ScrollBar.vertical: PanelScrollBar { style: combo.style }
+        }
+        background: Rectangle {
+            color: combo.style.base
+            border.color: combo.style.separator
+            radius: 3
+        }
+    }
+}
