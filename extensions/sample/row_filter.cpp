@@ -1,0 +1,44 @@
+#include "row_filter.h"
+
+#include <kyr_scene_outline/scene_browser_data.h>
+
+namespace sample {
+
+using lumo::datamodels::proxy::TextPredicate;
+
+RowFilter::RowFilter(SceneBrowserData& browser, const QString& title, std::vector<Choice> choices)
+    : m_browser(browser), m_title(title), m_choices(std::move(choices))
+{
+    connect(&browser, &SceneBrowserData::filterPredicateChanged, this, &RowFilter::apply);
+}
+
+RowFilter::~RowFilter()
+{
+    m_index = 0;
+    apply();
+}
+
+QStringList RowFilter::labels()
+{
+    QStringList labels;
+    for (const Choice& choice : m_choices)
+        labels << choice.label;
+    return labels;
+}
+
+void RowFilter::setCurrentIndex(int index)
+{
+    if (index == m_index || index < 0 || index >= static_cast<int>(m_choices.size()))
+        return;
+    m_index = index;
+    apply();
+    Q_EMIT currentIndexChanged();
+}
+
+void RowFilter::apply()
+{
+    if (auto* predicate = qobject_cast<TextPredicate*>(m_browser.filterPredicate()))
+        predicate->setCondition(m_title, m_choices[static_cast<std::size_t>(m_index)].condition);
+}
+
+} // namespace sample

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QModelIndex>
+#include <QObject>
+#include <QTimer>
+#include <QVariantMap>
+
+namespace sample {
+
+/// How many rows of each type there are in some set of rows. Changes that come together are told
+/// once, from the event loop.
+class TypeCounts : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(int total READ total NOTIFY changed)
+    Q_PROPERTY(QVariantMap counts READ counts NOTIFY changed)
+
+public:
+    TypeCounts();
+
+    int total() const { return m_total; }
+    /// From type to count.
+    QVariantMap counts() const;
+
+Q_SIGNALS:
+    void changed();
+
+protected:
+    void add(const QModelIndex& row, int count);
+    void clear();
+
+private:
+    QHash<QString, int> m_counts;
+    int m_total = 0;
+    QTimer m_notification;
+};
+
+} // namespace sample

@@ -1,0 +1,228 @@
+#include <editor/scene/scene_asset_model.h>
+#include <editor/scene/scene_document.h>
+#include <host/scene/recorded_asset_selection.h>
+#include <kyr_scene_outline/abstract_filter_data.h>
+#include <kyr_scene_outline/abstract_selectable_data.h>
+#include <kyr_scene_outline/scene_browser_data.h>
+#include <kyr_scene_outline/scene_browser_extension.h>
+#include <kyr_scene_outline/scene_browser_panel_base.h>
+
+#include <QPluginLoader>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace {
+
+using namespace editor;
+using lumo::datamodels::proxy::TextPredicate;
+
+SceneObjectPtr makeScene()
+{
+    const SceneObjectPtr root = SceneObject::create(ObjectKind::Scene, "Stage");
+    const SceneObjectPtr lamps = SceneObject::create(ObjectKind::Group, "Lamps");
+    lamps->append(SceneObject::create(ObjectKind::Light, "Left"));
+    lamps->append(SceneObject::create(ObjectKind::Light, "Right"));
+    root->append(lamps);
+    root->append(SceneObject::create(ObjectKind::Mesh, "Box"));
+    root->append(SceneObject::create(ObjectKind::Camera, "Eye"));
+    return root;
+}
+
+/// The plug-in file over a scene of a group with two lights, a mesh and a camera.
+struct SampleExtensionTest : testing::Test
+{
+    SampleExtensionTest()
+    {
+        document.open(makeScene(), {});
+        browser.setFilterPredicate(&predicate);
+        engine->addImportPath(KYR_QML_DIR);
+        extension = qobject_cast<ISceneBrowserExtension*>(loader.instance());
+        if (!extension)
+            throw std::runtime_error(loader.errorString().toStdString());
+        extension->attach(browser, *engine);
+    }
+    ~SampleExtensionTest() override
+    {
+        extension->detach(browser);
+        engine.reset();
+        EXPECT_TRUE(loader.unload());
+    }
+
+    AbstractFilterData* filter(const char* title) const
+    {
+        for (const QVariant& entry : browser.filterData()) {
+            auto* data = entry.value<AbstractFilterData*>();
+            if (data->title() == title)
+                return data;
+        }
+        return nullptr;
+    }
+    void choose(const char* title, const char* label) const
+    {
+        filter(title)->setCurrentIndex(filter(title)->labels().indexOf(label));
+    }
+    /// Names of the rows that the predicate accepts, from the top.
+    QStringList accepted() const
+    {
+        QStringList names;
+        appendAccepted({}, names);
+        return names;
+    }
+    void appendAccepted(const QModelIndex& parent, QStringList& names) const
+    {
+        for (int row = 0; row < browser.model()->rowCount(parent); ++row) {
+            const QModelIndex index = browser.model()->index(row, 0, parent);
+            if (predicate.accepts(index))
+                names << index.data().toString();
+            appendAccepted(index, names);
+        }
+    }
+    QModelIndex row(const char* name) const
+    {
+        return browser.model()->match(browser.model()->index(0, 0), Qt::DisplayRole, name, 1,
+                                      Qt::MatchExactly | Qt::MatchRecursive)[0];
+    }
+    SceneObjectPtr object(const char* name) const
+    {
+        return assets.sceneModel()->objectAt(row(name))->shared_from_this();
+    }
+    void setFlag(const char* name, const char* property, bool value)
+    {
+        document.setProperty({object(name)}, property, lumo::Variant(value));
+    }
+    /// The item that a panel shows, as the tree's panel makes it.
+    std::unique_ptr<QQuickItem> show(QObject* panel) const
+    {
+        auto* base = qobject_cast<SceneBrowserPanelBase*>(panel);
+        std::unique_ptr<QQuickItem> item(qobject_cast<QQuickItem*>(base->getComponent()->create()));
+        if (!item)
+            throw std::runtime_error(base->getComponent()->errorString().toStdString());
+        item->setProperty("context", QVariant::fromValue(base->getContext()));
+        return item;
+    }
+    static QString textOf(const QQuickItem& item) { return item.property("text").toString(); }
+    static int countOf(const QQuickItem& item, const char* type)
+    {
+        return item.property("context").value<QObject*>()->property("counts").toMap()[type].toInt();
+    }
+
+    SceneDocument document;
+    SceneAssetModel assets{document};
+    RecordedAssetSelection selection{document.changesController()};
+    TextPredicate predicate;
+    SceneBrowserData browser{&assets, &selection, nullptr};
+    QPluginLoader loader{QStringLiteral(KYR_SAMPLE_EXTENSION)};
+    std::optional<QQmlEngine> engine{std::in_place};
+    ISceneBrowserExtension* extension = nullptr;
+};
+
+TEST_F(SampleExtensionTest, takesOffWhatItAttached)
+{
+    EXPECT_EQ(browser.filterData().size(), 2);
+    EXPECT_TRUE(browser.selectableData() && browser.headerPanel() && browser.footerPanel());
+    choose("Type", "Lights");
+    EXPECT_TRUE(predicate.isActive());
+
+    extension->detach(browser);
+    EXPECT_TRUE(browser.filterData().isEmpty());
+    EXPECT_FALSE(browser.selectableData() || browser.headerPanel() || browser.footerPanel());
+    EXPECT_FALSE(predicate.isActive());
+
+    extension->attach(browser, *engine);
+    EXPECT_EQ(browser.filterData().size(), 2);
+    SceneBrowserData other(&assets, &selection, nullptr);
+    extension->attach(other, *engine);
+    extension->detach(other);
+    EXPECT_TRUE(browser.headerPanel()) << "each browser has attachments of its own";
+}
+
+TEST_F(SampleExtensionTest, filtersNarrowThePredicate)
+{
+    choose("Type", "Lights");
+    EXPECT_EQ(accepted(), QStringList({"Left", "Right"}));
+    setFlag("Left", "visible", false);
+    choose("Visibility", "Visible");
+    EXPECT_EQ(accepted(), QStringList({"Right"}));
+    predicate.setText("e");
+    EXPECT_EQ(accepted(), QStringList());
+    predicate.setText({});
+
+    choose("Type", "All");
+    choose("Visibility", "Hidden");
+    EXPECT_EQ(accepted(), QStringList({"Left"}));
+    setFlag("Lamps", "visible", false);
+    EXPECT_EQ(accepted(), QStringList({"Lamps", "Left", "Right"})) << "hidden from above";
+    choose("Visibility", "Locked");
+    setFlag("Box", "locked", true);
+    EXPECT_EQ(accepted(), QStringList({"Box"}));
+    choose("Visibility", "All");
+    EXPECT_FALSE(predicate.isActive());
+    EXPECT_EQ(accepted().size(), 6);
+}
+
+TEST_F(SampleExtensionTest, filterFollowsAnotherPredicate)
+{
+    choose("Type", "Cameras");
+    TextPredicate other;
+    browser.setFilterPredicate(&other);
+    EXPECT_TRUE(other.accepts(row("Eye")));
+    EXPECT_FALSE(other.accepts(row("Box")));
+    browser.setFilterPredicate(&predicate);
+}
+
+TEST_F(SampleExtensionTest, modesNameTheirArrangement)
+{
+    auto* modes = qobject_cast<AbstractSelectableData*>(browser.selectableData());
+    QStringList arrangements;
+    for (int mode = 0; mode < modes->labels().size(); ++mode) {
+        modes->setCurrentIndex(mode);
+        arrangements << modes->property("arrangement").toString();
+    }
+    EXPECT_EQ(arrangements, QStringList({"hierarchy", "flat", "type"}));
+    modes->setCurrentIndex(3);
+    EXPECT_EQ(modes->currentLabel(), "By type");
+}
+
+TEST_F(SampleExtensionTest, headerCountsTheScene)
+{
+    const auto header = show(browser.headerPanel());
+    EXPECT_EQ(textOf(*header), "5 objects");
+    EXPECT_EQ(countOf(*header, "light"), 2);
+
+    document.remove({object("Lamps")});
+    QTest::qWait(0);
+    EXPECT_EQ(textOf(*header), "2 objects");
+    EXPECT_EQ(countOf(*header, "light"), 0);
+    document.undoStack().undo();
+    document.duplicate({object("Eye")});
+    document.reparent({object("Box")}, *object("Lamps"));
+    QTest::qWait(0);
+    EXPECT_EQ(textOf(*header), "6 objects");
+    document.open(makeScene(), {});
+    QTest::qWait(0);
+    EXPECT_EQ(textOf(*header), "5 objects");
+}
+
+TEST_F(SampleExtensionTest, footerCountsTheSelection)
+{
+    const auto footer = show(browser.footerPanel());
+    EXPECT_EQ(textOf(*footer), "Nothing selected");
+    browser.selectAll();
+    QTest::qWait(0);
+    EXPECT_EQ(textOf(*footer), "6 selected");
+    browser.selectionModel()->select(row("Left"), QItemSelectionModel::Deselect);
+    document.remove({object("Eye")});
+    QTest::qWait(0);
+    EXPECT_EQ(textOf(*footer), "4 selected");
+    EXPECT_EQ(countOf(*footer, "light"), 1);
+    document.open(makeScene(), {});
+    QTest::qWait(0);
+    EXPECT_EQ(textOf(*footer), "Nothing selected");
+}
+
+} // namespace
