@@ -72,8 +72,9 @@ ConeAngles coneAnglesOf(const QString& path)
 
 void configure(Assimp::Importer& importer)
 {
-    // Nodes that stand for a pivot only would show up as objects nobody has made.
+    // Pivots as nodes and meshes for bones would show up as objects nobody has made.
     importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
+    importer.SetPropertyBool(AI_CONFIG_IMPORT_NO_SKELETON_MESHES, true);
     // Nobody here shows them, and vertices that differ in nothing else are joined.
     importer.SetPropertyInteger(AI_CONFIG_PP_RVC_FLAGS,
                                 aiComponent_BONEWEIGHTS | aiComponent_ANIMATIONS |

@@ -91,7 +91,7 @@ INSTANTIATE_TEST_SUITE_P(
         ModelFile{"FBX/spider.fbx", {21, 19, 1, 1}, {}},
         ModelFile{"FBX/cubes_with_mirroring_and_pivot.fbx", {4, 4, 0, 0}, {}},
         ModelFile{"Collada/duck.dae", {4, 1, 1, 1}, {}},
-        ModelFile{"Collada/lights.dae", {6, 1, 5, 0}, {}},
+        ModelFile{"Collada/lights.dae", {6, 0, 5, 0}, {}},
         ModelFile{"Collada/anims_with_full_rotations_between_keys.DAE", {129, 64, 0, 0}, {}},
         ModelFile{"OBJ/box.obj", {1, 1, 0, 0}, {}},
         ModelFile{"3DS/cube_with_diffuse_texture.3DS", {2, 1, 0, 0}, {}},
