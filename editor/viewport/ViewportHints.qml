@@ -8,7 +8,7 @@ Row {
     property real maximumWidth: Infinity
 
     readonly property var entries: [
-        [qsTr("Middle drag"), qsTr("Orbit")],
+        [qsTr("Middle or Alt + Left drag"), qsTr("Orbit")],
         [qsTr("Shift + Middle"), qsTr("Pan")],
         [qsTr("Wheel"), qsTr("Zoom")],
         [qsTr("F"), qsTr("Frame")],

@@ -160,6 +160,8 @@ void ViewportController::move(const QPointF& position)
     }
     const auto before = m_gesture.kind();
     const QPointF way = m_gesture.move(position);
+    if (before == PointerGesture::Kind::Click && m_gesture.kind() != before)
+        pointAt(0); // a drag points at nothing
     gestureChanged(before);
     drag(way);
 }

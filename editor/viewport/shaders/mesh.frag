@@ -8,11 +8,11 @@ out vec4 fragment;
 
 uniform vec3 eyePosition;
 
-const vec3 skyLight = vec3(0.50, 0.54, 0.60);
+const vec3 skyLight = vec3(0.44, 0.47, 0.52);
 const vec3 groundLight = vec3(0.20, 0.18, 0.17);
 const vec3 sunDirection = normalize(vec3(0.22, 0.75, 0.62));
-const vec3 sunLight = vec3(0.62, 0.59, 0.54);
-const vec3 headLight = vec3(0.16);
+const vec3 sunLight = vec3(0.48, 0.46, 0.42);
+const vec3 headLight = vec3(0.12);
 
 void main()
 {
