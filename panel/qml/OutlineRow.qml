@@ -24,7 +24,8 @@ Item {
     readonly property bool elided: label.truncated
     readonly property alias nameItem: label
     // Deep rows keep room for a name.
-    readonly property int indent: Math.min(model.depth * style.indentation, layout.nameRight * 0.45)
+    readonly property int indent: Math.max(0, Math.min(model.depth * style.indentation,
+                                                   layout.nameRight * 0.45))
     readonly property var hoveredPart: hovered ? partAt(pointerX) : ({ kind: "" })
     readonly property int hoveredButton: hoveredPart.kind === "button" ? hoveredPart.index : -1
 
