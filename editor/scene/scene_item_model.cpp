@@ -1,9 +1,11 @@
 #include "scene_item_model.h"
 
+#include "property_roles.h"
 #include "row_buttons.h"
 
 #include <editor/scene/scene_document.h>
 #include <host/undo/commit_changes_scope.h>
+#include <kyr_scene_outline/item_roles.h>
 
 namespace editor {
 
@@ -15,14 +17,14 @@ QVector<int> rolesOf(ChangeAspects aspects)
     if (aspects & ChangeAspect::Name)
         roles << Qt::DisplayRole << Qt::EditRole;
     if (aspects & (ChangeAspect::Visibility | ChangeAspect::Lock))
-        roles << SceneItemModel::EnabledRole << SceneItemModel::RowButtonsRole;
+        roles << kyr::EnabledRole << kyr::RowButtonsModelRole;
     if (aspects & ChangeAspect::Modified)
-        roles << SceneItemModel::ModifiedRole;
+        roles << kyr::ModifiedRole;
     if (aspects & ChangeAspect::Children)
-        roles << SceneItemModel::CountRole;
+        roles << kyr::CountRole;
     if (aspects & ~(ChangeAspects(ChangeAspect::Modified) | ChangeAspect::Children))
-        roles << SceneItemModel::ObjectRole;
-    return roles;
+        roles << kyr::ObjectRole;
+    return roles << PropertyRoles::all().changedBy(aspects);
 }
 
 } // namespace
@@ -81,20 +83,16 @@ void SceneItemModel::setHovered(const SceneObject& object, bool hovered)
         hovered ? m_hovered.insert(object.id()).second : m_hovered.erase(object.id()) != 0;
     const QModelIndex index = indexOf(&object);
     if (changed && index.isValid())
-        Q_EMIT dataChanged(index, index, {HoverRole});
+        Q_EMIT dataChanged(index, index, {kyr::HoverRole});
 }
 
 QHash<int, QByteArray> SceneItemModel::roleNames() const
 {
     QHash<int, QByteArray> names = QAbstractItemModel::roleNames();
-    names.insert(TypeRole, "type");
-    names.insert(CountRole, "count");
-    names.insert(ObjectRole, "object");
-    names.insert(ExpandedRole, "expanded");
-    names.insert(EnabledRole, "enabled");
-    names.insert(RowButtonsRole, "rowButtonsModel");
-    names.insert(HoverRole, "hoverRole");
-    names.insert(ModifiedRole, "modified");
+    for (auto role = kyr::itemRoleNames.begin(); role != kyr::itemRoleNames.end(); ++role)
+        names.insert(role.key(), role.value());
+    for (const PropertyRole& property : PropertyRoles::all().list())
+        names.insert(property.role(), QByteArray::fromStdString(property.path()));
     return names;
 }
 
@@ -139,24 +137,25 @@ QVariant SceneItemModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
     case Qt::EditRole:
         return object.displayName();
-    case TypeRole:
+    case kyr::TypeRole:
         return QString(kindId(object.kind()));
-    case CountRole:
+    case kyr::CountRole:
         return static_cast<int>(object.children().size());
-    case ObjectRole:
+    case kyr::ObjectRole:
         return QVariant::fromValue(object.reflected());
-    case ExpandedRole:
+    case kyr::ExpandedRole:
         return object.isExpanded();
-    case EnabledRole:
+    case kyr::EnabledRole:
         return object.isEffectivelyVisible() && !object.isEffectivelyLocked();
-    case RowButtonsRole:
+    case kyr::RowButtonsModelRole:
         return rowButtons(object.isVisible(), object.isLocked());
-    case HoverRole:
+    case kyr::HoverRole:
         return m_hovered.count(object.id()) != 0;
-    case ModifiedRole:
+    case kyr::ModifiedRole:
         return object.isModified();
     default:
-        return {};
+        const PropertyRole* property = PropertyRoles::all().find(role);
+        return property ? property->value(object) : QVariant();
     }
 }
 
@@ -168,15 +167,26 @@ bool SceneItemModel::setData(const QModelIndex& index, const QVariant& value, in
     switch (role) {
     case Qt::EditRole:
         return m_document.rename(object.shared_from_this(), value.toString());
-    case ExpandedRole:
+    case kyr::ExpandedRole:
         object.setExpanded(value.toBool());
-        Q_EMIT dataChanged(index, index, {ExpandedRole});
+        Q_EMIT dataChanged(index, index, {kyr::ExpandedRole});
         return true;
-    case RowButtonsRole:
+    case kyr::RowButtonsModelRole:
         return setRowButtons(object, value.toMap());
     default:
-        return false;
+        return setToggle(object, role, value);
     }
+}
+
+bool SceneItemModel::setToggle(SceneObject& object, int role, const QVariant& value)
+{
+    const PropertyRole* property = PropertyRoles::all().find(role);
+    if (!property || property->form() != PropertyRole::Form::Toggle || !value.canConvert<bool>() ||
+        !property->value(object).isValid())
+        return false;
+    m_document.setProperty({object.shared_from_this()}, property->path(),
+                           lumo::Variant(value.toBool()));
+    return true;
 }
 
 bool SceneItemModel::setRowButtons(SceneObject& object, const QVariantMap& states)

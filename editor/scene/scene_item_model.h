@@ -13,26 +13,18 @@ namespace editor {
 class SceneDocument;
 
 /// The scene as a tree of one column; the scene itself is the only top-level row.
-/// Rows can be renamed, dragged into another place and take the marks of `setHovered`.
+/// Rows can be renamed, dragged into another place and take the marks of `setHovered`. Reflected
+/// properties have the roles of `PropertyRoles`; those that are toggles can be set.
+///
+/// Values of the item roles: type QString as of `kindId`; count int, the number of children;
+/// expanded bool, whether the branch starts open, can be set; enabled bool, visible and not locked
+/// with all above it; row buttons as of `rowButtons`, setting takes a map from id to new state;
+/// hover bool; modified bool.
 class SceneItemModel final : public QAbstractItemModel
 {
     Q_OBJECT
 
 public:
-    enum Role
-    {
-        TypeRole = Qt::UserRole + 100, ///< QString, see `kindId`
-        CountRole,                     ///< int, number of children
-        ObjectRole,                    ///< kyr::ReflectedObject
-        ExpandedRole,                  ///< bool, whether the branch starts open; can be set
-        EnabledRole,                   ///< bool, visible and not locked, with all above it
-        /// QVariantList of QVariantMap {"id", "icon", "checked", "toolTip"}, ids "visible" and
-        /// "locked". Setting takes a map from id to the new state.
-        RowButtonsRole,
-        HoverRole,    ///< bool
-        ModifiedRole, ///< bool
-    };
-
     /// The document must outlive the model.
     explicit SceneItemModel(SceneDocument& document, QObject* parent = nullptr);
 
@@ -70,6 +62,7 @@ private:
     void emitChanges(const ObjectChanges& changes);
     void finishReordering(SceneObject& parent);
     bool setRowButtons(SceneObject& object, const QVariantMap& states);
+    bool setToggle(SceneObject& object, int role, const QVariant& value);
     std::vector<SceneObjectPtr> draggedObjects(const QMimeData* data) const;
 
     SceneDocument& m_document;

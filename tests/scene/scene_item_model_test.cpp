@@ -1,7 +1,9 @@
 #include "scene_samples.h"
 
 #include <editor/scene/grid_scene.h>
+#include <editor/scene/property_roles.h>
 #include <editor/scene/scene_asset_model.h>
+#include <kyr_scene_outline/item_roles.h>
 
 #include <QAbstractItemModelTester>
 #include <QMimeData>
@@ -25,7 +27,7 @@ struct SceneItemModelTest : testing::Test
     }
     QVariant value(const char* path, int role) const { return index(path).data(role); }
 
-    /// The changes since the last call as "first-last:role,role".
+    /// The changes since the last call as "first-last role role", without roles of properties.
     std::vector<std::string> changes()
     {
         std::vector<std::string> texts;
@@ -36,8 +38,10 @@ struct SceneItemModelTest : testing::Test
             std::string text = first.data().toString().toStdString();
             if (first != last)
                 text += "-" + last.data().toString().toStdString();
-            for (const int role : call[2].value<QVector<int>>())
-                text += " " + model.roleNames().value(role).toStdString();
+            for (const int role : call[2].value<QVector<int>>()) {
+                if (!PropertyRoles::all().find(role))
+                    text += " " + model.roleNames().value(role).toStdString();
+            }
             texts.push_back(text);
         }
         dataChanged.clear();
@@ -55,43 +59,43 @@ TEST_F(SceneItemModelTest, rolesHaveTheValuesOfTheObject)
 {
     const QModelIndex scene = model.index(0, 0);
     EXPECT_EQ(model.rowCount(), 1);
-    EXPECT_EQ(scene.data(SceneItemModel::TypeRole).toString(), QStringLiteral("scene"));
+    EXPECT_EQ(scene.data(kyr::TypeRole).toString(), QStringLiteral("scene"));
     EXPECT_EQ(value("A", Qt::DisplayRole).toString(), QStringLiteral("A"));
-    EXPECT_EQ(value("A", SceneItemModel::TypeRole).toString(), QStringLiteral("group"));
-    EXPECT_EQ(value("A", SceneItemModel::CountRole).toInt(), 2);
-    EXPECT_EQ(value("A/C", SceneItemModel::TypeRole).toString(), QStringLiteral("light"));
-    EXPECT_EQ(value("A/C", SceneItemModel::ObjectRole).value<kyr::ReflectedObject>(),
+    EXPECT_EQ(value("A", kyr::TypeRole).toString(), QStringLiteral("group"));
+    EXPECT_EQ(value("A", kyr::CountRole).toInt(), 2);
+    EXPECT_EQ(value("A/C", kyr::TypeRole).toString(), QStringLiteral("light"));
+    EXPECT_EQ(value("A/C", kyr::ObjectRole).value<kyr::ReflectedObject>(),
               test::at(document, "A/C")->reflected());
-    EXPECT_TRUE(value("A", SceneItemModel::EnabledRole).toBool());
-    EXPECT_FALSE(value("A", SceneItemModel::HoverRole).toBool());
-    EXPECT_FALSE(value("A", SceneItemModel::ModifiedRole).toBool());
-    EXPECT_TRUE(model.setData(index("A"), true, SceneItemModel::ExpandedRole));
-    EXPECT_TRUE(value("A", SceneItemModel::ExpandedRole).toBool());
+    EXPECT_TRUE(value("A", kyr::EnabledRole).toBool());
+    EXPECT_FALSE(value("A", kyr::HoverRole).toBool());
+    EXPECT_FALSE(value("A", kyr::ModifiedRole).toBool());
+    EXPECT_TRUE(model.setData(index("A"), true, kyr::ExpandedRole));
+    EXPECT_TRUE(value("A", kyr::ExpandedRole).toBool());
     EXPECT_EQ(document.undoStack().count(), 0);
 }
 
 TEST_F(SceneItemModelTest, rowButtonsHideAndLock)
 {
     const auto button = [this](int at) {
-        return value("A", SceneItemModel::RowButtonsRole).toList()[at].toMap();
+        return value("A", kyr::RowButtonsModelRole).toList()[at].toMap();
     };
     EXPECT_EQ(button(0)[QStringLiteral("id")], QStringLiteral("visible"));
     EXPECT_EQ(button(1)[QStringLiteral("id")], QStringLiteral("locked"));
     EXPECT_TRUE(button(0)[QStringLiteral("checked")].toBool());
 
     const auto press = [this](const QVariantMap& states) {
-        return model.setData(index("A"), states, SceneItemModel::RowButtonsRole);
+        return model.setData(index("A"), states, kyr::RowButtonsModelRole);
     };
     EXPECT_FALSE(press({{QStringLiteral("other"), true}, {QStringLiteral("visible"), false}}));
     EXPECT_FALSE(press({}));
     EXPECT_TRUE(press({{QStringLiteral("visible"), false}, {QStringLiteral("locked"), true}}));
     EXPECT_FALSE(button(0)[QStringLiteral("checked")].toBool());
     EXPECT_TRUE(button(1)[QStringLiteral("checked")].toBool());
-    EXPECT_FALSE(value("A/B", SceneItemModel::EnabledRole).toBool());
-    EXPECT_TRUE(value("D", SceneItemModel::EnabledRole).toBool());
+    EXPECT_FALSE(value("A/B", kyr::EnabledRole).toBool());
+    EXPECT_TRUE(value("D", kyr::EnabledRole).toBool());
     EXPECT_EQ(document.undoStack().undoText(), QStringLiteral("Hide A"));
     document.undoStack().undo();
-    EXPECT_TRUE(value("A/B", SceneItemModel::EnabledRole).toBool());
+    EXPECT_TRUE(value("A/B", kyr::EnabledRole).toBool());
 }
 
 TEST_F(SceneItemModelTest, changesAreToldInRangesOfSiblings)
@@ -120,9 +124,9 @@ TEST_F(SceneItemModelTest, hoverMarksRowsOfObjectsAndTheirComponents)
     assets.setObjectHovered(light, true);
     assets.setObjectHovered(light, true);
     EXPECT_THAT(changes(), ElementsAre("C hoverRole"));
-    EXPECT_TRUE(value("A/C", SceneItemModel::HoverRole).toBool());
+    EXPECT_TRUE(value("A/C", kyr::HoverRole).toBool());
     assets.setObjectHovered(kyr::ReflectedObject(light.property("light")), false);
-    EXPECT_FALSE(value("A/C", SceneItemModel::HoverRole).toBool());
+    EXPECT_FALSE(value("A/C", kyr::HoverRole).toBool());
     assets.setObjectHovered({}, true);
 
     QSignalSpy activated(&assets, &SceneAssetModel::activated);
@@ -202,6 +206,10 @@ TEST_F(SceneItemModelTest, draggedRowsMoveWithinTheirSceneOnly)
     EXPECT_TRUE(model.dropMimeData(data.get(), Qt::MoveAction, 0, 0, index("A")));
     EXPECT_EQ(shapeOf(*document.root()), "group A\n  light C\n  mesh D\n  mesh B");
     EXPECT_EQ(moved, index("A/D"));
+    document.undoStack().undo();
+    EXPECT_EQ(shapeOf(*document.root()), "group A\n  mesh B\n  light C\nmesh D");
+    EXPECT_EQ(moved, index("D"));
+    document.undoStack().redo();
 
     EXPECT_TRUE(model.moveRows(index("A"), 0, 2, model.index(0, 0), 0));
     EXPECT_EQ(shapeOf(*document.root()), "light C\nmesh D\ngroup A\n  mesh B");

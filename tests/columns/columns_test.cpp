@@ -1,0 +1,174 @@
+#include <editor/columns/column_choice.h>
+#include <editor/scene/property_roles.h>
+#include <editor/scene/scene_document.h>
+#include <editor/scene/scene_item_model.h>
+
+#include <QAbstractItemModelTester>
+#include <QColor>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using namespace editor;
+using testing::Contains;
+using testing::Not;
+
+struct ColumnChoiceTest : testing::Test
+{
+    ColumnChoiceTest()
+    {
+        QSettings::setDefaultFormat(QSettings::IniFormat);
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
+        QCoreApplication::setOrganizationName("Tests");
+    }
+
+    static void choose(SceneColumnsModel& columns, ColumnChoice& choice,
+                       std::initializer_list<const char*> ids)
+    {
+        for (const char* id : ids)
+            choice.select(columns.indexOf(id), QItemSelectionModel::Select);
+    }
+    /// The ids that show, in their order.
+    static QStringList shown(const ColumnChoice& choice)
+    {
+        QMultiMap<int, QString> byOrder;
+        for (const QModelIndex& column : choice.selectedIndexes()) {
+            byOrder.insert(column.data(SceneColumnsModel::ColumnOrderRole).toInt(),
+                           column.data(SceneColumnsModel::ColumnIdRole).toString());
+        }
+        return byOrder.values();
+    }
+
+    QTemporaryDir folder;
+};
+
+TEST(SceneColumnsModelTest, hasTheOwnColumnsOfRowsAndTheirProperties)
+{
+    SceneColumnsModel columns;
+    const QAbstractItemModelTester tester(&columns,
+                                          QAbstractItemModelTester::FailureReportingMode::Fatal);
+    const auto groupOf = [&columns](const char* id) {
+        return columns.indexOf(id).parent().data().toString();
+    };
+    EXPECT_EQ(groupOf("type"), "Object");
+    EXPECT_EQ(groupOf("locked"), "Object");
+    EXPECT_EQ(groupOf("transform.position.x"), "Transform");
+    EXPECT_EQ(groupOf("light.intensity"), "Light");
+    EXPECT_EQ(groupOf("camera.fieldOfView"), "Camera");
+    EXPECT_EQ(columns.indexOf("transform.position.x").data(), "Position X");
+    EXPECT_EQ(columns.indexOf("light.type").data(), "Light type");
+    EXPECT_FALSE(columns.indexOf("name").isValid()) << "names have the tree's own column";
+    EXPECT_TRUE(columns.indexOf("visible").data(SceneColumnsModel::ToggleRole).toBool());
+    EXPECT_FALSE(columns.indexOf("modified").data(SceneColumnsModel::ToggleRole).toBool());
+    EXPECT_FALSE(columns.index(0, 0).flags().testFlag(Qt::ItemIsSelectable));
+
+    QStringList titles;
+    for (const QModelIndex& column : columns.columns())
+        titles << column.data().toString();
+    EXPECT_EQ(titles.removeDuplicates(), 0) << titles.join(", ").toStdString();
+}
+
+TEST_F(ColumnChoiceTest, comesBackInItsOrder)
+{
+    {
+        SceneColumnsModel columns;
+        ColumnChoice choice(columns);
+        EXPECT_EQ(shown(choice), QStringList({"type"}));
+        choose(columns, choice, {"light.intensity", "count", "transform.position.x"});
+        EXPECT_EQ(shown(choice),
+                  QStringList({"type", "light.intensity", "count", "transform.position.x"}));
+        columns.setData(columns.indexOf("type"), 100, SceneColumnsModel::ColumnOrderRole);
+        choice.select(columns.indexOf("count"), QItemSelectionModel::Deselect);
+    }
+    {
+        SceneColumnsModel columns;
+        ColumnChoice choice(columns);
+        EXPECT_EQ(shown(choice), QStringList({"light.intensity", "transform.position.x", "type"}));
+        choose(columns, choice, {"type", "count"});
+        EXPECT_EQ(shown(choice).last(), "count");
+        choice.clear();
+    }
+    SceneColumnsModel columns;
+    EXPECT_EQ(shown(ColumnChoice(columns)), QStringList()) << "no column is a choice as well";
+}
+
+TEST_F(ColumnChoiceTest, forgetsColumnsThatAreNoMore)
+{
+    QSettings().setValue("columns/chosen", QStringList({"gone", "count", "type"}));
+    SceneColumnsModel columns;
+    EXPECT_EQ(shown(ColumnChoice(columns)), QStringList({"count", "type"}));
+}
+
+struct PropertyRolesTest : testing::Test
+{
+    PropertyRolesTest()
+    {
+        const SceneObjectPtr root = SceneObject::create(ObjectKind::Scene, "Scene");
+        const SceneObjectPtr lamp = SceneObject::create(ObjectKind::Light, "Lamp");
+        lamp->transform()->position = {0.1f, 2, -3};
+        lamp->light()->color = {0, 1, 0, 1};
+        lamp->light()->type = LightType::Spot;
+        const SceneObjectPtr camera = SceneObject::create(ObjectKind::Camera, "Camera");
+        camera->camera()->target = kyr::PersistentObject(lamp->reflected());
+        root->append(lamp);
+        root->append(camera);
+        document.open(root, {});
+    }
+
+    static int role(const char* path)
+    {
+        return SceneColumnsModel().indexOf(path).data(valueRole).toInt();
+    }
+    QModelIndex row(int number) const { return model.index(number, 0, model.index(0, 0)); }
+    QVariant value(int number, const char* path) const { return row(number).data(role(path)); }
+
+    static constexpr int valueRole = SceneColumnsModel::ValueRole;
+    SceneDocument document;
+    SceneItemModel model{document};
+};
+
+TEST_F(PropertyRolesTest, giveValuesFitToShowAndSort)
+{
+    EXPECT_EQ(value(0, "transform.position.x"), QVariant(0.1));
+    EXPECT_EQ(value(0, "transform.position"), QVariant("0.1 2 -3"));
+    EXPECT_EQ(value(0, "light.color"), QVariant(QColor(0, 255, 0)));
+    EXPECT_EQ(value(0, "light.type"), QVariant("spot"));
+    EXPECT_EQ(value(0, "visible"), QVariant(true));
+    EXPECT_EQ(value(1, "camera.target"), QVariant("Lamp"));
+    EXPECT_FALSE(value(1, "light.intensity").isValid());
+    EXPECT_FALSE(model.index(0, 0).data(role("transform.position.x")).isValid());
+    EXPECT_EQ(value(0, "type"), QVariant("light"));
+    EXPECT_EQ(model.roleNames().value(role("light.intensity")), "light.intensity");
+}
+
+TEST_F(PropertyRolesTest, togglesAreSetAsOneStep)
+{
+    EXPECT_TRUE(model.setData(row(0), true, role("locked")));
+    EXPECT_EQ(value(0, "locked"), QVariant(true));
+    EXPECT_TRUE(model.setData(row(0), true, role("locked")));
+    EXPECT_FALSE(model.setData(row(0), 5.0, role("light.intensity")));
+    EXPECT_EQ(document.undoStack().count(), 1);
+    document.undoStack().undo();
+    EXPECT_EQ(value(0, "locked"), QVariant(false));
+}
+
+TEST_F(PropertyRolesTest, changesNameTheRolesThatMayDiffer)
+{
+    QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+    const auto changedRoles = [&](const char* path, const lumo::Variant& value) {
+        document.setProperty({document.root()->children().front()}, path, value);
+        return changed.takeLast()[2].value<QVector<int>>();
+    };
+    const auto moved = changedRoles("transform.position", lumo::Variant(lumo::Vector3{1, 1, 1}));
+    EXPECT_THAT(moved, Contains(role("transform.position.z")));
+    EXPECT_THAT(moved, Not(Contains(role("light.intensity"))));
+    EXPECT_THAT(changedRoles("light.intensity", lumo::Variant(7.0f)),
+                Contains(role("light.intensity")));
+    EXPECT_THAT(changedRoles("visible", lumo::Variant(false)), Contains(role("visible")));
+}
+
+} // namespace
