@@ -7,6 +7,24 @@
 
 namespace editor {
 
+namespace {
+
+QString pasteSummary(const PropertyPasteReport& report)
+{
+    QString text = EditCommands::tr("%1 properties of %2 objects changed")
+                       .arg(report.changedProperties)
+                       .arg(report.changedObjects);
+    if (report.unmatched > 0)
+        text += EditCommands::tr("; no match for %1 values").arg(report.unmatched);
+    if (report.typeMismatches > 0)
+        text += EditCommands::tr("; another type in %1").arg(report.typeMismatches);
+    if (report.refused > 0)
+        text += EditCommands::tr("; %1 refused").arg(report.refused);
+    return text;
+}
+
+} // namespace
+
 EditCommands::EditCommands(SceneDocument& document, IAssetSelection& selection,
                            SceneBrowserData& browser, QObject* parent)
     : QObject(parent), m_document(document), m_selection(selection), m_browser(browser)
@@ -53,8 +71,9 @@ void EditCommands::copyProperties()
 
 void EditCommands::pasteProperties()
 {
-    if (!m_browser.pasteProperties())
-        Q_EMIT reported(tr("Properties were not pasted; the log says why"));
+    Q_EMIT reported(m_browser.pasteProperties()
+                        ? pasteSummary(m_browser.lastPasteReport())
+                        : tr("Properties were not pasted; the log says why"));
 }
 
 } // namespace editor

@@ -23,7 +23,7 @@ EditorSession::EditorSession(QObject* parent)
         m_selection.clearSelection();
     });
     connect(&m_assetModel, &SceneAssetModel::activated, this,
-            [this](const SceneObject* object) { m_view.frame(*object); });
+            [this](SceneObject* object) { m_view.frame(*object); });
     connect(&m_view, &ViewportBinding::contextMenuRequested, &m_browser,
             &SceneBrowserData::requestMenu);
 }

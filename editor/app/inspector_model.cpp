@@ -68,29 +68,37 @@ void InspectorModel::followSelection()
     const bool isSame = std::equal(
         properties.begin(), properties.end(), m_lines.begin(), m_lines.end(),
         [](const auto& property, const Line& line) { return isSameLine(property, line.property); });
-    if (!isSame) {
+    if (isSame) {
+        readValues();
+    } else {
         endChange();
         beginResetModel();
         m_lines.clear();
         for (InspectorProperty& property : properties)
             m_lines.push_back({std::move(property), {}});
+        readPrimaryValues();
         endResetModel();
+        compareSlice();
     }
-    readValues();
     Q_EMIT objectsChanged();
 }
 
 void InspectorModel::readValues()
 {
+    readPrimaryValues();
+    emitChanged(0, {ValueRole, MixedRole});
+    compareSlice();
+}
+
+void InspectorModel::readPrimaryValues()
+{
     m_compareTimer.stop();
+    m_compared = 1;
     if (m_objects.empty())
         return;
     const kyr::ReflectedObject primary = m_objects.front()->reflected();
     for (Line& line : m_lines)
         line.value = MergedValue(propertyAtPath(primary, line.property.path).get());
-    m_compared = 1;
-    emitChanged(0, {ValueRole, MixedRole});
-    compareSlice();
 }
 
 void InspectorModel::compareSlice()

@@ -84,6 +84,7 @@ private:
 
     void followSelection();
     void readValues();
+    void readPrimaryValues();
     void compareSlice();
     void edit(int row, const Edit& edit);
     void emitChanged(int row, const QVector<int>& roles);

@@ -1,6 +1,6 @@
 #include "log_model.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace editor {
 
@@ -36,39 +36,40 @@ void LogModel::receive(Inbox& inbox, const Zar::DebugMessage& message)
     Line line{QTime::currentTime(), severityOf(message),
               QString::fromStdString(message.text).simplified()};
     const std::lock_guard lock(inbox.mutex);
+    inbox.problems += line.severity == Note ? 0 : 1;
     inbox.lines.push_back(std::move(line));
-    if (inbox.model && inbox.lines.size() == 1)
+    if (inbox.lines.size() > std::size_t(capacity))
+        inbox.lines.pop_front();
+    else if (inbox.model && inbox.lines.size() == 1)
         QMetaObject::invokeMethod(inbox.model, &LogModel::takeOver, Qt::QueuedConnection);
 }
 
 void LogModel::takeOver()
 {
-    std::vector<Line> lines;
+    std::deque<Line> lines;
+    int problems = 0;
     {
         const std::lock_guard lock(m_inbox->mutex);
         lines.swap(m_inbox->lines);
+        problems = std::exchange(m_inbox->problems, 0);
     }
-    const auto problems = std::count_if(lines.begin(), lines.end(),
-                                        [](const Line& line) { return line.severity != Note; });
     append(std::move(lines));
     if (problems > 0) {
-        m_problemCount += int(problems);
+        m_problemCount += problems;
         Q_EMIT problemCountChanged();
     }
 }
 
-void LogModel::append(std::vector<Line> lines)
+void LogModel::append(std::deque<Line> lines)
 {
-    if (lines.size() > capacity)
-        lines.erase(lines.begin(), lines.end() - capacity);
+    if (lines.empty())
+        return;
     const int surplus = int(m_lines.size() + lines.size()) - capacity;
     if (surplus > 0) {
         beginRemoveRows({}, 0, surplus - 1);
         m_lines.erase(m_lines.begin(), m_lines.begin() + surplus);
         endRemoveRows();
     }
-    if (lines.empty())
-        return;
     const int first = int(m_lines.size());
     beginInsertRows({}, first, first + int(lines.size()) - 1);
     m_lines.insert(m_lines.end(), std::make_move_iterator(lines.begin()),

@@ -8,7 +8,6 @@
 #include <deque>
 #include <memory>
 #include <mutex>
-#include <vector>
 
 namespace editor {
 
@@ -63,13 +62,14 @@ private:
     struct Inbox
     {
         std::mutex mutex;
-        std::vector<Line> lines;
+        std::deque<Line> lines;
+        int problems = 0;
         LogModel* model = nullptr;
     };
 
     static void receive(Inbox& inbox, const Zar::DebugMessage& message);
     void takeOver();
-    void append(std::vector<Line> lines);
+    void append(std::deque<Line> lines);
 
     std::shared_ptr<Inbox> m_inbox = std::make_shared<Inbox>();
     std::deque<Line> m_lines;

@@ -7,29 +7,40 @@
 #include <editor/scene/transform_math.h>
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace editor {
 
 namespace {
 
-/// Ids of the objects and of everything below them; each object behind what is below it, so that
-/// the object selected last stays the primary one.
-std::vector<quint32> branchIds(const SceneObjects& objects)
+struct MarkedItems
 {
     std::vector<quint32> ids;
-    for (const SceneObjectPtr& object : objects) {
-        const std::size_t begin = ids.size();
-        std::vector<const SceneObject*> waiting{object.get()};
+    /// How many at the end belong to the object selected last.
+    std::size_t primaryCount = 0;
+};
+
+/// The objects with everything below them, each item once, at its last place. O(n).
+MarkedItems withBranches(const SceneObjects& objects)
+{
+    MarkedItems marked;
+    std::unordered_set<const SceneObject*> visited;
+    for (auto object = objects.rbegin(); object != objects.rend(); ++object) {
+        std::vector<const SceneObject*> waiting{object->get()};
         while (!waiting.empty()) {
             const SceneObject* next = waiting.back();
             waiting.pop_back();
-            ids.push_back(next->id());
+            if (!visited.insert(next).second)
+                continue;
+            marked.ids.push_back(next->id());
             for (const SceneObjectPtr& child : next->children())
                 waiting.push_back(child.get());
         }
-        std::reverse(ids.begin() + std::ptrdiff_t(begin), ids.end());
+        if (object == objects.rbegin())
+            marked.primaryCount = marked.ids.size();
     }
-    return ids;
+    std::reverse(marked.ids.begin(), marked.ids.end());
+    return marked;
 }
 
 } // namespace
@@ -76,7 +87,7 @@ void ViewportBinding::followView()
     connect(&m_controller, &ViewportController::hovered, this,
             [this](quint32 id) { m_selection.setHoveredObjects(objectsOf({id})); });
     connect(&m_controller, &ViewportController::activated, this, [this](quint32 id) {
-        if (const SceneObject* object = m_document.objectById(id))
+        if (SceneObject* object = m_document.objectById(id))
             frame(*object);
     });
     connect(&m_controller, &ViewportController::contextMenuRequested, this, [this](quint32 id) {
@@ -123,21 +134,24 @@ void ViewportBinding::updateItems(const ObjectChanges& changes)
 
 void ViewportBinding::showSelection()
 {
-    m_controller.setSelectedIds(branchIds(selectedObjects(m_document, m_selection)));
+    const MarkedItems marked = withBranches(selectedObjects(m_document, m_selection));
+    m_controller.setSelectedIds(marked.ids, marked.primaryCount);
 }
 
 void ViewportBinding::showHover()
 {
-    const SceneObject* object =
-        m_hovered.empty() ? nullptr : sceneObjectOf(m_hovered.front().object());
-    m_controller.setHoveredId(m_document.contains(object) ? object->id() : 0);
+    SceneObjects objects;
+    for (const kyr::PersistentObject& hovered : m_hovered) {
+        SceneObject* object = sceneObjectOf(hovered.object());
+        if (m_document.contains(object))
+            objects.push_back(object->shared_from_this());
+    }
+    m_controller.setHoveredIds(withBranches(objects).ids);
 }
 
-void ViewportBinding::frame(const SceneObject& object)
+void ViewportBinding::frame(SceneObject& object)
 {
-    std::vector<quint32> ids;
-    forEachViewportItem(object, [&ids](const ViewportItem& item) { ids.push_back(item.id); });
-    m_controller.frame(ids);
+    m_controller.frame(withBranches({object.shared_from_this()}).ids);
 }
 
 void ViewportBinding::frameSelection()

@@ -21,7 +21,7 @@ public:
     ViewportController* controller() noexcept { return &m_controller; }
 
     /// Fills the view with the object and what is below it.
-    void frame(const SceneObject& object);
+    void frame(SceneObject& object);
     /// Fills the view with the selection, or with everything when nothing is selected.
     Q_INVOKABLE void frameSelection();
     Q_INVOKABLE void frameAll();

@@ -1,24 +1,32 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 
-CheckBox {
+// A check mark, a dash where objects differ.
+AbstractButton {
     id: field
 
-    padding: 0
+    implicitWidth: 22
     implicitHeight: 22
     enabled: !line.readOnly
-    tristate: line.mixed
-    checkState: line.mixed ? Qt.PartiallyChecked : line.value === true ? Qt.Checked : Qt.Unchecked
 
+    Accessible.role: Accessible.CheckBox
     Accessible.name: line.label
+    Accessible.checked: line.value === true && !line.mixed
 
-    // The next state is what the model makes of the click; the binding above then shows it.
-    nextCheckState: function () {
-        const wanted = line.mixed || line.value !== true;
-        session.inspector.setBoolean(row, wanted);
-        return line.mixed ? Qt.PartiallyChecked : line.value === true ? Qt.Checked : Qt.Unchecked;
+    onClicked: session.inspector.setBoolean(row, line.mixed || line.value !== true)
+
+    FieldBackground {
+        anchors.verticalCenter: parent.verticalCenter
+        width: 16
+        height: 16
+        focused: field.visualFocus || field.hovered
+
+        Text {
+            anchors.centerIn: parent
+            text: line.mixed ? "–" : line.value === true ? "✓" : ""
+            color: theme.text
+            opacity: field.enabled ? 1 : 0.5
+            font { pixelSize: 12; bold: true }
+        }
     }
-    onClicked: checkState = Qt.binding(function () {
-        return line.mixed ? Qt.PartiallyChecked : line.value === true ? Qt.Checked : Qt.Unchecked;
-    })
 }

@@ -1,6 +1,8 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
+import Kyr.SceneOutline 1.0
 
+// One of several names.
 ComboBox {
     id: field
 
@@ -9,6 +11,7 @@ ComboBox {
     }
 
     implicitHeight: 22
+    leftPadding: 6
     font.pixelSize: 12
     enabled: !line.readOnly
     model: line.choices
@@ -18,6 +21,24 @@ ComboBox {
     wheelEnabled: false
 
     Accessible.name: line.label
+
+    contentItem: Text {
+        text: field.displayText
+        color: theme.text
+        font: field.font
+        elide: Text.ElideRight
+        verticalAlignment: Text.AlignVCenter
+    }
+    background: FieldBackground {
+        focused: field.visualFocus || field.down || field.hovered
+    }
+    indicator: PanelIcon {
+        x: field.width - width - 4
+        anchors.verticalCenter: parent.verticalCenter
+        name: "arrow"
+        rotation: 90
+        color: theme.dimText
+    }
 
     onActivated: {
         session.inspector.setText(row, line.choices[index]);

@@ -38,7 +38,8 @@ Item {
         width: line.labelWidth - 10
         anchors.verticalCenter: parent.verticalCenter
         visible: model.kind !== "group"
-        text: model.label
+        text: model.kind === "vector" && model.unit ? qsTr("%1 (%2)").arg(model.label).arg(model.unit)
+                                                    : model.label
         color: theme.dimText
         font.pixelSize: 12
         elide: Text.ElideRight

@@ -28,8 +28,7 @@ Item {
     function shownText() {
         if (mixed)
             return "–";
-        const short = Number(value.toFixed(decimals));
-        return Math.abs(value) >= 1e7 ? value.toPrecision(6) : String(short);
+        return Math.abs(value) >= 1e7 ? value.toPrecision(6) : String(Number(value.toFixed(decimals)));
     }
     function bounded(number) {
         return Math.max(minimum, Math.min(maximum, number));
@@ -93,11 +92,8 @@ Item {
             text = Qt.binding(field.shownText);
         }
 
-        onAccepted: {
-            field.commitTyped();
-            text = String(field.value);
-            selectAll();
-        }
+        // Without the focus, undo means the editor's steps again and not the typing.
+        onAccepted: focus = false
         onActiveFocusChanged: {
             if (activeFocus)
                 return;
@@ -106,8 +102,8 @@ Item {
             cursorPosition = 0;
         }
         Keys.onEscapePressed: {
-            text = String(field.value);
-            selectAll();
+            showValue();
+            focus = false;
         }
         Keys.onUpPressed: stepBy(event, 1)
         Keys.onDownPressed: stepBy(event, -1)

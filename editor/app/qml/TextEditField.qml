@@ -35,9 +35,10 @@ TextField {
 
     Keys.onEscapePressed: {
         showValue();
-        selectAll();
+        focus = false;
     }
-    onAccepted: selectAll()
+    // Without the focus, undo means the editor's steps again and not the typing.
+    onAccepted: focus = false
     onEditingFinished: {
         if (!readOnly && text !== shownText())
             session.inspector.setText(row, text);

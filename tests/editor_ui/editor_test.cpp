@@ -1,0 +1,180 @@
+#include "editor_test.h"
+
+#include <editor/scene/primitive_shapes.h>
+#include <kyr_scene_outline/item_roles.h>
+
+namespace test {
+
+using editor::ObjectKind;
+using editor::SceneObject;
+using editor::SceneObjectPtr;
+
+namespace {
+
+SceneObjectPtr makeBox(const char* name, float x)
+{
+    SceneObjectPtr box = SceneObject::create(ObjectKind::Mesh, name);
+    box->mesh()->asset = editor::makePrimitive("box 1 1 1");
+    box->transform()->position = {x, 0, 0};
+    return box;
+}
+
+SceneObjectPtr makeLight(const char* name, float x, float intensity)
+{
+    SceneObjectPtr light = SceneObject::create(ObjectKind::Light, name);
+    light->transform()->position = {x, 3, 0};
+    light->light()->intensity = intensity;
+    return light;
+}
+
+SceneObjectPtr makeScene()
+{
+    const SceneObjectPtr root = SceneObject::create(ObjectKind::Scene, "Stage");
+    const SceneObjectPtr lamps = SceneObject::create(ObjectKind::Group, "Lamps");
+    lamps->append(makeLight("Left", -2, 4));
+    lamps->append(makeLight("Right", 2, 5));
+    root->append(lamps);
+    root->append(makeBox("Near", -2));
+    root->append(makeBox("Far", 2));
+    root->setExpanded(true);
+    return root;
+}
+
+SceneObjectPtr findBelow(const SceneObjectPtr& branch, const std::string& name)
+{
+    if (branch->name() == name)
+        return branch;
+    for (const SceneObjectPtr& child : branch->children()) {
+        if (SceneObjectPtr found = findBelow(child, name))
+            return found;
+    }
+    return nullptr;
+}
+
+QQuickItem* findVisible(QQuickItem* branch, const QString& objectName)
+{
+    if (branch->objectName() == objectName && branch->isVisible() && branch->width() > 0)
+        return branch;
+    for (QQuickItem* child : branch->childItems()) {
+        if (QQuickItem* found = findVisible(child, objectName))
+            return found;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+EditorTest::EditorTest()
+{
+    session.document()->open(makeScene(), {});
+    if (!window || !QTest::qWaitForWindowExposed(window))
+        throw std::runtime_error("the window does not show");
+    // No window manager does it on a bare display.
+    window->requestActivate();
+    if (!QTest::qWaitForWindowActive(window))
+        throw std::runtime_error("the window takes no keys");
+}
+
+SceneObjectPtr EditorTest::object(const char* name) const
+{
+    return findBelow(const_cast<EditorTest*>(this)->session.document()->root(), name);
+}
+
+std::vector<quint32> EditorTest::ids(std::initializer_list<const char*> names) const
+{
+    std::vector<quint32> result;
+    for (const char* name : names)
+        result.push_back(object(name)->id());
+    return result;
+}
+
+QStringList EditorTest::selection()
+{
+    QStringList names;
+    for (const kyr::PersistentObject& selected : session.selection().objects())
+        names.append(editor::sceneObjectOf(selected.object())->displayName());
+    return names;
+}
+
+QStringList EditorTest::selectedRows()
+{
+    QModelIndexList rows = session.browser()->selectionModel()->selectedRows();
+    QStringList names;
+    for (const QModelIndex& selected : rows)
+        names.append(selected.data().toString());
+    names.sort();
+    return names;
+}
+
+QModelIndex EditorTest::row(const char* name)
+{
+    const SceneObjectPtr found = object(name);
+    return found ? session.assetModel().indexOf(found->reflected()) : QModelIndex();
+}
+
+void EditorTest::select(std::initializer_list<const char*> names)
+{
+    IAssetSelection::Objects objects;
+    for (const char* name : names)
+        objects.emplace_back(object(name)->reflected());
+    session.selection().setSelection(objects, false);
+}
+
+QQuickItem* EditorTest::item(const QString& objectName)
+{
+    QQuickItem* found = nullptr;
+    if (!QTest::qWaitFor([&] {
+            found = findVisible(window->contentItem(), objectName);
+            return found != nullptr;
+        }))
+        throw std::runtime_error("no visible " + objectName.toStdString());
+    return found;
+}
+
+QPoint EditorTest::centre(QQuickItem* item) const
+{
+    return item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
+}
+
+QPoint EditorTest::rowPoint(const char* name)
+{
+    return centre(item(QString("row_%1").arg(name)));
+}
+
+QPoint EditorTest::viewPoint(const char* name)
+{
+    const QPointF point = session.viewport()->projectToScreen(object(name)->id());
+    return item("viewport")->mapToScene(point).toPoint();
+}
+
+void EditorTest::click(const QPoint& point, Qt::KeyboardModifiers modifiers, Qt::MouseButton button)
+{
+    QTest::mouseClick(window, button, modifiers, point);
+}
+
+void EditorTest::drag(const QPoint& from, const QPoint& to, Qt::KeyboardModifiers modifiers)
+{
+    QTest::mousePress(window, Qt::LeftButton, modifiers, from);
+    QTest::mouseMove(window, (from + to) / 2);
+    QTest::mouseMove(window, to);
+    QTest::mouseRelease(window, Qt::LeftButton, modifiers, to);
+}
+
+void EditorTest::moveTo(const QPoint& point)
+{
+    QTest::mouseMove(window, point);
+    QTest::qWait(0);
+}
+
+void EditorTest::key(Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    QTest::keyClick(window, key, modifiers);
+}
+
+void EditorTest::type(const QString& text)
+{
+    for (const QChar character : text)
+        QTest::keyClick(window, character.toLatin1());
+}
+
+} // namespace test

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <editor/app/editor_session.h>
+#include <editor/app/editor_window.h>
+
+#include <QQuickItem>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace test {
+
+/// The real window over a scene of two boxes, "Near" and "Far", and a group "Lamps" with the
+/// lights "Left" and "Right", which differ in x and intensity.
+class EditorTest : public ::testing::Test
+{
+protected:
+    EditorTest();
+
+    editor::SceneObjectPtr object(const char* name) const;
+    std::vector<quint32> ids(std::initializer_list<const char*> names) const;
+    /// Names of the editor's selected objects, first to last.
+    QStringList selection();
+    /// Names of the objects of the tree's selected rows, top to bottom.
+    QStringList selectedRows();
+    QModelIndex row(const char* name);
+    void select(std::initializer_list<const char*> names);
+
+    /// The visible item of that object name; waits until there is one.
+    QQuickItem* item(const QString& objectName);
+    QPoint centre(QQuickItem* item) const;
+    QPoint rowPoint(const char* name);
+    /// Where an object shows in the 3D view, in the window.
+    QPoint viewPoint(const char* name);
+
+    void click(const QPoint& point, Qt::KeyboardModifiers modifiers = {},
+               Qt::MouseButton button = Qt::LeftButton);
+    void drag(const QPoint& from, const QPoint& to, Qt::KeyboardModifiers modifiers = {});
+    void moveTo(const QPoint& point);
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+    void type(const QString& text);
+
+    editor::EditorSession session;
+    editor::EditorWindow editorWindow{session};
+    QQuickWindow* window = editorWindow.window();
+};
+
+} // namespace test
