@@ -110,11 +110,12 @@ Item {
                 cell.dragged(mouse.x);
         }
         onReleased: {
-            if (dragging)
+            const dropped = dragging;
+            dragging = false;
+            if (dropped)
                 cell.dropped();
             else if (containsMouse)
                 cell.clicked();
-            dragging = false;
         }
         onCanceled: {
             dragging = false;

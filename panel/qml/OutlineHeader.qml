@@ -82,8 +82,10 @@ FocusScope {
             onClicked: header.columns.sortBy(modelData.columnId)
             onDragged: header.dropPlace = header.placeAt(cell.x + x)
             onDropped: {
-                header.columns.move(column, header.dropPlace);
+                // The move replaces this very cell.
+                const place = header.dropPlace;
                 header.dropPlace = -1;
+                header.columns.move(column, place);
             }
             onDragCanceled: header.dropPlace = -1
             onResized: header.columns.setWidth(column, width)

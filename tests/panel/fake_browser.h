@@ -27,12 +27,19 @@ class FakeBrowser : public QObject
     Q_PROPERTY(QItemSelectionModel* selectionModel READ selectionModel CONSTANT)
     Q_PROPERTY(QObject* headerPanel MEMBER m_headerPanel NOTIFY headerPanelChanged)
     Q_PROPERTY(QObject* footerPanel MEMBER m_footerPanel NOTIFY footerPanelChanged)
+    Q_PROPERTY(QObject* filterPredicate MEMBER m_filterPredicate NOTIFY filterPredicateChanged)
+    Q_PROPERTY(QAbstractItemModel* selectedColumnsModel MEMBER m_selectedColumns CONSTANT)
 
 public:
     explicit FakeBrowser(QAbstractItemModel* model) : m_model(model), m_selection(model) {}
 
     QAbstractItemModel* model() const { return m_model; }
     QItemSelectionModel* selectionModel() { return &m_selection; }
+    void setSelectedColumns(QAbstractItemModel* columns)
+    {
+        m_selectedColumns = columns;
+        Q_EMIT columnsModelChanged();
+    }
     QStringList takeCalls() { return std::exchange(m_calls, {}); }
 
     Q_INVOKABLE void syncHover(const QModelIndex& index) { called("hover", index); }
@@ -44,6 +51,8 @@ public:
 Q_SIGNALS:
     void headerPanelChanged();
     void footerPanelChanged();
+    void filterPredicateChanged();
+    void columnsModelChanged();
     void expandAllRequested();
     void collapseAllRequested();
     void onShowItem(const QModelIndex& index);
@@ -58,5 +67,7 @@ private:
     QItemSelectionModel m_selection;
     QObject* m_headerPanel = nullptr;
     QObject* m_footerPanel = nullptr;
+    QObject* m_filterPredicate = nullptr;
+    QAbstractItemModel* m_selectedColumns = nullptr;
     QStringList m_calls;
 };

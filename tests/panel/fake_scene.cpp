@@ -1,5 +1,6 @@
 #include "fake_scene.h"
 
+#include <QMimeData>
 #include <QStringList>
 
 #include <algorithm>
@@ -205,11 +206,50 @@ QVariant FakeScene::data(const QModelIndex& index, int role) const
 
 bool FakeScene::setData(const QModelIndex& index, const QVariant& value, int role)
 {
-    if (!index.isValid() || role != ButtonsRole ||
-        !value.toMap().contains(QStringLiteral("visible")))
+    if (!index.isValid())
         return false;
-    item(index)->visible = value.toMap().value(QStringLiteral("visible")).toBool();
+    if (role == Qt::EditRole && !value.toString().isEmpty()) {
+        item(index)->name = value.toString();
+        Q_EMIT dataChanged(index, index, {Qt::DisplayRole});
+        return true;
+    }
+    const QVariant visible =
+        role == ButtonsRole ? value.toMap().value(QStringLiteral("visible")) : value;
+    if ((role != ButtonsRole && role != EnabledRole) || !visible.isValid())
+        return false;
+    item(index)->visible = visible.toBool();
     Q_EMIT dataChanged(index, index, {ButtonsRole, EnabledRole});
+    return true;
+}
+
+Qt::ItemFlags FakeScene::flags(const QModelIndex& index) const
+{
+    return QAbstractItemModel::flags(index) | Qt::ItemIsEditable | Qt::ItemIsDragEnabled |
+           Qt::ItemIsDropEnabled;
+}
+
+QMimeData* FakeScene::mimeData(const QModelIndexList& indexes) const
+{
+    auto* data = new QMimeData;
+    data->setText(indexes.first().data().toString());
+    return data;
+}
+
+bool FakeScene::canDropMimeData(const QMimeData* data, Qt::DropAction action, int, int,
+                                const QModelIndex& parent) const
+{
+    for (QModelIndex up = parent; up.isValid(); up = up.parent()) {
+        if (up.data().toString() == data->text())
+            return false;
+    }
+    return action == Qt::MoveAction;
+}
+
+bool FakeScene::dropMimeData(const QMimeData* data, Qt::DropAction, int row, int,
+                             const QModelIndex& parent)
+{
+    const QModelIndex dragged = find(data->text());
+    move(dragged.parent(), dragged.row(), 1, parent, row < 0 ? rowCount(parent) : row);
     return true;
 }
 

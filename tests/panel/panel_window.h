@@ -52,9 +52,17 @@ public:
 
     QQmlEngine* engine() const { return m_view->engine(); }
     QQuickItem* panel() const { return m_panel; }
-    QQuickItem* item(const char* name) const
+    QQuickItem* item(const char* name) const { return itemBelow(m_panel, name); }
+    /// Rows and columns are only seen as children by the scene that is drawn.
+    static QQuickItem* itemBelow(QQuickItem* parent, const char* name)
     {
-        return m_panel->findChild<QQuickItem*>(QLatin1String(name));
+        if (!parent || parent->objectName() == QLatin1String(name))
+            return parent;
+        for (QQuickItem* child : parent->childItems()) {
+            if (QQuickItem* found = itemBelow(child, name))
+                return found;
+        }
+        return nullptr;
     }
     int count() const { return m_list->property("count").toInt(); }
     int scrolled() const
@@ -74,6 +82,35 @@ public:
     }
     void doubleClick(QPoint point) { QTest::mouseDClick(m_view.get(), Qt::LeftButton, {}, point); }
     void movePointer(QPoint point) { QTest::mouseMove(m_view.get(), point); }
+    void drag(QPoint from, QPoint to)
+    {
+        QTest::mousePress(m_view.get(), Qt::LeftButton, {}, from);
+        QTest::mouseMove(m_view.get(), (from + to) / 2);
+        QTest::mouseMove(m_view.get(), to);
+        QTest::mouseRelease(m_view.get(), Qt::LeftButton, {}, to);
+        settle();
+    }
+    void type(const char* text)
+    {
+        for (; *text != 0; ++text)
+            QTest::keyClick(m_view.get(), *text);
+    }
+    /// The middle of an item, in the window.
+    QPoint middle(const char* name) const
+    {
+        const QQuickItem* found = item(name);
+        return found ? found->mapToScene({found->width() / 2, found->height() / 2}).toPoint()
+                     : QPoint(-1, -1);
+    }
+    /// The names of the rows that show.
+    std::string rows() const
+    {
+        QStringList rows;
+        const auto* flat = m_list->property("model").value<QAbstractItemModel*>();
+        for (int row = 0; row < flat->rowCount(); ++row)
+            rows += flat->index(row, 0).data().toString();
+        return rows.join(QLatin1Char(' ')).toStdString();
+    }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
     {
         QTest::keyClick(m_view.get(), key, modifiers);

@@ -1,0 +1,125 @@
+// Filtering, renaming and dragging in the panel's window.
+
+#include "scene_panel_fixture.h"
+
+#include <host/ui/text_predicate.h>
+
+#include <QSignalSpy>
+
+namespace {
+
+using lumo::datamodels::proxy::TextPredicate;
+
+class PanelEditingTest : public ScenePanelTest
+{
+protected:
+    void openFilter(std::unique_ptr<FakeScene> newScene)
+    {
+        open(std::move(newScene));
+        browser->setProperty("filterPredicate", QVariant::fromValue<QObject*>(&predicate));
+        window.settle();
+    }
+
+    TextPredicate predicate;
+};
+
+TEST_F(PanelEditingTest, FiltersByKeyboardAndCountsWhatItHides)
+{
+    openFilter(house());
+    browser->selectionModel()->select(scene->find(QStringLiteral("Tree")),
+                                      QItemSelectionModel::Select);
+    window.press(Qt::Key_F, Qt::ControlModifier);
+    window.type("tile");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window.rows() == "House Roof Tile"; }))
+        << window.rows();
+    window.settle();
+    EXPECT_EQ(window.panel()->property("hiddenSelectionCount").toInt(), 1);
+    EXPECT_EQ(window.panel()->property("statusText").toString(),
+              QStringLiteral("1 selected, 1 hidden"));
+    EXPECT_EQ(selected(), "Tree");
+    window.press(Qt::Key_Down);
+    window.press(Qt::Key_End);
+    EXPECT_EQ(selected(), "Tile") << "Down goes to the tree";
+    window.press(Qt::Key_F, Qt::ControlModifier);
+    window.press(Qt::Key_Escape);
+    EXPECT_EQ(window.rows(), "House Wall Roof Tree");
+    EXPECT_EQ(predicate.text(), QString());
+}
+
+TEST_F(PanelEditingTest, ShowsWhyAnExpressionIsNone)
+{
+    openFilter(house());
+    window.click(window.middle("expression_switch"));
+    EXPECT_TRUE(predicate.isRegularExpression());
+    window.press(Qt::Key_F, Qt::ControlModifier);
+    window.type("(");
+    EXPECT_TRUE(window.item("filter_field")->property("invalid").toBool());
+    EXPECT_EQ(window.rows(), "House Wall Roof Tree");
+    window.type("a)");
+    EXPECT_FALSE(window.item("filter_field")->property("invalid").toBool());
+}
+
+TEST_F(PanelEditingTest, RenamesInPlaceUntilTheNameIsGood)
+{
+    open(house());
+    QSignalSpy steps(window.panel(), SIGNAL(editBegins(QString)));
+    window.click(window.at(120, 1));
+    window.press(Qt::Key_F2);
+    window.press(Qt::Key_Delete);
+    window.press(Qt::Key_Return);
+    EXPECT_TRUE(window.item("rename_field")->isVisible()) << "an empty name is refused";
+    window.type("Fence");
+    window.press(Qt::Key_Return);
+    EXPECT_EQ(window.rows(), "House Fence Roof Tree");
+    EXPECT_FALSE(window.item("rename_field")->isVisible());
+    EXPECT_EQ(steps.size(), 2);
+    window.press(Qt::Key_F2);
+    window.type("Gate");
+    window.press(Qt::Key_Escape);
+    EXPECT_EQ(window.rows(), "House Fence Roof Tree");
+    window.press(Qt::Key_Down);
+    EXPECT_EQ(selected(), "Roof") << "the tree has the keyboard again";
+}
+
+TEST_F(PanelEditingTest, RenamingEndsWithItsRow)
+{
+    open(house());
+    window.click(window.at(120, 1));
+    window.press(Qt::Key_F2);
+    scene->remove(scene->find(QStringLiteral("House")), 0, 1);
+    window.settle();
+    EXPECT_FALSE(window.item("rename_field")->isVisible());
+    EXPECT_EQ(window.rows(), "House Roof Tree");
+}
+
+TEST_F(PanelEditingTest, DragsRowsOntoAndBetweenOthers)
+{
+    open(house());
+    QSignalSpy ends(window.panel(), SIGNAL(editEnds()));
+    browser->selectionModel()->select(scene->find(QStringLiteral("Tree")),
+                                      QItemSelectionModel::Select);
+    window.drag(window.at(120, 3), window.at(120, 2));
+    EXPECT_EQ(scene->find(QStringLiteral("Tree")).parent().data().toString(),
+              QStringLiteral("Roof"));
+    EXPECT_EQ(selected(), "Tree");
+    const QPoint aboveWall = window.at(120, 1) - QPoint(0, PanelWindow::rowHeight / 2 - 2);
+    window.drag(window.at(120, 2), aboveWall);
+    EXPECT_EQ(window.rows(), "House Roof Wall");
+    EXPECT_EQ(ends.size(), 2);
+    window.drag(window.at(120, 0), window.at(120, 1));
+    EXPECT_EQ(ends.size(), 2) << "not into itself";
+    EXPECT_EQ(window.rows(), "House Roof Wall");
+}
+
+TEST_F(PanelEditingTest, ADragInASortedTreeDropsOntoRowsOnly)
+{
+    open(house());
+    window.click(QPoint(40, 10));
+    EXPECT_EQ(window.rows(), "House Roof Wall Tree");
+    const QPoint aboveRoof = window.at(120, 1) - QPoint(0, PanelWindow::rowHeight / 2 - 2);
+    window.drag(window.at(120, 3), aboveRoof);
+    EXPECT_EQ(scene->find(QStringLiteral("Tree")).parent().data().toString(),
+              QStringLiteral("Roof"));
+}
+
+} // namespace

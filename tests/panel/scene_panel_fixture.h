@@ -1,0 +1,41 @@
+#pragma once
+
+#include "fake_browser.h"
+#include "fake_scene.h"
+#include "panel_window.h"
+
+#include <QRegularExpression>
+
+#include <gtest/gtest.h>
+
+/// The panel over a browser that records what it is asked.
+class ScenePanelTest : public ::testing::Test
+{
+protected:
+    void open(std::unique_ptr<FakeScene> newScene)
+    {
+        scene = std::move(newScene);
+        browser = std::make_unique<FakeBrowser>(scene.get());
+        window.open(browser.get());
+    }
+    std::string selected() const
+    {
+        QStringList names;
+        for (const QModelIndex& index : browser->selectionModel()->selection().indexes())
+            names += index.data().toString();
+        return names.join(QLatin1Char(' ')).toStdString();
+    }
+    QStringList calls(const QString& kind)
+    {
+        return browser->takeCalls().filter(QRegularExpression(QLatin1Char('^') + kind));
+    }
+
+    std::unique_ptr<FakeScene> scene;
+    std::unique_ptr<FakeBrowser> browser;
+    PanelWindow window;
+};
+
+inline std::unique_ptr<FakeScene> house()
+{
+    return FakeScene::fromText(QStringLiteral("+House\n  Wall\n  Roof\n    Tile\nTree\n"));
+}
