@@ -18,6 +18,10 @@ EditorSession::EditorSession(QObject* parent)
     , m_edit(m_document, m_selection, m_browser)
 {
     m_browser.setPopupMenuProvider(makeContextMenuProvider(m_edit, m_selectionStatus));
+    m_browser.setFilterPredicate(&m_filter);
+    m_browser.setColumnsModel(&m_columns, &m_chosenColumns);
+    m_columnChooserRequested =
+        m_browser.connectShowColumnsDialog([this] { Q_EMIT columnChooserRequested(); });
     connect(&m_document, &SceneDocument::aboutToReset, this, [this] {
         m_selection.setHoveredObjects({});
         m_selection.clearSelection();
@@ -29,5 +33,10 @@ EditorSession::EditorSession(QObject* parent)
 }
 
 EditorSession::~EditorSession() = default;
+
+void EditorSession::beginStep(const QString& name)
+{
+    m_step.emplace(name.toStdString(), m_document.changesController().get());
+}
 
 } // namespace editor

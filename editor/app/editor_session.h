@@ -10,9 +10,13 @@
 #include "undo_status.h"
 #include "viewport_binding.h"
 
+#include <editor/columns/column_choice.h>
 #include <editor/scene/scene_asset_model.h>
 #include <host/scene/recorded_asset_selection.h>
+#include <host/undo/commit_changes_scope.h>
 #include <kyr_scene_outline/scene_browser_data.h>
+
+#include <optional>
 
 namespace editor {
 
@@ -53,6 +57,14 @@ public:
     LogModel* log() { return &m_log; }
     ThemeController* theme() { return &m_theme; }
 
+    /// Makes all edits until `endStep` one undo step.
+    Q_INVOKABLE void beginStep(const QString& name);
+    Q_INVOKABLE void endStep() { m_step.reset(); }
+
+Q_SIGNALS:
+    /// The panel asks for the dialog to choose columns in.
+    void columnChooserRequested();
+
 private:
     // Later members use earlier ones.
     ThemeController m_theme;
@@ -60,6 +72,9 @@ private:
     SceneDocument m_document;
     RecordedAssetSelection m_selection;
     SceneAssetModel m_assetModel;
+    SceneColumnsModel m_columns;
+    ColumnChoice m_chosenColumns{m_columns};
+    lumo::datamodels::proxy::TextPredicate m_filter;
     SceneBrowserData m_browser;
     ViewportBinding m_view;
     InspectorModel m_inspector;
@@ -68,6 +83,8 @@ private:
     LoadController m_loader;
     FileCommands m_files;
     EditCommands m_edit;
+    vex::Connection m_columnChooserRequested;
+    std::optional<Zar::CommitChangesScope> m_step;
 };
 
 } // namespace editor

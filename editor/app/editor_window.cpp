@@ -49,16 +49,21 @@ QString bundledScene()
     return besideProgram("share/kyr_scene_outline/street.kyrscene");
 }
 
-EditorWindow::EditorWindow(EditorSession& session, QObject* parent) : QObject(parent)
+EditorWindow::EditorWindow(EditorSession& session, QObject* parent)
+    : QObject(parent), m_session(session), m_extensions(besideProgram("extensions"))
 {
     m_engine.addImportPath(besideProgram("qml"));
     m_engine.addImportPath(besideProgram("lib/qml"));
     m_engine.rootContext()->setContextProperty(QStringLiteral("session"), &session);
     m_engine.rootContext()->setContextProperty(QStringLiteral("theme"), session.theme());
+    m_extensions.attach(*session.browser(), m_engine);
     m_engine.load(QUrl(QStringLiteral("qrc:/editor/app/Main.qml")));
 }
 
-EditorWindow::~EditorWindow() = default;
+EditorWindow::~EditorWindow()
+{
+    m_extensions.detach(*m_session.browser());
+}
 
 QQuickWindow* EditorWindow::window() const
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "extensions.h"
+
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
 
@@ -29,6 +31,8 @@ public:
     QQuickWindow* window() const;
 
 private:
+    EditorSession& m_session;
+    Extensions m_extensions;
     QQmlApplicationEngine m_engine;
 };
 

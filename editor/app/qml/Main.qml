@@ -53,6 +53,12 @@ ApplicationWindow {
         function onReported(text) { statusBar.show(text); }
     }
 
+    Connections {
+        target: session
+
+        function onColumnChooserRequested() { columnChooser.open(); }
+    }
+
     Settings {
         id: settings
 
@@ -68,7 +74,7 @@ ApplicationWindow {
         onAlwaysRevealToggled: browserPanel.alwaysReveal = !browserPanel.alwaysReveal
         onLogToggled: logView.visible = !logView.visible
         onRevealRequested: browserPanel.revealSelection()
-        onRenameRequested: inspector.editName()
+        onRenameRequested: browserPanel.activeFocus ? browserPanel.rename() : inspector.editName()
         onHelpRequested: helpDialog.open()
     }
 
@@ -82,6 +88,9 @@ ApplicationWindow {
 
             objectName: "browser_panel"
             browser: session.browser
+            settingsName: "outline"
+            onEditBegins: session.beginStep(text)
+            onEditEnds: session.endStep()
             SplitView.preferredWidth: 340
             SplitView.minimumWidth: 220
         }
@@ -132,6 +141,8 @@ ApplicationWindow {
         id: statusBar
 
         objectName: "status_bar"
+        selectionText: browserPanel.hiddenSelectionCount > 0 ? browserPanel.statusText
+                                                             : session.selectionStatus.summary
         onLogRequested: logView.visible = !logView.visible
     }
 
@@ -158,5 +169,11 @@ ApplicationWindow {
     }
     HelpDialog {
         id: helpDialog
+    }
+    ColumnChooser {
+        id: columnChooser
+
+        objectName: "column_chooser"
+        browser: session.browser
     }
 }

@@ -4,6 +4,8 @@ import QtQuick 2.15
 Rectangle {
     id: bar
 
+    property string selectionText
+
     signal logRequested
 
     function show(text) {
@@ -24,7 +26,7 @@ Rectangle {
 
         objectName: "selection_text"
         anchors { left: parent.left; leftMargin: 8; verticalCenter: parent.verticalCenter }
-        text: session.selectionStatus.summary
+        text: bar.selectionText
         color: theme.text
         font.pixelSize: 12
     }
