@@ -119,8 +119,9 @@ kyr::MetaProperty& PropertyBag::nest(const std::string& name, std::shared_ptr<Pr
 void PropertyBag::propertyChanged(const kyr::BoundProperty& property, const lumo::Variant& before,
                                   const lumo::Variant& after, vex::Flags<kyr::SetterFlag> flags)
 {
-    if (changes && !flags.has(kyr::SetterFlag::Replay))
-        changes->record(std::make_unique<ValueChange>(property, before, after), "Set value");
+    const auto controller = changes.lock();
+    if (controller && !flags.has(kyr::SetterFlag::Replay))
+        controller->record(std::make_unique<ValueChange>(property, before, after), "Set value");
 }
 
 std::string PropertyBag::text() const

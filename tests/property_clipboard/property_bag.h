@@ -33,7 +33,7 @@ public:
     /// "name=text" of every value with a text form, nested bags included, one a line.
     std::string text() const;
 
-    std::shared_ptr<Zar::ChangesController> changes;
+    std::weak_ptr<Zar::ChangesController> changes;
     /// How often a value was set.
     int sets = 0;
 
