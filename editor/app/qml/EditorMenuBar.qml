@@ -16,6 +16,12 @@ MenuBar {
 
     font.pixelSize: 12
 
+    // A bar whose open item counts as hovered stays in its menu mode when Escape closes the menu, and
+    // the next click only ends that mode.
+    delegate: MenuBarItem {
+        hoverEnabled: !(menu && menu.visible)
+    }
+
     EditorMenu {
         objectName: "file_menu"
         title: qsTr("&File")
