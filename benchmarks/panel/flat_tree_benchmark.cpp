@@ -1,7 +1,8 @@
+#include "group_model.h"
+
 #include <panel/flat_tree_model.h>
 #include <panel/tree_navigator.h>
 
-#include <QAbstractItemModel>
 #include <QItemSelectionModel>
 
 #include <benchmark/benchmark.h>
@@ -12,51 +13,6 @@
 namespace {
 
 using kyr::panel::FlatTreeModel;
-
-/// Groups with the same number of children each; rows cost it nothing to find, so that a benchmark
-/// measures the list.
-class GroupModel : public QAbstractItemModel
-{
-public:
-    GroupModel(int groups, int children) : m_children(std::size_t(groups), children) {}
-
-    void insert(int group, int row)
-    {
-        beginInsertRows(index(group, 0), row, row);
-        ++m_children[std::size_t(group)];
-        endInsertRows();
-    }
-    void remove(int group, int row)
-    {
-        beginRemoveRows(index(group, 0), row, row);
-        --m_children[std::size_t(group)];
-        endRemoveRows();
-    }
-
-    QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override
-    {
-        return createIndex(row, column, parent.isValid() ? quintptr(parent.row()) + 1 : 0);
-    }
-    QModelIndex parent(const QModelIndex& index) const override
-    {
-        return index.internalId() == 0 ? QModelIndex()
-                                       : createIndex(int(index.internalId()) - 1, 0, quintptr(0));
-    }
-    int rowCount(const QModelIndex& parent = {}) const override
-    {
-        if (!parent.isValid())
-            return int(m_children.size());
-        return parent.internalId() == 0 ? m_children[std::size_t(parent.row())] : 0;
-    }
-    int columnCount(const QModelIndex& = {}) const override { return 1; }
-    QVariant data(const QModelIndex& index, int role) const override
-    {
-        return role == Qt::DisplayRole ? QVariant(index.row()) : QVariant();
-    }
-
-private:
-    std::vector<int> m_children;
-};
 
 /// A scene of `range(0)` groups with two objects each, opened on request.
 struct Scene

@@ -51,7 +51,7 @@ Rectangle {
             height: 12
             visible: row.checked
             name: "check"
-            color: "white"
+            color: row.style.highlightedText
         }
     }
     Text {

@@ -22,6 +22,7 @@ QtObject {
     property color hover: alpha(text, dark ? 0.07 : 0.06)
     property color selection: blend(base, highlight, dark ? 0.5 : 0.3)
     property color selectionUnfocused: blend(base, highlight, dark ? 0.28 : 0.16)
+    property color highlightedText: highlight.hslLightness < 0.65 ? "white" : "black"
     property color focus: dark ? Qt.lighter(highlight, 1.35) : highlight
     property color error: dark ? "#e5716c" : "#b3261e"
     property color modified: dark ? "#e0a846" : "#b06f00"

@@ -23,7 +23,7 @@ TextField {
     color: invalid ? style.error : style.text
     placeholderTextColor: style.faintText
     selectionColor: style.highlight
-    selectedTextColor: style.base
+    selectedTextColor: style.highlightedText
     selectByMouse: true
 
     background: Rectangle {
