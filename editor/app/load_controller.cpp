@@ -17,7 +17,7 @@ LoadController::LoadController(SceneDocument& document, QObject* parent)
             [this](const SceneObjectPtr& root, const QString& path) {
                 m_document.open(root, path);
                 reportNote(tr("Opened %1, objects: %2")
-                               .arg(QDir::toNativeSeparators(path))
+                               .arg(QFileInfo(path).fileName())
                                .arg(m_document.objectCount()));
                 Q_EMIT loaded(path);
             });
