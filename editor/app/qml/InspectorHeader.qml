@@ -45,7 +45,7 @@ PaneHeader {
             anchors { right: parent.right; rightMargin: 8; verticalCenter: parent.verticalCenter }
             visible: header.status.count > 1
             width: visible ? implicitWidth : 0
-            text: qsTr("+ %1 more").arg(header.status.count - 1)
+            text: qsTr("+ %1 more").arg((header.status.count - 1).toLocaleString(Qt.locale(), "f", 0))
             color: theme.dimText
             font.pixelSize: 11
         }

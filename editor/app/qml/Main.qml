@@ -21,6 +21,8 @@ ApplicationWindow {
     palette: theme.palette
     font.pixelSize: 12
 
+    // Nobody else does it on a display without a window manager.
+    Component.onCompleted: requestActivate()
     onClosing: {
         close.accepted = window.closing;
         if (!window.closing)
