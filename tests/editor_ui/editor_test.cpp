@@ -64,7 +64,7 @@ QQuickItem* findVisible(QQuickItem* branch, const QString& objectName)
 
 } // namespace
 
-EditorTest::EditorTest()
+EditorDriver::EditorDriver()
 {
     session.document()->open(makeScene(), {});
     if (!window || !QTest::qWaitForWindowExposed(window))
@@ -75,12 +75,12 @@ EditorTest::EditorTest()
         throw std::runtime_error("the window takes no keys");
 }
 
-SceneObjectPtr EditorTest::object(const char* name) const
+SceneObjectPtr EditorDriver::object(const char* name) const
 {
-    return findBelow(const_cast<EditorTest*>(this)->session.document()->root(), name);
+    return findBelow(const_cast<EditorDriver*>(this)->session.document()->root(), name);
 }
 
-std::vector<quint32> EditorTest::ids(std::initializer_list<const char*> names) const
+std::vector<quint32> EditorDriver::ids(std::initializer_list<const char*> names) const
 {
     std::vector<quint32> result;
     for (const char* name : names)
@@ -88,7 +88,7 @@ std::vector<quint32> EditorTest::ids(std::initializer_list<const char*> names) c
     return result;
 }
 
-QStringList EditorTest::selection()
+QStringList EditorDriver::selection()
 {
     QStringList names;
     for (const kyr::PersistentObject& selected : session.selection().objects())
@@ -96,7 +96,7 @@ QStringList EditorTest::selection()
     return names;
 }
 
-QStringList EditorTest::selectedRows()
+QStringList EditorDriver::selectedRows()
 {
     QModelIndexList rows = session.browser()->selectionModel()->selectedRows();
     QStringList names;
@@ -106,13 +106,13 @@ QStringList EditorTest::selectedRows()
     return names;
 }
 
-QModelIndex EditorTest::row(const char* name)
+QModelIndex EditorDriver::row(const char* name)
 {
     const SceneObjectPtr found = object(name);
     return found ? session.assetModel().indexOf(found->reflected()) : QModelIndex();
 }
 
-void EditorTest::select(std::initializer_list<const char*> names)
+void EditorDriver::select(std::initializer_list<const char*> names)
 {
     IAssetSelection::Objects objects;
     for (const char* name : names)
@@ -120,7 +120,7 @@ void EditorTest::select(std::initializer_list<const char*> names)
     session.selection().setSelection(objects, false);
 }
 
-QQuickItem* EditorTest::item(const QString& objectName)
+QQuickItem* EditorDriver::item(const QString& objectName)
 {
     QQuickItem* found = nullptr;
     if (!QTest::qWaitFor([&] {
@@ -131,28 +131,28 @@ QQuickItem* EditorTest::item(const QString& objectName)
     return found;
 }
 
-QPoint EditorTest::centre(QQuickItem* item) const
+QPoint EditorDriver::centre(QQuickItem* item) const
 {
     return item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
 }
 
-QPoint EditorTest::rowPoint(const char* name)
+QPoint EditorDriver::rowPoint(const char* name)
 {
     return centre(item(QString("row_%1").arg(name)));
 }
 
-QPoint EditorTest::viewPoint(const char* name)
+QPoint EditorDriver::viewPoint(const char* name)
 {
     const QPointF point = session.viewport()->projectToScreen(object(name)->id());
     return item("viewport")->mapToScene(point).toPoint();
 }
 
-void EditorTest::click(const QPoint& point, Qt::KeyboardModifiers modifiers, Qt::MouseButton button)
+void EditorDriver::click(const QPoint& point, Qt::KeyboardModifiers modifiers, Qt::MouseButton button)
 {
     QTest::mouseClick(window, button, modifiers, point);
 }
 
-void EditorTest::drag(const QPoint& from, const QPoint& to, Qt::KeyboardModifiers modifiers)
+void EditorDriver::drag(const QPoint& from, const QPoint& to, Qt::KeyboardModifiers modifiers)
 {
     QTest::mousePress(window, Qt::LeftButton, modifiers, from);
     QTest::mouseMove(window, (from + to) / 2);
@@ -160,18 +160,18 @@ void EditorTest::drag(const QPoint& from, const QPoint& to, Qt::KeyboardModifier
     QTest::mouseRelease(window, Qt::LeftButton, modifiers, to);
 }
 
-void EditorTest::moveTo(const QPoint& point)
+void EditorDriver::moveTo(const QPoint& point)
 {
     QTest::mouseMove(window, point);
     QTest::qWait(0);
 }
 
-void EditorTest::key(Qt::Key key, Qt::KeyboardModifiers modifiers)
+void EditorDriver::key(Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
     QTest::keyClick(window, key, modifiers);
 }
 
-void EditorTest::type(const QString& text)
+void EditorDriver::type(const QString& text)
 {
     for (const QChar character : text)
         QTest::keyClick(window, character.toLatin1());

@@ -10,12 +10,13 @@
 
 namespace test {
 
-/// The real window over a scene of two boxes, "Near" and "Far", and a group "Lamps" with the
-/// lights "Left" and "Right", which differ in x and intensity.
-class EditorTest : public ::testing::Test
+/// One start of the editor: the real window, driven as a user would, over a scene of two boxes,
+/// "Near" and "Far", and a group "Lamps" with the lights "Left" and "Right", which differ in x and
+/// intensity.
+class EditorDriver
 {
-protected:
-    EditorTest();
+public:
+    EditorDriver();
 
     editor::SceneObjectPtr object(const char* name) const;
     std::vector<quint32> ids(std::initializer_list<const char*> names) const;
@@ -44,5 +45,8 @@ protected:
     editor::EditorWindow editorWindow{session};
     QQuickWindow* window = editorWindow.window();
 };
+
+class EditorTest : public ::testing::Test, public EditorDriver
+{};
 
 } // namespace test
