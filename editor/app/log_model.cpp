@@ -33,47 +33,48 @@ LogModel::~LogModel()
 
 void LogModel::receive(Inbox& inbox, const Zar::DebugMessage& message)
 {
-    Line line{QTime::currentTime(), severityOf(message),
-              QString::fromStdString(message.text).simplified()};
+    Arrival arrival{QDateTime::currentMSecsSinceEpoch(), severityOf(message), message.text};
     const std::lock_guard lock(inbox.mutex);
-    inbox.problems += line.severity == Note ? 0 : 1;
-    inbox.lines.push_back(std::move(line));
-    if (inbox.lines.size() > std::size_t(capacity))
-        inbox.lines.pop_front();
-    else if (inbox.model && inbox.lines.size() == 1)
+    inbox.problems += arrival.severity == Note ? 0 : 1;
+    inbox.arrivals.push_back(std::move(arrival));
+    if (inbox.arrivals.size() > std::size_t(capacity))
+        inbox.arrivals.pop_front();
+    else if (inbox.model && inbox.arrivals.size() == 1)
         QMetaObject::invokeMethod(inbox.model, &LogModel::takeOver, Qt::QueuedConnection);
 }
 
 void LogModel::takeOver()
 {
-    std::deque<Line> lines;
+    std::deque<Arrival> arrivals;
     int problems = 0;
     {
         const std::lock_guard lock(m_inbox->mutex);
-        lines.swap(m_inbox->lines);
+        arrivals.swap(m_inbox->arrivals);
         problems = std::exchange(m_inbox->problems, 0);
     }
-    append(std::move(lines));
+    append(std::move(arrivals));
     if (problems > 0) {
         m_problemCount += problems;
         Q_EMIT problemCountChanged();
     }
 }
 
-void LogModel::append(std::deque<Line> lines)
+void LogModel::append(std::deque<Arrival> arrivals)
 {
-    if (lines.empty())
+    if (arrivals.empty())
         return;
-    const int surplus = int(m_lines.size() + lines.size()) - capacity;
+    const int surplus = int(m_lines.size() + arrivals.size()) - capacity;
     if (surplus > 0) {
         beginRemoveRows({}, 0, surplus - 1);
         m_lines.erase(m_lines.begin(), m_lines.begin() + surplus);
         endRemoveRows();
     }
     const int first = int(m_lines.size());
-    beginInsertRows({}, first, first + int(lines.size()) - 1);
-    m_lines.insert(m_lines.end(), std::make_move_iterator(lines.begin()),
-                   std::make_move_iterator(lines.end()));
+    beginInsertRows({}, first, first + int(arrivals.size()) - 1);
+    for (const Arrival& arrival : arrivals) {
+        m_lines.push_back({QDateTime::fromMSecsSinceEpoch(arrival.time).time(), arrival.severity,
+                           QString::fromStdString(arrival.text).simplified()});
+    }
     endInsertRows();
 }
 

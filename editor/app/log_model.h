@@ -8,6 +8,7 @@
 #include <deque>
 #include <memory>
 #include <mutex>
+#include <string>
 
 namespace editor {
 
@@ -58,18 +59,25 @@ private:
         Severity severity;
         QString text;
     };
+    /// A message as it came. Of a flood of them only the last are worth more work than this.
+    struct Arrival
+    {
+        qint64 time; // milliseconds since the epoch
+        Severity severity;
+        std::string text;
+    };
     /// Shared with the sink, which other threads may still be in when the model goes.
     struct Inbox
     {
         std::mutex mutex;
-        std::deque<Line> lines;
+        std::deque<Arrival> arrivals;
         int problems = 0;
         LogModel* model = nullptr;
     };
 
     static void receive(Inbox& inbox, const Zar::DebugMessage& message);
     void takeOver();
-    void append(std::deque<Line> lines);
+    void append(std::deque<Arrival> arrivals);
 
     std::shared_ptr<Inbox> m_inbox = std::make_shared<Inbox>();
     std::deque<Line> m_lines;
