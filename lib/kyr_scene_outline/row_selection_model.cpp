@@ -13,6 +13,12 @@ namespace kyr::selection {
 RowSelectionModel::RowSelectionModel(QAbstractItemModel* model, QObject* parent)
     : QItemSelectionModel(nullptr, parent)
 {
+    // The first to hear of a change: one that `select` does not announce is the base class's own,
+    // made before the model's announcement got here.
+    connect(this, &QItemSelectionModel::selectionChanged, this, [this] {
+        if (!std::exchange(m_announcing, false))
+            m_joined = true;
+    });
     connect(this, &QItemSelectionModel::modelChanged, this, &RowSelectionModel::followModel);
     setModel(model);
 }
@@ -35,6 +41,7 @@ void RowSelectionModel::followModel()
         connect(source, &Model::rowsAboutToBeRemoved, this, join),
         connect(source, &Model::columnsAboutToBeInserted, this, join),
         connect(source, &Model::columnsAboutToBeRemoved, this, join),
+        connect(source, &Model::modelAboutToBeReset, this, join),
         connect(source, &Model::rowsAboutToBeMoved, this, save),
         connect(source, &Model::columnsAboutToBeMoved, this, save),
         connect(source, &Model::rowsMoved, this, restore),
@@ -74,8 +81,10 @@ void RowSelectionModel::select(const QItemSelection& selection,
     store(after);
 
     const Difference change = difference(before, after);
-    if (!change.isEmpty())
+    if (!change.isEmpty()) {
+        m_announcing = !signalsBlocked();
         Q_EMIT selectionChanged(change.selected, change.deselected);
+    }
 }
 
 // From empty, the base class takes a list over without comparing ranges.

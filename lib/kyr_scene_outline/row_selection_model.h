@@ -44,6 +44,8 @@ private:
     QItemSelectionModel::SelectionFlags m_currentCommand = QItemSelectionModel::NoUpdate;
     /// The base class joined both parts because rows or columns came or went.
     bool m_joined = false;
+    /// Set while `selectionChanged` is on its way from `select` to the first listener.
+    bool m_announcing = false;
 
     std::vector<SavedCells> m_savedRanges;
     std::vector<SavedCells> m_savedCurrent;

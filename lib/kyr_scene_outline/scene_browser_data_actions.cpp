@@ -53,9 +53,11 @@ void SceneBrowserData::setPopupMenuProvider(std::shared_ptr<lumo::IPopupMenuProv
 
 void SceneBrowserData::requestMenu()
 {
-    if (!m_popupMenuProvider)
+    // Keeps the menu's owner: what the shown menu starts may replace the provider.
+    const std::shared_ptr<lumo::IPopupMenuProvider> provider = m_popupMenuProvider;
+    if (!provider)
         return;
-    lumo::IPopupMenu* menu = m_popupMenuProvider->popupMenu();
+    lumo::IPopupMenu* menu = provider->popupMenu();
     if (!menu)
         return;
     if (checkExpandable()) {

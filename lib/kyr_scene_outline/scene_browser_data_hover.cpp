@@ -7,7 +7,10 @@ void SceneBrowserData::syncHover(const QModelIndex& hoveredItem)
     // Between the announcement and the end of a row update the index may not fit the model.
     if (m_rowsUpdates != 0 || !m_assetModel || !m_assetSelection || !hoveredItem.isValid())
         return;
-    const QVariant value = m_assetModel->itemModel()->data(hoveredItem, kyr::ObjectRole);
+    const QAbstractItemModel* itemModel = m_assetModel->itemModel();
+    if (!itemModel)
+        return;
+    const QVariant value = itemModel->data(hoveredItem, kyr::ObjectRole);
     m_assetSelection->setHoveredObjects({kyr::PersistentObject(kyr::objectOf(value))});
 }
 

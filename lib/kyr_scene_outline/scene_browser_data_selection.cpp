@@ -85,7 +85,8 @@ void SceneBrowserData::updateAssetSelection(const QItemSelection& selection)
 void SceneBrowserData::updateSelectionModelFromAssetSelection()
 {
     const vex::Profiler::Scope profiled("SceneBrowserData::updateSelectionModelFromAssetSelection");
-    if (m_updatingSelection || !m_assetModel)
+    // The selection may notify before there are rows to select: while it is being subscribed to.
+    if (m_updatingSelection || !m_selectionModel)
         return;
     const kyr::ScopedFlag updating(m_updatingSelection);
     QItemSelection selection;

@@ -8,6 +8,20 @@
 
 using test::BrowserTest;
 
+namespace {
+
+class NotifiesAtOnce : public test::LoggedAssetSelection
+{
+public:
+    vex::Connection connectSelectionChanged(SelectionChangedCallback callback) override
+    {
+        callback(vex::Connection(), SelectionChange{objects(), objects()});
+        return LoggedAssetSelection::connectSelectionChanged(std::move(callback));
+    }
+};
+
+} // namespace
+
 TEST_F(BrowserTest, constructionReplacesTheEditorsSelection)
 {
     auto object = std::make_shared<test::NamedObject>("outside");
@@ -18,6 +32,15 @@ TEST_F(BrowserTest, constructionReplacesTheEditorsSelection)
     EXPECT_TRUE(selection.objects().empty());
     EXPECT_EQ(model.get(), browser->model());
     EXPECT_EQ(model.get(), browser->selectionModel()->model());
+}
+
+TEST_F(BrowserTest, aSelectionThatNotifiesDuringConstructionIsReplacedAllTheSame)
+{
+    create("a\nb");
+    NotifiesAtOnce eager;
+    eager.setSelection(objects({"b"}), false);
+    SceneBrowserData second(assetModel.get(), &eager, nullptr);
+    EXPECT_EQ("set(b) set() ", eager.takeLog());
 }
 
 TEST_F(BrowserTest, worksWithoutEitherSide)
@@ -50,6 +73,7 @@ TEST_F(BrowserTest, worksWithoutEitherSide)
     test::TreeAssetModel empty(nullptr);
     SceneBrowserData withoutItemModel(&empty, &selection, nullptr);
     withoutItemModel.selectAll();
+    withoutItemModel.syncHover(model->find("a"));
     EXPECT_NE(nullptr, withoutItemModel.selectionModel());
     EXPECT_FALSE(withoutItemModel.checkExpandable());
 }

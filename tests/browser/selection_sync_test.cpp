@@ -111,8 +111,10 @@ TEST_F(BrowserTest, insertedRowsAreSelectedWhenTheirObjectsAre)
     create("a\nb\nc");
     const std::shared_ptr<kyr::IReflected> kept = model->object("b").topLevel();
     selection.setSelection(objects({"c", "b"}), false);
+    selection.takeLog();
     model->remove({}, 1, 1);
     EXPECT_EQ("c", selectedRows());
+    EXPECT_EQ("set(c) ", selection.takeLog());
 
     // What an undo of the removal does: the same object comes back in a new row.
     selection.RecordedAssetSelection::setSelection(

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <random>
 #include <set>
 #include <sstream>
@@ -39,16 +40,19 @@ std::string sorted(const QItemSelection& selection)
     return text;
 }
 
-/// Writes down what a selection model announces, cells in alphabetical order.
+/// Writes down what a selection model announces, cells in alphabetical order, and what `read` says
+/// the whole selection is at that moment.
 class ChangeLog
 {
 public:
-    explicit ChangeLog(QItemSelectionModel& model)
+    ChangeLog(QItemSelectionModel& model, std::function<QItemSelection()> read)
     {
-        QObject::connect(&model, &QItemSelectionModel::selectionChanged, &model,
-                         [this](const QItemSelection& selected, const QItemSelection& deselected) {
-                             m_text += "+" + sorted(selected) + "-" + sorted(deselected) + "\n";
-                         });
+        QObject::connect(
+            &model, &QItemSelectionModel::selectionChanged, &model,
+            [this, read](const QItemSelection& selected, const QItemSelection& deselected) {
+                m_text += "+" + sorted(selected) + "-" + sorted(deselected) + "=" +
+                          listed(read().indexes()) + "\n";
+            });
     }
     std::string take() { return std::exchange(m_text, {}); }
 
@@ -60,7 +64,12 @@ private:
 class Twins
 {
 public:
-    Twins(TreeModel& model) : stock(&model), ours(&model), m_stockLog(stock), m_ourLog(ours) {}
+    Twins(TreeModel& model)
+        : stock(&model)
+        , ours(&model)
+        , m_stockLog(stock, [this] { return stock.selection(); })
+        , m_ourLog(ours, [this] { return ours.finishedSelection(); })
+    {}
 
     void expectEqual(const std::string& after)
     {
@@ -282,11 +291,19 @@ TEST(RowSelectionModel, behavesAsTheStockModelWithManyRanges)
 TEST(RowSelectionModel, survivesResetsAndForeignModels)
 {
     TreeModel model("a\n  b\nc");
+    // Hears of a reset before the selection models do.
+    QObject early;
+    std::function<void()> onReset;
+    QObject::connect(&model, &TreeModel::modelReset, &early, [&onReset] { onReset(); });
     Twins twins(model);
     for (QItemSelectionModel* selection : {static_cast<QItemSelectionModel*>(&twins.stock),
                                            static_cast<QItemSelectionModel*>(&twins.ours)})
         selection->select(model.find("b"), QItemSelectionModel::Select);
     twins.expectEqual("select");
+    onReset = [&twins] {
+        twins.stock.select(QItemSelection(), QItemSelectionModel::Clear);
+        twins.ours.select(QItemSelection(), QItemSelectionModel::Clear);
+    };
     model.resetTo("x\ny");
     twins.expectEqual("reset");
     TreeModel other("p\nq");
