@@ -73,7 +73,7 @@ bool hasTag(pugi::xml_node node, StringRef tag)
         if (const pugi::xml_attribute written = tagAttributeOf(node, name))
             return xml::unescaped(written.value()) == tag;
     }
-    return std::strncmp(name, tag.data(), tag.size()) == 0 && name[tag.size()] == '\0';
+    return name == tag;
 }
 
 pugi::xml_node findFrom(pugi::xml_node node, StringRef tag)

@@ -112,6 +112,7 @@ TEST(XmlSection, FindsAndChangesChildren)
     EXPECT_EQ(root->readString("b", "", 1), "second");
     EXPECT_EQ(root->readString("b", "none", 2), "none");
     EXPECT_EQ(root->readString("a", "none"), "");
+    EXPECT_EQ(root->readString("a" + std::string(8, '\0'), "none"), "none");
 
     std::vector<DataSectionPtr> found;
     root->openSections("b", found);
