@@ -21,6 +21,7 @@ install(FILES
     lib/kyr_scene_outline/abstract_selectable_data.h
     lib/kyr_scene_outline/export.h
     lib/kyr_scene_outline/item_roles.h
+    lib/kyr_scene_outline/property_job.h
     lib/kyr_scene_outline/property_paste_report.h
     lib/kyr_scene_outline/scene_browser_data.h
     lib/kyr_scene_outline/scene_browser_extension.h

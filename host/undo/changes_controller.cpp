@@ -39,40 +39,62 @@ private:
     bool m_pushed = false;
 };
 
-void ChangesController::record(std::unique_ptr<IChange> change, StringRef name)
+void ChangesController::OpenScope::add(std::unique_ptr<IChange> change)
 {
-    if (m_replaying)
-        return;
     if (const void* subject = change->subject()) {
-        const auto [entry, inserted] = m_openSubjects.try_emplace(subject, change.get());
+        const auto [entry, inserted] = subjects.try_emplace(subject, change.get());
         if (!inserted) {
             entry->second->absorb(*change);
             return;
         }
     }
-    m_open.push_back(std::move(change));
-    if (m_depth == 0) {
+    changes.push_back(std::move(change));
+}
+
+void ChangesController::record(std::unique_ptr<IChange> change, StringRef name)
+{
+    if (m_replaying)
+        return;
+    if (m_scopes.empty()) {
         m_openName = name;
-        commit();
+        std::vector<std::unique_ptr<IChange>> step;
+        step.push_back(std::move(change));
+        commit(std::move(step));
+    } else {
+        m_scopes.back().add(std::move(change));
     }
 }
 
 void ChangesController::beginScope(StringRef name)
 {
-    if (m_depth++ == 0)
+    if (m_scopes.empty())
         m_openName = name;
+    m_scopes.emplace_back();
 }
 
 void ChangesController::endScope()
 {
-    if (--m_depth == 0)
-        commit();
+    OpenScope ended = std::move(m_scopes.back());
+    m_scopes.pop_back();
+    if (m_scopes.empty()) {
+        commit(std::move(ended.changes));
+    } else {
+        for (auto& change : ended.changes)
+            m_scopes.back().add(std::move(change));
+    }
 }
 
-void ChangesController::commit()
+void ChangesController::discardScope()
 {
-    m_openSubjects.clear();
-    auto changes = std::exchange(m_open, {});
+    const OpenScope discarded = std::move(m_scopes.back());
+    m_scopes.pop_back();
+    const QScopedValueRollback replaying(m_replaying, true);
+    for (auto change = discarded.changes.rbegin(); change != discarded.changes.rend(); ++change)
+        (*change)->undo();
+}
+
+void ChangesController::commit(std::vector<std::unique_ptr<IChange>> changes)
+{
     changes.erase(std::remove_if(changes.begin(), changes.end(),
                                  [](const auto& change) { return change->isVoid(); }),
                   changes.end());

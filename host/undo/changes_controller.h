@@ -15,8 +15,8 @@ namespace Zar {
 
 /// Records changes as steps of an undo stack. Lives on the GUI thread.
 /// Changes recorded while a `CommitChangesScope` is open become one step with the scope's name;
-/// scopes nest, and the outermost one gives the name. A change recorded outside any scope is a
-/// step of its own.
+/// scopes nest, and the outermost one gives the name and makes the step. A change recorded outside
+/// any scope is a step of its own.
 class ChangesController
 {
 public:
@@ -30,21 +30,31 @@ public:
     /// Records a change that has just been made; ignored while a step is undone or redone.
     void record(std::unique_ptr<IChange> change, StringRef name);
     bool isReplaying() const noexcept { return m_replaying; }
-    bool isScopeOpen() const noexcept { return m_depth > 0; }
+    bool isScopeOpen() const noexcept { return !m_scopes.empty(); }
 
 private:
     friend class CommitChangesScope;
     friend class StepCommand;
 
+    /// One open scope. What is recorded in it stays apart until it ends, so that it can be undone
+    /// on its own.
+    struct OpenScope
+    {
+        std::vector<std::unique_ptr<IChange>> changes;
+        std::unordered_map<const void*, IChange*> subjects;
+
+        void add(std::unique_ptr<IChange> change);
+    };
+
     void beginScope(StringRef name);
     void endScope();
-    void commit();
+    void discardScope();
+    void commit(std::vector<std::unique_ptr<IChange>> changes);
 
     QUndoStack m_stack;
-    std::vector<std::unique_ptr<IChange>> m_open;
-    std::unordered_map<const void*, IChange*> m_openSubjects;
+    /// The innermost last.
+    std::vector<OpenScope> m_scopes;
     std::string m_openName;
-    int m_depth = 0;
     bool m_replaying = false;
 };
 

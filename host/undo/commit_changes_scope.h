@@ -3,6 +3,8 @@
 #include <host/core/string_ref.h>
 #include <host/undo/changes_controller.h>
 
+#include <utility>
+
 namespace Zar {
 
 /// Everything recorded under `controller` while the scope lives becomes one undoable step, which
@@ -27,6 +29,12 @@ public:
     {
         if (m_controller)
             m_controller->endScope();
+    }
+    /// Ends the scope now: what was recorded under it is undone and becomes part of no step.
+    void discard()
+    {
+        if (ChangesController* controller = std::exchange(m_controller, nullptr))
+            controller->discardScope();
     }
     CommitChangesScope(const CommitChangesScope&) = delete;
     CommitChangesScope& operator=(const CommitChangesScope&) = delete;

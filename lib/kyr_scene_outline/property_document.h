@@ -29,15 +29,15 @@ void collectObjectsInModelOrder(IAssetSelection::Objects& objects, const IAssetM
 /// The document of the objects, in their order.
 Zar::DataSectionPtr buildPropertyDocument(const IAssetSelection::Objects& objects);
 
+/// Appends an "object" section.
+void writeObject(const ReflectedObject& object, Zar::DataSection& root);
+
 /// Appends a "property" section for each value of the object and of the objects nested in it.
 void writeObjectProperties(const ReflectedObject& object, const Zar::DataSectionPtr& section,
                            const std::string& prefix);
 
-/// Deals the stored objects to the targets in turn, starting again from the first when there are
-/// more targets. False when the document holds no object. Linear in the document and in the
-/// properties of the targets.
-bool pasteDocument(const IAssetSelection::Objects& targets, const Zar::DataSectionPtr& document,
-                   PropertyPasteReport* report = nullptr);
+/// Pastes the document to all targets, see `DocumentPaste`. False when it holds no object.
+bool pasteDocument(const IAssetSelection::Objects& targets, const Zar::DataSectionPtr& document);
 
 /// Sets each writable property whose path and type are in the table and whose text differs.
 void applyObjectProperties(const ReflectedObject& target, const PropertyTable& table,

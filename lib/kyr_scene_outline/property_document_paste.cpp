@@ -1,18 +1,15 @@
 #include "property_document.h"
 
+#include "document_paste.h"
 #include "property_text.h"
 #include "property_walk.h"
 
 #include <host/core/debug_message.h>
 
 #include <algorithm>
-#include <utility>
-#include <vector>
 
 namespace kyr::properties {
 namespace {
-
-constexpr const char* sourceFile = "scene_browser_data";
 
 /// Applies one table to one object, and counts.
 class PropertyPaste
@@ -58,65 +55,15 @@ private:
     std::size_t m_refused = 0;
 };
 
-/// The stored objects and their tables, which are asked for in the order of the targets.
-class StoredObjects
-{
-public:
-    StoredObjects(const Zar::DataSectionPtr& document, std::size_t targets)
-    {
-        document->openSections("object", m_sections, nullptr);
-        const bool isDealtOnce = targets <= m_sections.size();
-        m_tables.resize(isDealtOnce ? 1 : m_sections.size());
-    }
-
-    bool isEmpty() const noexcept { return m_sections.empty(); }
-    const Zar::DataSectionPtr& section(std::size_t target) const
-    {
-        return m_sections[target % m_sections.size()];
-    }
-
-    /// Valid until the next call.
-    const PropertyTable& table(std::size_t target)
-    {
-        const std::size_t position = target % m_sections.size();
-        PropertyTable& table = m_tables[position % m_tables.size()];
-        if (target < m_sections.size())
-            table.read(*m_sections[position]);
-        return table;
-    }
-
-private:
-    std::vector<Zar::DataSectionPtr> m_sections;
-    /// One for each stored object that is dealt again, else one for all.
-    std::vector<PropertyTable> m_tables;
-};
-
 } // namespace
 
-bool pasteDocument(const IAssetSelection::Objects& targets, const Zar::DataSectionPtr& document,
-                   PropertyPasteReport* report)
+bool pasteDocument(const IAssetSelection::Objects& targets, const Zar::DataSectionPtr& document)
 {
-    StoredObjects stored(document, targets.size());
-    if (stored.isEmpty()) {
-        Zar::DebugMessageHelper(0, 5).message(
-            "Paste properties: Cannot find any objects in clipboard");
+    DocumentPaste paste(document, targets.size());
+    if (paste.isEmpty())
         return false;
-    }
-    for (std::size_t i = 0; i < targets.size(); ++i) {
-        const ReflectedObject target = targets[i].object();
-        Zar::verify(target.isValid(), "rObj", sourceFile);
-        const Zar::DataSectionPtr& section = stored.section(i);
-        if (!Zar::verify(static_cast<bool>(section), "objectSection", sourceFile))
-            continue;
-        const PropertyTable& table = stored.table(i);
-        if (table.isEmpty()) {
-            Zar::DebugMessageHelper(0, 4).message(
-                "Paste properties: there are no any properties in %s",
-                section->readString("type", {}, 0).c_str());
-            continue;
-        }
-        applyObjectProperties(target, table, std::string(), report);
-    }
+    for (std::size_t i = 0; i < targets.size(); ++i)
+        paste.pasteTo(i, targets[i].object());
     return true;
 }
 

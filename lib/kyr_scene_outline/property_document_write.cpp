@@ -58,17 +58,20 @@ void collectObjectsInModelOrder(IAssetSelection::Objects& objects, const IAssetM
 Zar::DataSectionPtr buildPropertyDocument(const IAssetSelection::Objects& objects)
 {
     const Zar::DataSectionPtr root(new Zar::XMLSection("objects"));
-    for (const PersistentObject& object : objects) {
-        const ReflectedObject source = object.object();
-        const Zar::DataSectionPtr section = root->insertSection("object", -1);
-        if (!Zar::verify(static_cast<bool>(section), "childSection", sourceFile))
-            continue;
-        section->writeString("type", source.type().name());
-        writeObjectProperties(source, section, std::string());
-        Zar::DebugMessageHelper(0, 2).message("Copy properties of '%s' item",
-                                              source.reference().name().c_str());
-    }
+    for (const PersistentObject& object : objects)
+        writeObject(object.object(), *root);
     return root;
+}
+
+void writeObject(const ReflectedObject& object, Zar::DataSection& root)
+{
+    const Zar::DataSectionPtr section = root.insertSection("object", -1);
+    if (!Zar::verify(static_cast<bool>(section), "childSection", sourceFile))
+        return;
+    section->writeString("type", object.type().name());
+    writeObjectProperties(object, section, std::string());
+    Zar::DebugMessageHelper(0, 2).message("Copy properties of '%s' item",
+                                          object.reference().name().c_str());
 }
 
 void writeObjectProperties(const ReflectedObject& object, const Zar::DataSectionPtr& section,

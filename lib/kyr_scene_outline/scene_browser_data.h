@@ -8,7 +8,7 @@
 #include <host/ui/text_predicate.h>
 #include <kyr_cpp_utils/signal.h>
 #include <kyr_scene_outline/export.h>
-#include <kyr_scene_outline/property_paste_report.h>
+#include <kyr_scene_outline/property_job.h>
 
 #include <QAbstractItemModel>
 #include <QItemSelectionModel>
@@ -101,6 +101,10 @@ public:
     /// Sets the properties of the editor's selected objects from the system clipboard, as one
     /// undoable change. Reports why not and returns false when it cannot.
     bool pasteProperties();
+    /// The same as jobs that the editor works off in slices, for many objects; null, with the
+    /// reason reported, when there is nothing to do. The job is independent of the browser.
+    std::unique_ptr<PropertyJob> startCopy();
+    std::unique_ptr<PropertyPasteJob> startPaste();
     /// What the last `pasteProperties` did; all zero when it came to nothing.
     const PropertyPasteReport& lastPasteReport() const;
 

@@ -1,28 +1,35 @@
 #include "scene_browser_data.h"
 
 #include "clipboard_transport.h"
+#include "property_copy_job.h"
 #include "property_document.h"
+#include "property_paste_job.h"
 
 #include <host/core/debug_message.h>
 #include <host/core/stack_tracker.h>
-#include <host/undo/commit_changes_scope.h>
 
 #include <chrono>
-#include <cstdint>
+#include <utility>
 
 namespace {
 
 constexpr const char* sourceFile = "scene_browser_data";
 
-bool fail(const char* reason)
+std::nullptr_t fail(const char* reason)
 {
     Zar::DebugMessageHelper(0, 5).message("%s", reason);
-    return false;
+    return nullptr;
+}
+
+bool runToEnd(PropertyJob& job)
+{
+    job.advance(std::chrono::nanoseconds::max());
+    return job.hasSucceeded();
 }
 
 } // namespace
 
-bool SceneBrowserData::copyProperties()
+std::unique_ptr<PropertyJob> SceneBrowserData::startCopy()
 {
     const Zar::StackTrackerScope entry("SceneBrowserData::copyProperties", sourceFile);
     if (!m_assetSelection)
@@ -34,16 +41,18 @@ bool SceneBrowserData::copyProperties()
         return fail("Copy properties: item selection is empty");
 
     kyr::properties::collectObjectsInModelOrder(objects, m_assetModel);
-    const Zar::DataSectionPtr document = kyr::properties::buildPropertyDocument(objects);
-    if (!kyr::properties::putDocumentOnClipboard(document))
-        return fail("Copy properties: Cannot paste copied data to clipboard");
-    return true;
+    return std::make_unique<kyr::properties::CopyJob>(std::move(objects));
 }
 
-bool SceneBrowserData::pasteProperties()
+bool SceneBrowserData::copyProperties()
+{
+    const std::unique_ptr<PropertyJob> job = startCopy();
+    return job && runToEnd(*job);
+}
+
+std::unique_ptr<PropertyPasteJob> SceneBrowserData::startPaste()
 {
     const Zar::StackTrackerScope entry("SceneBrowserData::pasteProperties", sourceFile);
-    m_lastPasteReport = {};
     if (!m_assetSelection)
         return fail("Paste properties: item selection is not set for this Scene Browser instance");
     if (!m_assetModel)
@@ -56,21 +65,18 @@ bool SceneBrowserData::pasteProperties()
     const Zar::DataSectionPtr document = kyr::properties::takeDocumentFromClipboard();
     if (!document || document->countChildren() == 0)
         return fail("Paste properties: clipboard is empty");
+    return std::make_unique<kyr::properties::PasteJob>(*m_assetSelection, std::move(targets),
+                                                       document);
+}
 
-    const std::shared_ptr<Zar::ChangesController> controller =
-        m_assetSelection->changesController().lock();
-    const Zar::CommitChangesScope change("Paste property values from clipboard to selected items",
-                                         controller.get());
-    m_assetSelection->clearSelection();
-    const auto start = std::chrono::steady_clock::now();
-    const bool ok = kyr::properties::pasteDocument(targets, document, &m_lastPasteReport);
-    m_assetSelection->setSelection(targets, false);
-    if (ok) {
-        const std::chrono::nanoseconds elapsed = std::chrono::steady_clock::now() - start;
-        Zar::DebugMessageHelper(0, 2).message(
-            "Paste finished in %u ms", static_cast<std::uint32_t>(elapsed.count() / 1000000));
-    }
-    return ok;
+bool SceneBrowserData::pasteProperties()
+{
+    m_lastPasteReport = {};
+    const std::unique_ptr<PropertyPasteJob> job = startPaste();
+    if (!job || !runToEnd(*job))
+        return false;
+    m_lastPasteReport = job->report();
+    return true;
 }
 
 const PropertyPasteReport& SceneBrowserData::lastPasteReport() const

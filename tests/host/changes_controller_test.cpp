@@ -108,3 +108,39 @@ TEST_F(ChangesControllerTest, changesMadeByUndoingAreNotRecorded)
     EXPECT_EQ(1, controller.stack().count());
     EXPECT_TRUE(controller.stack().canRedo());
 }
+
+TEST_F(ChangesControllerTest, aDiscardedScopeIsUndoneAndTheOneAroundItIsNot)
+{
+    {
+        const CommitChangesScope outer("Outer", &controller);
+        set(a, 1, true);
+        {
+            CommitChangesScope inner("Inner", &controller);
+            set(a, 2, true);
+            set(b, 3);
+            set(b, 4);
+            inner.discard();
+            EXPECT_EQ(1, a);
+            EXPECT_EQ(0, b);
+            set(b, 5);
+        }
+        {
+            const CommitChangesScope inner("Inner", &controller);
+            set(a, 6, true);
+        }
+    }
+    ASSERT_EQ(1, controller.stack().count());
+    controller.stack().undo();
+    EXPECT_EQ(0, a);
+    EXPECT_EQ(0, b);
+    controller.stack().redo();
+    EXPECT_EQ(6, a);
+    EXPECT_EQ(5, b);
+    {
+        CommitChangesScope scope("Nothing", &controller);
+        set(a, 7);
+        scope.discard();
+    }
+    EXPECT_EQ(6, a);
+    EXPECT_EQ(1, controller.stack().count());
+}

@@ -1,0 +1,131 @@
+#include "property_clipboard_fixture.h"
+
+#include <host/core/stack_tracker.h>
+
+namespace {
+
+using namespace test;
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+
+/// Three selected bags, and a document that changes them.
+class PropertyJobs : public PropertyClipboardTest
+{
+protected:
+    PropertyJobs()
+    {
+        bags = {addBag("x", "ab"), addBag("y", "ab"), addBag("z", "ab")};
+        for (int i = 0; i < 3; ++i)
+            bags[static_cast<std::size_t>(i)]->value(0) = lumo::Variant(i + 1);
+        select(bags);
+        document = copied();
+        for (const auto& bag : bags)
+            bag->value(0) = lumo::Variant(0);
+        messages.take();
+    }
+    std::string values() const { return bags[0]->text() + bags[1]->text() + bags[2]->text(); }
+
+    std::vector<std::shared_ptr<PropertyBag>> bags;
+    std::string document;
+};
+
+TEST_F(PropertyJobs, PasteInSlicesIsTheSamePaste)
+{
+    EXPECT_TRUE(browser.pasteProperties());
+    const std::string expected = values();
+    Lines expectedMessages = messages.take();
+    expectedMessages.pop_back();
+    changes->stack().undo();
+
+    const int steps = changes->stack().index();
+    const auto job = browser.startPaste();
+    ASSERT_TRUE(job);
+    EXPECT_THAT(selected(), ElementsAre());
+    EXPECT_EQ(bags[0]->text(), "a=0\nb=0\n") << "nothing before the first slice";
+    EXPECT_TRUE(job->advance(0ns));
+    EXPECT_EQ(job->objectsDone(), 1u);
+    EXPECT_EQ(job->objectCount(), 3u);
+    EXPECT_EQ(bags[0]->text() + bags[1]->text(), "a=1\nb=0\na=0\nb=0\n");
+    EXPECT_TRUE(Zar::StackTracker::entries().empty());
+    EXPECT_TRUE(job->advance(0ns));
+    EXPECT_FALSE(job->hasSucceeded());
+    EXPECT_EQ(changes->stack().index(), steps);
+    EXPECT_FALSE(job->advance(0ns));
+
+    EXPECT_TRUE(job->hasSucceeded());
+    EXPECT_EQ(job->report().changedProperties, 3u);
+    EXPECT_EQ(values(), expected);
+    EXPECT_THAT(selected(), ElementsAre("x", "y", "z"));
+    Lines lines = messages.take();
+    lines.pop_back();
+    EXPECT_EQ(lines, expectedMessages);
+    EXPECT_EQ(changes->stack().index(), steps + 1);
+    EXPECT_FALSE(job->advance(1h));
+    changes->stack().undo();
+    EXPECT_EQ(values(), "a=0\nb=0\na=0\nb=0\na=0\nb=0\n");
+}
+
+TEST_F(PropertyJobs, CancelledPasteLeavesNothing)
+{
+    select({bags[2], bags[0], bags[1]});
+    EXPECT_TRUE(browser.pasteProperties());
+    changes->stack().undo();
+    const int steps = changes->stack().count();
+    for (const int slices : {0, 1, 2}) {
+        auto job = browser.startPaste();
+        for (int i = 0; i < slices; ++i)
+            EXPECT_TRUE(job->advance(0ns));
+        job.reset();
+        EXPECT_EQ(values(), "a=0\nb=0\na=0\nb=0\na=0\nb=0\n");
+        EXPECT_THAT(selected(), ElementsAre("z", "x", "y"));
+        EXPECT_FALSE(changes->isScopeOpen());
+        EXPECT_EQ(changes->stack().count(), steps) << "what was undone can still be redone";
+    }
+    changes->stack().redo();
+    EXPECT_EQ(bags[2]->text(), "a=3\nb=0\n");
+}
+
+TEST_F(PropertyJobs, JobsOutliveTheirBrowser)
+{
+    auto other = std::make_unique<SceneBrowserData>(&assetModel, &selection, nullptr);
+    select(bags);
+    const auto paste = other->startPaste();
+    EXPECT_TRUE(paste->advance(0ns));
+    other.reset();
+    EXPECT_FALSE(paste->advance(1h));
+    EXPECT_TRUE(paste->hasSucceeded());
+    EXPECT_EQ(values(), "a=1\nb=0\na=2\nb=0\na=3\nb=0\n");
+}
+
+TEST_F(PropertyJobs, CopyReachesTheClipboardInTheEnd)
+{
+    clipboard->text = "before";
+    auto job = browser.startCopy();
+    EXPECT_TRUE(job->advance(0ns));
+    job.reset();
+    EXPECT_EQ(clipboard->text, "before");
+
+    bags[2]->value(0) = lumo::Variant(3);
+    bags[1]->value(0) = lumo::Variant(2);
+    bags[0]->value(0) = lumo::Variant(1);
+    job = browser.startCopy();
+    while (job->advance(0ns))
+        EXPECT_EQ(clipboard->text, "before");
+    EXPECT_TRUE(job->hasSucceeded());
+    EXPECT_EQ(clipboard->text, document);
+}
+
+TEST_F(PropertyJobs, NothingToDoIsNoJob)
+{
+    clipboard->text = "no document";
+    EXPECT_FALSE(browser.startPaste());
+    EXPECT_THAT(messages.take(), ElementsAre("5 Paste properties: clipboard is empty"));
+    select({});
+    EXPECT_FALSE(browser.startPaste());
+    EXPECT_FALSE(browser.startCopy());
+    EXPECT_THAT(messages.take(), ElementsAre("5 Paste properties: item selection is empty",
+                                             "5 Copy properties: item selection is empty"));
+    EXPECT_FALSE(changes->isScopeOpen());
+}
+
+} // namespace
