@@ -9,13 +9,14 @@ using lumo::datamodels::proxy::TextPredicate;
 RowFilter::RowFilter(SceneBrowserData& browser, const QString& title, std::vector<Choice> choices)
     : m_browser(browser), m_title(title), m_choices(std::move(choices))
 {
-    connect(&browser, &SceneBrowserData::filterPredicateChanged, this, &RowFilter::apply);
+    connect(&browser, &SceneBrowserData::filterPredicateChanged, this, &RowFilter::followPredicate);
+    followPredicate();
 }
 
 RowFilter::~RowFilter()
 {
-    m_index = 0;
-    apply();
+    if (m_predicate)
+        m_predicate->setCondition(m_title, {});
 }
 
 QStringList RowFilter::labels()
@@ -35,10 +36,19 @@ void RowFilter::setCurrentIndex(int index)
     Q_EMIT currentIndexChanged();
 }
 
+void RowFilter::followPredicate()
+{
+    auto* predicate = qobject_cast<TextPredicate*>(m_browser.filterPredicate());
+    if (m_predicate && m_predicate != predicate)
+        m_predicate->setCondition(m_title, {});
+    m_predicate = predicate;
+    apply();
+}
+
 void RowFilter::apply()
 {
-    if (auto* predicate = qobject_cast<TextPredicate*>(m_browser.filterPredicate()))
-        predicate->setCondition(m_title, m_choices[static_cast<std::size_t>(m_index)].condition);
+    if (m_predicate)
+        m_predicate->setCondition(m_title, m_choices[static_cast<std::size_t>(m_index)].condition);
 }
 
 } // namespace sample

@@ -3,13 +3,16 @@
 #include <host/ui/text_predicate.h>
 #include <kyr_scene_outline/abstract_filter_data.h>
 
+#include <QPointer>
+
 #include <vector>
 
 class SceneBrowserData;
 
 namespace sample {
 
-/// A filter each of whose labels is one condition on the browser's row predicate.
+/// A filter each of whose labels is one condition on the browser's row predicate. A predicate that
+/// the browser lets go of is rid of it: the condition is code of this plug-in.
 class RowFilter : public AbstractFilterData
 {
     Q_OBJECT
@@ -32,9 +35,11 @@ public:
     void setCurrentIndex(int index) override;
 
 private:
+    void followPredicate();
     void apply();
 
     SceneBrowserData& m_browser;
+    QPointer<lumo::datamodels::proxy::TextPredicate> m_predicate;
     QString m_title;
     std::vector<Choice> m_choices;
     int m_index = 0;

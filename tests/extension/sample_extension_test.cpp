@@ -172,7 +172,11 @@ TEST_F(SampleExtensionTest, filterFollowsAnotherPredicate)
     browser.setFilterPredicate(&other);
     EXPECT_TRUE(other.accepts(row("Eye")));
     EXPECT_FALSE(other.accepts(row("Box")));
+    EXPECT_FALSE(predicate.isActive()) << "it may outlive the plug-in";
+    browser.setFilterPredicate(nullptr);
+    EXPECT_FALSE(other.isActive());
     browser.setFilterPredicate(&predicate);
+    EXPECT_TRUE(predicate.isActive());
 }
 
 TEST_F(SampleExtensionTest, modesNameTheirArrangement)
