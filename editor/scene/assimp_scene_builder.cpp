@@ -96,23 +96,23 @@ private:
     {
         const QMatrix4x4 matrix = matrixFrom(node.mTransformation);
         if (const aiLight* light = m_lights.take(node)) {
-            const SceneObjectPtr object = makeHolder(ObjectKind::Light, node, "Light");
+            SceneObjectPtr object = makeHolder(ObjectKind::Light, node, "Light");
             readLight(*light, m_cones, *object->light());
             place(*object, node, matrix, placeOf(*light));
             return object;
         }
         if (const aiCamera* camera = m_cameras.take(node)) {
-            const SceneObjectPtr object = makeHolder(ObjectKind::Camera, node, "Camera");
+            SceneObjectPtr object = makeHolder(ObjectKind::Camera, node, "Camera");
             readCamera(*camera, *object->camera());
             place(*object, node, matrix, placeOf(*camera));
             return object;
         }
         if (node.mNumMeshes == 1 && node.mMeshes[0] < m_scene.mNumMeshes) {
-            const SceneObjectPtr object = makeMesh(nameFrom(node.mName, "Mesh"), node.mMeshes[0]);
+            SceneObjectPtr object = makeMesh(nameFrom(node.mName, "Mesh"), node.mMeshes[0]);
             setFromMatrix(*object->transform(), matrix);
             return object;
         }
-        const SceneObjectPtr object = makeHolder(ObjectKind::Group, node, "Group");
+        SceneObjectPtr object = makeHolder(ObjectKind::Group, node, "Group");
         setFromMatrix(*object->transform(), matrix);
         return object;
     }

@@ -36,8 +36,9 @@ SceneObjectPtr makeGridScene(int objectCount, int perGroup)
                                         "Group " + std::to_string(root->children().size() + 1));
             root->append(group);
         } else {
+            const int row = number / columns;
             group->append(makeCell(number, asset, spacing * static_cast<float>(number % columns),
-                                   spacing * static_cast<float>(number / columns)));
+                                   spacing * static_cast<float>(row)));
         }
     }
     return root;

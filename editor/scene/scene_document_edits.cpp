@@ -254,7 +254,7 @@ kyr::BoundProperty propertyAtPath(const kyr::ReflectedObject& object, std::strin
     kyr::ReflectedObject holder = object;
     for (;;) {
         const std::size_t dot = path.find('.');
-        const kyr::BoundProperty property = holder.property(path.substr(0, dot));
+        kyr::BoundProperty property = holder.property(path.substr(0, dot));
         if (dot == std::string_view::npos || !property.isValid())
             return property;
         holder = kyr::ReflectedObject(property);

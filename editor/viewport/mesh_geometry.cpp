@@ -50,9 +50,9 @@ MeshGeometry::MeshGeometry(const std::vector<QVector3D>& positions,
 
 Triangle MeshGeometry::triangle(quint32 index) const
 {
-    return {m_vertices[m_indices[index * 3]].position,
-            m_vertices[m_indices[index * 3 + 1]].position,
-            m_vertices[m_indices[index * 3 + 2]].position};
+    const std::size_t corner = std::size_t(index) * 3;
+    return {m_vertices[m_indices[corner]].position, m_vertices[m_indices[corner + 1]].position,
+            m_vertices[m_indices[corner + 2]].position};
 }
 
 std::optional<float> MeshGeometry::hit(const Ray& ray, float limit) const

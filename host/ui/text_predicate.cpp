@@ -54,10 +54,10 @@ void TextPredicate::setRegularExpression(bool on)
     Q_EMIT changed();
 }
 
-void TextPredicate::setCondition(const QString& key, Condition condition)
+void TextPredicate::setCondition(const QString& key, const Condition& condition)
 {
     if (condition)
-        m_conditions.insert(key, std::move(condition));
+        m_conditions.insert(key, condition);
     else if (m_conditions.remove(key) == 0)
         return;
     Q_EMIT changed();

@@ -39,7 +39,7 @@ public:
     void setRegularExpression(bool on);
 
     /// Replaces the condition of that key; an empty one removes it.
-    void setCondition(const QString& key, Condition condition);
+    void setCondition(const QString& key, const Condition& condition);
 
     /// Whether any row may fail to match.
     bool isActive() const;

@@ -37,7 +37,7 @@ template <typename T>
 bool areEqual(const T& a, const T& b)
 {
     if constexpr (isPlainValue<T>)
-        return std::memcmp(&a, &b, sizeof a) == 0;
+        return std::memcmp(&a, &b, sizeof a) == 0; // NOLINT(bugprone-suspicious-memory-comparison)
     else if constexpr (isComparable<T>)
         return a == b;
     else
@@ -51,7 +51,7 @@ std::uint64_t hashOf(const T& value) noexcept
     if constexpr (std::is_same_v<T, std::string>)
         return fnv1a(value.data(), value.size());
     else if constexpr (isPlainValue<T> || std::is_pointer_v<T>)
-        return fnv1a(&value, sizeof value);
+        return fnv1a(&value, sizeof(T));
     else if constexpr (isHashable<T> && isComparable<T>)
         return std::hash<T>{}(value);
     else

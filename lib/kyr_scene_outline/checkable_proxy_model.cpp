@@ -4,13 +4,14 @@ SceneBrowserCheckableProxyModel::~SceneBrowserCheckableProxyModel() = default;
 
 Qt::ItemFlags SceneBrowserCheckableProxyModel::flags(const QModelIndex& index) const
 {
-    return rowCount(index) != 0 ? QAbstractProxyModel::flags(index)
-                                : KCheckableProxyModel::flags(index);
+    if (rowCount(index) == 0)
+        return KCheckableProxyModel::flags(index);
+    return QAbstractProxyModel::flags(index); // NOLINT(bugprone-parent-virtual-call): no check box
 }
 
 QHash<int, QByteArray> SceneBrowserCheckableProxyModel::roleNames() const
 {
-    QHash<int, QByteArray> names = QAbstractItemModel::roleNames();
+    QHash<int, QByteArray> names = KCheckableProxyModel::roleNames();
     names.insert(Qt::CheckStateRole, "checked");
     return names;
 }
