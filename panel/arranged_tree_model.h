@@ -1,35 +1,37 @@
 #pragma once
 
+#include <panel/arranged_row.h>
+
 #include <panel/kyr_scene_outline_panel_export.h>
 
 #include <QAbstractProxyModel>
-#include <QCollator>
+#include <QDeadlineTimer>
 #include <QMetaMethod>
 #include <QPointer>
-#include <QTimer>
 
 #include <deque>
+#include <map>
+#include <memory>
+#include <utility>
 #include <vector>
 
 namespace kyr::panel {
 
-/// A tree filtered, sorted, flattened or grouped by type.
+/// A tree filtered, sorted, flattened or grouped by type, in one way for all its life.
 ///
 /// Shows column 0 of its source. Rows that do not match but lead to rows that do stay, and say so
 /// through `MatchesRole`. Rows of groups stand for no source row: `mapToSource` gives an invalid
-/// index for them. Sorting is stable and follows the data; the source's own order is kept when
-/// there is no sort role.
+/// index for them. Sorting is stable.
 ///
-/// When the predicate changes it is asked about every row, in slices of a few milliseconds from the
-/// event loop, so a keystroke does not hold the window up; `isWorking` tells while the rows of the
-/// last outcome still show. Another outcome arrives as one model reset, and so does any change of
-/// the source's rows, which is worked off at once.
-/// Cost: O(n log n) in the source's rows for each outcome, O(depth) for mapping an index.
+/// Empty at first: `work` reads the source in parts as long as the caller likes, so that no window
+/// waits for it. Once its rows show, the model follows the source with exact row signals; a change
+/// that touches very many places comes as one reset. Neither source nor predicate is owned.
+///
+/// Cost: O(n log n) to get ready, O(depth) to map an index. A change costs O(log n) comparisons for
+/// each row that it touches, and new numbers for the siblings behind it.
 class KYR_SCENE_OUTLINE_PANEL_EXPORT ArrangedTreeModel : public QAbstractProxyModel
 {
     Q_OBJECT
-    Q_PROPERTY(bool working READ isWorking NOTIFY workingChanged)
-    Q_PROPERTY(int matchCount READ matchCount NOTIFY arranged)
 
 public:
     enum class Arrangement
@@ -49,30 +51,29 @@ public:
     {
         int role = -1; ///< -1 keeps the source's order.
         Qt::SortOrder order = Qt::AscendingOrder;
-        friend bool operator==(const Sorting& a, const Sorting& b)
-        {
-            return a.role == b.role && a.order == b.order;
-        }
+    };
+    struct Settings
+    {
+        /// Anything with an invokable `bool accepts(QModelIndex)` and a property "active".
+        QPointer<QObject> predicate;
+        Arrangement arrangement = Arrangement::Hierarchy;
+        Sorting sorting;
     };
 
-    explicit ArrangedTreeModel(QObject* parent = nullptr);
+    ArrangedTreeModel(QAbstractItemModel* source, const Settings& settings,
+                      QObject* parent = nullptr);
     ~ArrangedTreeModel() override;
 
-    void setSourceModel(QAbstractItemModel* source) override;
-    /// Anything with an invokable `bool accepts(QModelIndex)`, a property "active" and a signal
-    /// `changed()`; not owned, may be null.
-    void setPredicate(QObject* predicate);
-    void setArrangement(Arrangement arrangement);
-    Arrangement arrangement() const { return m_arrangement; }
-    void setSorting(const Sorting& sorting);
-    const Sorting& sorting() const { return m_sorting; }
+    const Settings& settings() const { return m_settings; }
+    bool isFiltering() const { return m_filters; }
 
-    bool isFiltering() const;
-    bool isWorking() const { return m_next < m_items.size(); }
-    /// Source rows that match the predicate.
-    int matchCount() const { return m_matchCount; }
-    /// Works off at once what waits for the event loop.
-    void finish();
+    /// Works until the rows show, which makes it return true, or the time is up. A change of the
+    /// source's rows before that starts it over.
+    bool work(const QDeadlineTimer& deadline = QDeadlineTimer(QDeadlineTimer::Forever));
+    bool isReady() const { return m_stage == Stage::Ready; }
+
+    /// What an index of any model stands for: itself, or what an arranged tree maps it to.
+    static QModelIndex originOf(const QModelIndex& index);
 
     QModelIndex mapToSource(const QModelIndex& index) const override;
     QModelIndex mapFromSource(const QModelIndex& index) const override;
@@ -86,66 +87,96 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
-Q_SIGNALS:
-    void workingChanged();
-    /// The rows show the last outcome.
-    void arranged();
-
 private:
-    /// A source row, or a group, which has no place in the source.
-    struct Item
+    using Row = ArrangedRow;
+    using Rows = ArrangedRow::List;
+
+    enum class Stage
     {
-        Item* sourceParent = nullptr; ///< Null for top-level rows.
-        std::vector<Item*> sourceChildren;
-        int sourceRow = -1;
-        bool matches = true;
-        bool nextMatches = true; ///< Of the outcome that is being worked out.
-        bool shown = true;
-        Item* shownParent = nullptr; ///< Null for rows at the top.
-        std::vector<Item*> shownChildren;
-        int shownRow = -1;
-        QString group; ///< The type that a group collects.
+        Reading,
+        Sorting,
+        Ready,
     };
+    /// A source row whose children are being read.
+    struct Level
+    {
+        Row* row;
+        QModelIndex index;
+        int next;
+        int last;
+    };
+    /// Neighbours in what shows.
+    struct Run
+    {
+        int first;
+        int count;
+    };
+    class Sorter;
 
+    // Getting ready
+    void startOver();
+    bool readNext();
+    void readRow(Row& row, const QModelIndex& index) const;
+    bool accepts(const QModelIndex& index) const;
+    Row* newRow();
+    void showRead(Row* row);
+    void showGroups();
+    void sortAll();
+
+    // Following the source
     void connectSource();
-    void beginSourceChange();
-    void endSourceChange();
-    void readSource();
+    void restart();
+    void beginReset();
+    void endReset();
+    void insertSource(const QModelIndex& parent, int first, int last);
+    void leaveSource(const QModelIndex& parent, int first, int last);
+    void removeSource(const QModelIndex& parent, int first, int last);
+    void moveSource(int first, int last, int target);
+    void changeSource(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                      const QVector<int>& roles);
+    void signalData(const Rows& rows, const QVector<int>& roles);
+    Row* readBranch(Row* parent, const QModelIndex& index, Rows& matching);
+    static Rows branchesOf(const Row* parent, int first, int last);
 
-    Q_INVOKABLE void rearrange();
-    void matchSlice();
-    void match(std::size_t first, std::size_t last);
-    void arrange();
-    void fillShown();
-    void show(Item* parent, Item* child);
-    void showHierarchy();
-    void showByType();
-    void sortShown();
-    void sortRows(std::vector<Item*>& rows) const;
-    bool accepts(const QModelIndex& row) const;
-    void forwardDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
-                            const QVector<int>& roles);
+    // Rows that come, go and change places in what shows
+    bool show(const Rows& matching);
+    bool showInHierarchy(const Rows& rows);
+    bool hide(const Rows& rows);
+    bool hideInHierarchy(Row* parent, Rows rows);
+    bool reorder(const Rows& rows);
+    void moveInHierarchy(Row* from, const Rows& moved, Row* to);
+    bool place(Row* parent, Rows rows);
+    bool takeAway(Row* parent, Rows rows);
+    void moveRun(Row* from, int first, int count, Row* to, int target);
+    bool rebuild();
+    bool precedes(const Row* a, const Row* b) const;
+    void sort(Rows& rows) const;
+    std::size_t placeIn(const Rows& list, const Row* row) const;
+    static std::vector<Run> runsOf(Rows& rows);
+    static void clearShown(Rows rows);
+    Row* groupOf(const QString& type);
 
-    Item* itemAt(const QModelIndex& index) const;
-    Item* itemOfSource(const QModelIndex& sourceIndex) const;
-    QModelIndex sourceIndexOf(const Item* item) const;
-    QModelIndex indexOf(const Item* item) const;
-    bool isGroup(const Item* item) const { return item->sourceRow < 0; }
-    QVariant groupData(const Item& group, int role) const;
+    Row* rowAt(const QModelIndex& index) const;
+    Row* rowOfSource(const QModelIndex& sourceIndex) const;
+    QModelIndex sourceIndexOf(const Row* row) const;
+    QModelIndex indexOf(const Row* row) const;
+    QVariant groupData(const Row& group, int role) const;
 
-    Arrangement m_arrangement = Arrangement::Hierarchy;
-    Sorting m_sorting;
-    QPointer<QObject> m_predicate;
+    const Settings m_settings;
     QMetaMethod m_accepts;
-    Item m_root;              ///< Holds the top-level rows of both trees.
-    std::deque<Item> m_items; ///< In source order, parents before their children.
-    std::deque<Item> m_groups;
-    std::size_t m_next = 0; ///< The first item that the predicate has yet to be asked about.
-    int m_matchCount = 0;
-    bool m_changingSource = false;
-    QTimer m_slices;
+    bool m_filters = false;
+    Stage m_stage = Stage::Reading;
+    int m_restarts = 0;
+    std::vector<Level> m_levels;
+    std::unique_ptr<Sorter> m_sorter;
+    Rows m_changedEarly; ///< Rows that changed after they were read, before all were.
+    mutable Row m_root;  ///< Parent of the top rows of both trees.
+    std::deque<Row> m_rows;
+    Rows m_unused;
+    std::map<QString, Row> m_groups;
+    std::pair<Row*, Row*> m_moving; ///< Parents of rows between the two signals of their move.
+    bool m_resetting = false;
     QCollator m_collator;
-    std::vector<QMetaObject::Connection> m_connections;
     int m_typeRole = -1;
     int m_countRole = -1;
     int m_expandedRole = -1;

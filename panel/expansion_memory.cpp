@@ -2,25 +2,11 @@
 
 #include "arranged_tree_model.h"
 
-#include <QHash>
-
 namespace kyr::panel {
 
 namespace {
 
 constexpr quint32 keptFlags = RowTree::Expanded | RowTree::IgnoresWishes;
-
-template <typename SavedRows>
-QHash<QModelIndex, SourceRows::Start> startsByIndex(const SavedRows& rows)
-{
-    QHash<QModelIndex, SourceRows::Start> starts;
-    starts.reserve(int(rows.size()));
-    for (const auto& row : rows) {
-        if (row.index.isValid())
-            starts.insert(row.index, row.start);
-    }
-    return starts;
-}
 
 } // namespace
 
@@ -29,7 +15,7 @@ ExpansionMemory::View ExpansionMemory::viewOf(const ArrangedTreeModel* arranged)
     using Arrangement = ArrangedTreeModel::Arrangement;
     if (!arranged)
         return View::Tree;
-    switch (arranged->arrangement()) {
+    switch (arranged->settings().arrangement) {
     case Arrangement::Flat:
         return View::List;
     case Arrangement::ByType:
@@ -45,82 +31,95 @@ void ExpansionMemory::clear()
     *this = {};
 }
 
-void ExpansionMemory::take(const SourceRows& rows,
-                           const std::function<QModelIndex(const QModelIndex&)>& toOrigin)
+bool ExpansionMemory::startTaking(const SourceRows& rows)
 {
     const QAbstractItemModel& source = *rows.source();
-    const RowTree& tree = rows.tree();
     switch (m_view) {
     case View::Tree:
         m_rootFlags = rows.rootFlags() & keptFlags;
         m_tree.clear();
-        rows.visitKnown([&](RowTree::Node node, const QModelIndex& index) {
-            const SourceRows::Start start{tree.flags(node) & keptFlags,
-                                          tree.hidden(node) != RowTree::none};
-            if (start.flags != 0 || start.keepsHidden || source.hasChildren(index))
-                m_tree.push_back({toOrigin(index), start});
-        });
-        break;
+        return true;
     case View::Found:
         m_closedFound.clear();
-        rows.visitKnown([&](RowTree::Node node, const QModelIndex& index) {
-            if (!tree.has(node, RowTree::Expanded) && source.hasChildren(index))
-                m_closedFound.push_back({toOrigin(index), {}});
-        });
-        break;
+        return !m_forgetsFound;
     case View::Groups:
         m_closedGroups.clear();
         for (int row = 0; row < source.rowCount(); ++row) {
-            if (!tree.has(rows.childOf({}, row), RowTree::Expanded))
+            if (!rows.tree().has(rows.childOf({}, row), RowTree::Expanded))
                 m_closedGroups.insert(source.index(row, 0).data().toString());
         }
-        break;
+        return false;
     case View::List:
         break;
     }
+    return false;
 }
 
-void ExpansionMemory::restore(SourceRows& rows, View view,
-                              const std::function<QModelIndex(const QModelIndex&)>& toOrigin)
+void ExpansionMemory::take(const SourceRows& rows, RowTree::Node node, const QModelIndex& shown)
 {
-    const SourceRows::Start open{RowTree::Expanded, false};
+    const RowTree& tree = rows.tree();
+    const SourceRows::Start start{tree.flags(node) & keptFlags, tree.hidden(node) != RowTree::none};
+    if (m_view == View::Tree) {
+        if (start.flags != 0 || start.keepsHidden || rows.source()->hasChildren(shown))
+            m_tree.push_back({ArrangedTreeModel::originOf(shown), start});
+    } else if (!tree.has(node, RowTree::Expanded) && rows.source()->hasChildren(shown)) {
+        m_closedFound.push_back({ArrangedTreeModel::originOf(shown), {}});
+    }
+}
+
+void ExpansionMemory::startRestoring(View view)
+{
     if (m_forgetsFound || m_view != View::Found)
         m_closedFound.clear();
     m_forgetsFound = false;
     m_view = view;
-    switch (view) {
-    case View::Tree: {
-        const auto starts = startsByIndex(m_tree);
-        const SourceRows::StartOf wishes = rows.wishes();
-        const auto startOf = [&](const QModelIndex& index, quint32 parentFlags) {
-            const auto start = starts.isEmpty() ? starts.end() : starts.find(toOrigin(index));
-            return start == starts.end() ? wishes(index, parentFlags) : *start;
-        };
-        rows.rebuild(startOf, m_rootFlags);
-        break;
+    m_starts.clear();
+    m_restored = 0;
+}
+
+bool ExpansionMemory::restoreSome(int count)
+{
+    if (m_view != View::Tree && m_view != View::Found)
+        return true;
+    const QVector<SavedRow>& saved = m_view == View::Tree ? m_tree : m_closedFound;
+    if (m_restored == 0)
+        m_starts.reserve(saved.size());
+    for (; count > 0 && m_restored < saved.size(); --count) {
+        const SavedRow& row = saved[m_restored++];
+        if (row.index.isValid())
+            m_starts.insert(row.index, row.start);
     }
-    case View::Found: {
-        const auto closed = startsByIndex(m_closedFound);
-        const auto startOf = [&](const QModelIndex& index, quint32) {
-            const bool isClosed = !closed.isEmpty() && closed.contains(toOrigin(index));
-            return isClosed ? SourceRows::Start() : open;
+    return m_restored == saved.size();
+}
+
+SourceRows::StartOf ExpansionMemory::startOf(const SourceRows& rows) const
+{
+    const SourceRows::Start open{RowTree::Expanded, false};
+    const auto known = [this](const QModelIndex& shown) {
+        return m_starts.isEmpty() ? m_starts.end()
+                                  : m_starts.find(ArrangedTreeModel::originOf(shown));
+    };
+    switch (m_view) {
+    case View::Tree:
+        return [this, known, wishes = rows.wishes()](const QModelIndex& shown, quint32 parent) {
+            const auto start = known(shown);
+            return start == m_starts.end() ? wishes(shown, parent) : *start;
         };
-        rows.rebuild(startOf, 0);
-        break;
-    }
-    case View::Groups: {
-        const auto startOf = [&](const QModelIndex& index, quint32) {
+    case View::Found:
+        return [this, known, open](const QModelIndex& shown, quint32) {
+            const auto closed = known(shown);
+            return closed == m_starts.end() ? open : *closed;
+        };
+    case View::Groups:
+        return [this, open](const QModelIndex& shown, quint32) {
             const bool isOpen =
-                !index.parent().isValid() && !m_closedGroups.contains(index.data().toString());
+                !shown.parent().isValid() && !m_closedGroups.contains(shown.data().toString());
             return isOpen ? open : SourceRows::Start();
         };
-        rows.rebuild(startOf, 0);
-        break;
-    }
     case View::List:
-        rows.rebuild([](const QModelIndex&, quint32) { return SourceRows::Start(); }, 0);
         break;
     }
+    return [](const QModelIndex&, quint32) { return SourceRows::Start(); };
 }
 
 } // namespace kyr::panel

@@ -2,11 +2,11 @@
 
 #include <panel/source_rows.h>
 
+#include <QHash>
 #include <QPersistentModelIndex>
 #include <QSet>
 #include <QString>
-
-#include <vector>
+#include <QVector>
 
 namespace kyr::panel {
 
@@ -14,6 +14,9 @@ class ArrangedTreeModel;
 
 /// Which rows of a scene stand open, kept by rows of the scene itself while they show filtered,
 /// sorted or grouped. A filter opens what it finds; what was open before comes back after it.
+///
+/// To go from one view to the next: `startTaking`, `take` for each row that shows or is kept,
+/// `startRestoring`, `restoreSome` until it returns true; then `startOf` knows each row.
 class ExpansionMemory
 {
 public:
@@ -31,12 +34,17 @@ public:
     /// The rows that are found next all show open.
     void forgetFound() { m_forgetsFound = true; }
 
-    /// Takes the states of the rows that showed as `m_view`. `toOrigin` gives the scene's index.
-    void take(const SourceRows& rows,
-              const std::function<QModelIndex(const QModelIndex&)>& toOrigin);
-    /// Reads the rows anew, each as it was when it last showed in such a view.
-    void restore(SourceRows& rows, View view,
-                 const std::function<QModelIndex(const QModelIndex&)>& toOrigin);
+    /// False when no row has anything to tell.
+    bool startTaking(const SourceRows& rows);
+    void take(const SourceRows& rows, RowTree::Node node, const QModelIndex& shown);
+
+    void startRestoring(View view);
+    bool restoreSome(int count);
+    quint32 rootFlags() const { return m_view == View::Tree ? m_rootFlags : 0; }
+    /// How each of these rows was when it last showed in such a view. The rows may not go first.
+    SourceRows::StartOf startOf(const SourceRows& rows) const;
+    /// Nothing more is to be asked of `startOf`.
+    void endRestoring() { m_starts.clear(); }
 
 private:
     struct SavedRow
@@ -46,11 +54,13 @@ private:
     };
 
     View m_view = View::Tree;
-    std::vector<SavedRow> m_tree;
+    QVector<SavedRow> m_tree;
     quint32 m_rootFlags = 0;
-    std::vector<SavedRow> m_closedFound;
+    QVector<SavedRow> m_closedFound;
     bool m_forgetsFound = false;
     QSet<QString> m_closedGroups;
+    QHash<QModelIndex, SourceRows::Start> m_starts;
+    int m_restored = 0;
 };
 
 } // namespace kyr::panel

@@ -71,6 +71,7 @@ std::optional<SourceRows::Family> FlatTreeModel::readFamilyOf(const QModelIndex&
 
 void FlatTreeModel::expandRow(const Family& family, Node node, const QModelIndex& shown)
 {
+    dropPreparation();
     RowTree& tree = m_rows.tree();
     const QScopedValueRollback<Change> guard(m_pending.source, Change::Own);
     Node children = tree.hidden(node);
@@ -98,6 +99,7 @@ void FlatTreeModel::expandRow(const Family& family, Node node, const QModelIndex
 void FlatTreeModel::collapseRow(const Family& family, Node node, const QModelIndex& shown,
                                 bool forget)
 {
+    dropPreparation();
     RowTree& tree = m_rows.tree();
     const QScopedValueRollback<Change> guard(m_pending.source, Change::Own);
     Node hidden = tree.hidden(node);
@@ -162,6 +164,7 @@ void FlatTreeModel::expandBranch(const QModelIndex& shown)
     const Family family = *m_rows.familyOf(shown.parent());
     const Node node = m_rows.childOf(family, shown.row());
     RowTree& tree = m_rows.tree();
+    dropPreparation();
     const QScopedValueRollback<Change> guard(m_pending.source, Change::Own);
     beginResetModel();
     m_cachedRow = -1;
@@ -181,6 +184,7 @@ void FlatTreeModel::expandAll()
 {
     if (m_pending.source != Change::None || !m_source)
         return;
+    dropPreparation();
     const QScopedValueRollback<Change> guard(m_pending.source, Change::Own);
     beginResetModel();
     m_cachedRow = -1;
@@ -193,6 +197,7 @@ void FlatTreeModel::collapseAll()
 {
     if (m_pending.source != Change::None || !m_source)
         return;
+    dropPreparation();
     const QScopedValueRollback<Change> guard(m_pending.source, Change::Own);
     beginResetModel();
     m_cachedRow = -1;

@@ -14,32 +14,6 @@ FlatTreeModel::FlatTreeModel(QObject* parent) : QAbstractListModel(parent)
 
 FlatTreeModel::~FlatTreeModel() = default;
 
-void FlatTreeModel::setSourceModel(QAbstractItemModel* source)
-{
-    if (source == m_rows.source())
-        return;
-    const bool rearranged = m_source && m_origin && m_origin == originOf(source);
-    if (m_source)
-        m_source->disconnect(this);
-    beginResetModel();
-    if (rearranged)
-        rememberRows();
-    else
-        m_memory.clear();
-    m_source = source;
-    m_arranged = qobject_cast<ArrangedTreeModel*>(source);
-    m_origin = originOf(source);
-    m_pending = {};
-    m_delayedMarks.clear();
-    m_cachedRow = -1;
-    readRoles();
-    connectSource();
-    restoreRows();
-    readSelection();
-    endResetModel();
-    Q_EMIT sourceModelChanged();
-}
-
 int FlatTreeModel::rowCount(const QModelIndex& parent) const
 {
     return parent.isValid() ? 0 : count();

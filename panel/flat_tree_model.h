@@ -2,6 +2,7 @@
 
 #include <panel/arranged_tree_model.h>
 #include <panel/expansion_memory.h>
+#include <panel/rows_replacement.h>
 #include <panel/source_rows.h>
 
 #include <panel/kyr_scene_outline_panel_export.h>
@@ -9,6 +10,9 @@
 #include <QAbstractListModel>
 #include <QItemSelectionModel>
 #include <QPointer>
+
+#include <algorithm>
+#include <limits>
 
 namespace kyr::panel {
 
@@ -21,7 +25,9 @@ namespace kyr::panel {
 ///
 /// The source may be an `ArrangedTreeModel`. Indexes that the list gives and takes, the selection
 /// and the current row then are those of the model that it arranges, the origin; rows of groups
-/// have none. Expansion is kept by rows of the origin, from one arrangement to the next.
+/// have none. Expansion is kept by rows of the origin, from one arrangement to the next. Another
+/// arrangement of the same origin comes as rows added or taken away at the end, and all others
+/// changed, between `aboutToRearrange` and `rearranged`: a view keeps its delegates.
 ///
 /// Cost: O(log n) for a row number and O(depth · log n) for a source index, either way; changes
 /// cost as much as the rows they show or hide. `expandAll`, `collapseAll` and a large branch come
@@ -60,6 +66,10 @@ public:
 
     QAbstractItemModel* sourceModel() const { return m_source; }
     void setSourceModel(QAbstractItemModel* source);
+    /// Makes ready for `setSourceModel`, which then takes no time; works until all is done, which
+    /// makes it return true, or the time is up.
+    bool prepare(QAbstractItemModel* source, const QDeadlineTimer& deadline);
+    void cancelPreparation();
     QItemSelectionModel* selectionModel() const { return m_selectionModel; }
     void setSelectionModel(QItemSelectionModel* selectionModel);
 
@@ -67,7 +77,7 @@ public:
     QList<int> cellRoles() const { return m_cellRoles; }
     void setCellRoles(const QList<int>& roles);
 
-    int count() const { return m_rows.count(); }
+    int count() const { return std::min(m_rows.count(), m_countLimit); }
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
@@ -102,7 +112,7 @@ public:
     Q_INVOKABLE void expandAll();
     Q_INVOKABLE void collapseAll();
     /// What a filter finds next shows open, whatever was closed among what it found last.
-    Q_INVOKABLE void forgetFound() { m_memory.forgetFound(); }
+    void forgetFound();
     /// Expands what hides the row and returns its number, -1 for an index of another model or a
     /// row that is filtered out.
     Q_INVOKABLE int reveal(const QModelIndex& sourceIndex);
@@ -123,6 +133,8 @@ public:
 
 Q_SIGNALS:
     void sourceModelChanged();
+    void aboutToRearrange();
+    void rearranged();
     void selectionModelChanged();
     void countChanged();
     void cellRolesChanged();
@@ -174,8 +186,10 @@ private:
     QModelIndex shownIndex(int row) const;
     int rowOfShown(const QModelIndex& shown) const;
     void rowChanged(const QModelIndex& shown, const QVector<int>& roles);
-    void rememberRows();
-    void restoreRows();
+    void setSource(QAbstractItemModel* source);
+    void rearrange(QAbstractItemModel* source);
+    void takeReplacement();
+    void dropPreparation();
 
     std::optional<Family> readFamilyOf(const QModelIndex& shownParent);
     void setShownExpanded(const QModelIndex& shown, bool expanded);
@@ -206,7 +220,6 @@ private:
     void connectSelection();
     void readSelection(const QModelIndex& childrenOf = {});
     void mark(const QItemSelection& ranges, bool selected, std::vector<Node>& changed);
-    void markArranged(const QItemSelectionRange& range, bool selected, std::vector<Node>& changed);
     void changeSelection(const QItemSelection& selected, const QItemSelection& deselected);
     void changeCurrent(const QModelIndex& current, const QModelIndex& previous);
     void signalMarks(const std::vector<Node>& changed);
@@ -216,6 +229,8 @@ private:
     QPointer<ArrangedTreeModel> m_arranged; ///< The source, if it is one.
     QPointer<QAbstractItemModel> m_origin;
     ExpansionMemory m_memory;
+    std::unique_ptr<RowsReplacement> m_replacement;
+    int m_preparationsLost = 0;
     QPointer<QItemSelectionModel> m_selectionModel;
     QPersistentModelIndex m_focusedGroup;
     QHash<int, QByteArray> m_roleNames;
@@ -225,6 +240,8 @@ private:
     bool m_currentDelayed = false;
     std::vector<SavedRow> m_savedRows;
     std::vector<std::pair<QModelIndex, QPersistentModelIndex>> m_savedOwnIndexes;
+    int m_countLimit =
+        std::numeric_limits<int>::max(); ///< Rows that show while others replace them.
     mutable int m_cachedRow = -1;
     mutable QModelIndex m_cachedIndex;
 };

@@ -20,6 +20,7 @@ void FlatTreeModel::setSelectionModel(QItemSelectionModel* selectionModel)
         return;
     if (m_selectionModel)
         m_selectionModel->disconnect(this);
+    cancelPreparation();
     m_selectionModel = selectionModel;
     connectSelection();
     m_rows.clearMarks();
@@ -59,29 +60,8 @@ void FlatTreeModel::mark(const QItemSelection& ranges, bool selected, std::vecto
 {
     if (!m_arranged)
         return m_rows.mark(ranges, selected, changed);
-    for (const QItemSelectionRange& range : ranges) {
-        if (range.isValid() && range.model() == origin() && range.left() == 0)
-            markArranged(range, selected, changed);
-    }
-}
-
-void FlatTreeModel::markArranged(const QItemSelectionRange& range, bool selected,
-                                 std::vector<Node>& changed)
-{
-    // Rows that are neighbours in the origin mostly stay in one family.
-    std::optional<Family> family;
-    QModelIndex parent;
-    for (int row = range.top(); row <= range.bottom(); ++row) {
-        const QModelIndex shown = toShown(origin()->index(row, 0, range.parent()));
-        if (!shown.isValid())
-            continue;
-        if (!family || shown.parent() != parent) {
-            parent = shown.parent();
-            family = m_rows.familyOf(parent);
-        }
-        const Node node = family ? m_rows.childOf(*family, shown.row()) : RowTree::none;
-        if (node != RowTree::none)
-            m_rows.markNode(node, selected, changed);
+    SelectionMarker marker(ranges, selected, m_arranged);
+    while (!marker.step(m_rows, changed)) {
     }
 }
 
@@ -112,6 +92,8 @@ int FlatTreeModel::hiddenSelectionCount() const
 void FlatTreeModel::changeSelection(const QItemSelection& selected,
                                     const QItemSelection& deselected)
 {
+    if (m_replacement)
+        m_replacement->markAgain();
     // Half-way through a change of the source its row numbers are not ours.
     if (m_pending.source != Change::None) {
         m_delayedMarks.push_back({deselected, false});

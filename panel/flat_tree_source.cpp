@@ -40,6 +40,7 @@ void FlatTreeModel::connectSource()
 
 void FlatTreeModel::beginInsertion(const QModelIndex& parent, int first, int last)
 {
+    dropPreparation();
     m_cachedRow = -1;
     m_pending = {};
     m_pending.source = Change::Insert;
@@ -76,11 +77,15 @@ void FlatTreeModel::endInsertion(const QModelIndex& parent)
                 setShownExpanded(inserted, true);
         }
     }
+    // What a filter hid may be selected.
+    if (done.to && m_arranged)
+        readSelection();
     rowChanged(parent, {HasChildrenRole});
 }
 
 void FlatTreeModel::beginRemoval(const QModelIndex& parent, int first, int last)
 {
+    dropPreparation();
     m_cachedRow = -1;
     m_pending = {};
     m_pending.source = Change::Remove;
@@ -112,6 +117,7 @@ void FlatTreeModel::endRemoval(const QModelIndex& parent)
 void FlatTreeModel::beginMove(const QModelIndex& from, int first, int last, const QModelIndex& to,
                               int target)
 {
+    dropPreparation();
     m_cachedRow = -1;
     // Rows that are known stay known where they go, so that they keep their expansion.
     std::optional<Family> source = m_rows.familyOf(from);
@@ -185,6 +191,7 @@ void FlatTreeModel::endMove(const QModelIndex& from, const QModelIndex& to, int 
 
 void FlatTreeModel::beginLayoutChange()
 {
+    dropPreparation();
     m_cachedRow = -1;
     m_pending = {};
     m_pending.source = Change::Layout;
@@ -200,11 +207,12 @@ void FlatTreeModel::beginLayoutChange()
 void FlatTreeModel::saveStates()
 {
     const RowTree& tree = m_rows.tree();
-    m_rows.visitKnown([&](Node node, const QModelIndex& index) {
-        const SourceRows::Start start{tree.flags(node), tree.hidden(node) != RowTree::none};
-        if (start.flags != 0 || start.keepsHidden || m_source->hasChildren(index))
-            m_savedRows.push_back({index, start});
-    });
+    for (KnownRowWalk row(tree, m_rows.root(), *m_source); !row.atEnd(); row.next()) {
+        const Node hidden = tree.hidden(row.node());
+        const SourceRows::Start start{tree.flags(row.node()), hidden != RowTree::none};
+        if (start.flags != 0 || start.keepsHidden || m_source->hasChildren(row.index()))
+            m_savedRows.push_back({row.index(), start});
+    }
 }
 
 void FlatTreeModel::endLayoutChange()
@@ -231,10 +239,13 @@ void FlatTreeModel::beginReset()
     m_pending = {};
     m_pending.source = Change::Reset;
     beginResetModel();
-    if (m_arranged)
-        rememberRows();
-    else
-        m_memory.clear();
+    // Arranged anew, the scene keeps what is open; a scene that is new itself does not.
+    m_replacement.reset();
+    if (m_arranged) {
+        m_replacement =
+            std::make_unique<RowsReplacement>(m_rows, m_memory, m_source, m_selectionModel);
+        m_replacement->take(QDeadlineTimer(QDeadlineTimer::Forever));
+    }
 }
 
 void FlatTreeModel::endReset()
@@ -244,8 +255,11 @@ void FlatTreeModel::endReset()
     m_delayedMarks.clear();
     m_origin = originOf(m_source);
     readRoles();
-    restoreRows();
-    readSelection();
+    const SourceRows nothing;
+    if (!m_replacement)
+        m_replacement = std::make_unique<RowsReplacement>(nothing, ExpansionMemory(), m_source,
+                                                          m_selectionModel);
+    takeReplacement();
     m_pending.list = Change::Reset;
     finish();
 }

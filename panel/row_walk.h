@@ -5,6 +5,10 @@
 #include <QAbstractItemModel>
 #include <QVarLengthArray>
 
+#include <algorithm>
+#include <optional>
+#include <vector>
+
 namespace kyr::panel {
 
 /// Goes down the rows of a sequence together with their source indexes, O(1) a step.
@@ -50,6 +54,47 @@ private:
     RowTree::Node m_node;
     QModelIndex m_index;
     QVarLengthArray<QModelIndex, 32> m_ancestors;
+};
+
+/// Goes over every row that was read, hidden ones after those that hide them.
+class KnownRowWalk
+{
+public:
+    KnownRowWalk(const RowTree& rows, RowTree::Node root, const QAbstractItemModel& source)
+        : m_rows(rows), m_source(source), m_sequences{{root, QModelIndex()}}
+    {
+        nextSequence();
+    }
+
+    bool atEnd() const { return !m_walk; }
+    RowTree::Node node() const { return m_walk->node(); }
+    const QModelIndex& index() const { return m_walk->index(); }
+
+    void next()
+    {
+        if (const RowTree::Node hidden = m_rows.hidden(node()); hidden != RowTree::none)
+            m_sequences.emplace_back(hidden, index());
+        m_walk->next();
+        if (m_walk->atEnd())
+            nextSequence();
+    }
+
+private:
+    void nextSequence()
+    {
+        m_walk.reset();
+        while (!m_walk && !m_sequences.empty()) {
+            const auto [root, parent] = m_sequences.back();
+            m_sequences.pop_back();
+            if (root != RowTree::none)
+                m_walk.emplace(m_rows, m_rows.first(root), m_source.index(0, 0, parent));
+        }
+    }
+
+    const RowTree& m_rows;
+    const QAbstractItemModel& m_source;
+    std::vector<std::pair<RowTree::Node, QModelIndex>> m_sequences;
+    std::optional<RowWalk> m_walk;
 };
 
 } // namespace kyr::panel

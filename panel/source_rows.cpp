@@ -1,6 +1,6 @@
 #include "source_rows.h"
 
-#include "row_walk.h"
+#include "row_reader.h"
 
 #include <QAbstractItemModel>
 #include <QVarLengthArray>
@@ -20,17 +20,16 @@ void SourceRows::setSource(QAbstractItemModel* source, int wishRole)
     m_wishRole = wishRole;
 }
 
-void SourceRows::clear()
+void SourceRows::reset(quint32 flags)
 {
     m_tree.clear();
     m_root = RowTree::none;
-    m_rootFlags = 0;
+    m_rootFlags = flags;
 }
 
 void SourceRows::rebuild(const StartOf& startOf, quint32 flags)
 {
-    clear();
-    m_rootFlags = flags;
+    reset(flags);
     if (m_source)
         m_root = readChildren({}, flags, 0, startOf);
 }
@@ -178,53 +177,16 @@ SourceRows::StartOf SourceRows::allExpanded() const
 SourceRows::Node SourceRows::readRows(const QModelIndex& parent, quint32 parentFlags, int first,
                                       int last, int depth, const StartOf& startOf)
 {
-    struct Level
-    {
-        QModelIndex parent;
-        quint32 flags;
-        int row;
-        int last;
-    };
-    std::vector<Node> rows;
-    std::vector<Level> levels{{parent, parentFlags, first, last}};
-    while (!levels.empty()) {
-        Level& level = levels.back();
-        if (level.row > level.last) {
-            levels.pop_back();
-            continue;
-        }
-        const QModelIndex index = m_source->index(level.row++, 0, level.parent);
-        const Start start = startOf(index, level.flags);
-        const int rowDepth = depth + int(levels.size()) - 1;
-        const Node node = m_tree.create(rowDepth, start.flags);
-        rows.push_back(node);
-        if ((start.flags & RowTree::Expanded) != 0)
-            levels.push_back({index, start.flags, 0, m_source->rowCount(index) - 1});
-        else if (start.keepsHidden)
-            m_tree.setHidden(node, readChildren(index, start.flags, rowDepth + 1, startOf));
+    RowReader reader(*this, startOf, parent, parentFlags, first, last, depth);
+    while (!reader.step()) {
     }
-    return m_tree.build(rows);
+    return reader.result();
 }
 
 SourceRows::Node SourceRows::readChildren(const QModelIndex& parent, quint32 parentFlags, int depth,
                                           const StartOf& startOf)
 {
     return readRows(parent, parentFlags, 0, m_source->rowCount(parent) - 1, depth, startOf);
-}
-
-void SourceRows::visitKnown(const std::function<void(Node, const QModelIndex&)>& visitor) const
-{
-    std::vector<std::pair<Node, QModelIndex>> sequences{{m_root, QModelIndex()}};
-    while (!sequences.empty()) {
-        const auto [root, parent] = sequences.back();
-        sequences.pop_back();
-        RowWalk walk(m_tree, m_tree.first(root), m_source->index(0, 0, parent));
-        for (; !walk.atEnd(); walk.next()) {
-            visitor(walk.node(), walk.index());
-            if (const Node hidden = m_tree.hidden(walk.node()); hidden != RowTree::none)
-                sequences.emplace_back(hidden, walk.index());
-        }
-    }
 }
 
 void SourceRows::mark(const QItemSelection& ranges, bool selected, std::vector<Node>& changed)

@@ -40,7 +40,8 @@ public:
     void setSource(QAbstractItemModel* source, int wishRole);
     /// Reads all anew; `flags` are those of the invisible root.
     void rebuild(const StartOf& startOf, quint32 flags);
-    void clear();
+    /// No rows, and these flags of the invisible root.
+    void reset(quint32 flags);
 
     const RowTree& tree() const { return m_tree; }
     RowTree& tree() { return m_tree; }
@@ -76,9 +77,6 @@ public:
                       const StartOf& startOf);
     void insert(Node owner, int row, Node block);
     Node cut(Node owner, int first, int count);
-
-    /// Goes over every row that was read, hidden ones after those that hide them.
-    void visitKnown(const std::function<void(Node, const QModelIndex&)>& visitor) const;
 
     /// Marks the known rows of the ranges and appends those that changed.
     void mark(const QItemSelection& ranges, bool selected, std::vector<Node>& changed);

@@ -57,8 +57,8 @@ TreeDragger::Target TreeDragger::targetAt(int row, Place place) const
 bool TreeDragger::allows(const Target& target) const
 {
     if (const auto* arranged = qobject_cast<ArrangedTreeModel*>(m_flat->sourceModel())) {
-        const bool ordered = arranged->sorting().role < 0;
-        if (arranged->arrangement() != ArrangedTreeModel::Arrangement::Hierarchy ||
+        const bool ordered = arranged->settings().sorting.role < 0;
+        if (arranged->settings().arrangement != ArrangedTreeModel::Arrangement::Hierarchy ||
             (!ordered && target.row >= 0))
             return false;
     }

@@ -166,6 +166,8 @@ FocusScope {
             tree.readColumns();
             anchor.restore();
         }
+        onAboutToRearrange: anchor.take()
+        onRearranged: anchor.restore()
         onRowsInserted: {
             if (tree.buttonCount === 0)
                 tree.readColumns();

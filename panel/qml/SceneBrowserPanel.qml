@@ -112,6 +112,7 @@ FocusScope {
         readonly property QtObject mode: panel.browser && panel.browser.selectableData
                                          ? panel.browser.selectableData : null
 
+        list: tree.flatModel
         sourceModel: panel.model
         predicate: panel.browser && panel.browser.filterPredicate ? panel.browser.filterPredicate
                                                                   : null
@@ -124,11 +125,6 @@ FocusScope {
 
         flatModel: tree.flatModel
         selectionModel: panel.selectionModel
-    }
-    Connections {
-        target: arranger.predicate
-
-        function onChanged() { tree.flatModel.forgetFound(); }
     }
     ItemSelectionModel {
         id: ownSelection

@@ -34,8 +34,7 @@ struct Outline
     {
         QObject::connect(&arranger, &TreeArranger::modelChanged, &flat,
                          [this] { flat.setSourceModel(arranger.model()); });
-        QObject::connect(&predicate, &TextPredicate::changed, &flat,
-                         [this] { flat.forgetFound(); });
+        arranger.setList(&flat);
         arranger.setSourceModel(scene.get());
         arranger.setPredicate(&predicate);
         flat.setSelectionModel(selection);
@@ -44,6 +43,17 @@ struct Outline
     void filter(const QString& text)
     {
         predicate.setText(text);
+        arranger.finish();
+    }
+    void sort(int role, bool descending = false)
+    {
+        arranger.setSortRole(role);
+        arranger.setSortDescending(descending);
+        arranger.finish();
+    }
+    void arrange(const char* arrangement)
+    {
+        arranger.setArrangement(QLatin1String(arrangement));
         arranger.finish();
     }
     QModelIndex find(const char* name) const { return scene->find(QLatin1String(name)); }
@@ -99,20 +109,19 @@ TEST(FlatTreeArrangedTest, SortingAndGroupingKeepWhatIsOpen)
 {
     Outline outline(street());
     outline.expand("House");
-    outline.arranger.setSortRole(Qt::DisplayRole);
-    outline.arranger.setSortDescending(true);
+    outline.sort(Qt::DisplayRole, true);
     EXPECT_EQ(outline.rows(), "Tree Lamp House .Wall .Roof");
     outline.expand("Wall");
-    outline.arranger.setArrangement(QStringLiteral("type"));
+    outline.arrange("type");
     EXPECT_EQ(outline.rows(), "Light .Lamp Mesh .Window 10 .Window 2 .Window 1 .Wall .Tree .Tile "
                               ".Roof .House");
     outline.flat.setRowExpanded(2, false);
     outline.scene->remove({}, 1, 1);
     EXPECT_EQ(outline.rows(), "Light .Lamp Mesh");
-    outline.arranger.setArrangement(QStringLiteral("flat"));
+    outline.arrange("flat");
     EXPECT_EQ(outline.flat.count(), 7);
-    outline.arranger.setArrangement({});
-    outline.arranger.setSortRole(-1);
+    outline.arrange("");
+    outline.sort(-1);
     EXPECT_EQ(outline.rows(), "House .Wall ..Window 1 ..Window 2 .Roof Lamp");
 }
 
@@ -138,7 +147,7 @@ TEST(FlatTreeArrangedTest, GroupsTakeTheFocusAndLeaveTheSelection)
     Outline outline(street());
     TreeNavigator navigator;
     navigator.setFlatModel(&outline.flat);
-    outline.arranger.setArrangement(QStringLiteral("type"));
+    outline.arrange("type");
     navigator.press(1, Qt::NoModifier);
     navigator.key(Qt::Key_Down, Qt::NoModifier, {});
     EXPECT_EQ(navigator.currentRow(), 2);
@@ -174,7 +183,7 @@ public:
 
     void step()
     {
-        switch (pick(9)) {
+        switch (pick(11)) {
         case 0:
         case 1:
             return insert();
@@ -183,10 +192,13 @@ public:
         case 3:
             return m_outline.filter(pick(2) == 0 ? QString() : QString::number(pick(10)));
         case 4:
-            m_outline.arranger.setSortRole(pick(2) == 0 ? -1 : int(Qt::DisplayRole));
-            return;
+            return m_outline.sort(pick(2) == 0 ? -1 : int(Qt::DisplayRole));
         case 5:
             return toggle();
+        case 6:
+            return move();
+        case 7:
+            return rename();
         default:
             return select();
         }
@@ -266,6 +278,29 @@ private:
         const int row = pick(int(parent->children.size()));
         forget(parent->children[std::size_t(row)].get());
         m_outline.scene->remove(m_outline.scene->indexOf(parent), row, 1);
+    }
+    void move()
+    {
+        Item* from = any();
+        Item* to = any();
+        const int size = int(from->children.size());
+        if (size == 0)
+            return;
+        const int row = pick(size);
+        const int count = 1 + pick(size - row);
+        for (const Item* up = to; up; up = up->parent) {
+            if (up->parent == from && up->row >= row && up->row < row + count)
+                return;
+        }
+        m_outline.scene->move(m_outline.scene->indexOf(from), row, count,
+                              m_outline.scene->indexOf(to), pick(int(to->children.size()) + 1));
+    }
+    void rename()
+    {
+        Item* item = any();
+        if (item != m_outline.scene->root())
+            m_outline.scene->setData(m_outline.scene->indexOf(item),
+                                     QString::number(m_random() % 1000), Qt::EditRole);
     }
     void forget(const Item* item)
     {

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <algorithm>
+#include <vector>
+
+namespace kyr::panel {
+
+/// A stable merge sort that can be put down and taken up again: `step` does a bounded part of it
+/// until it returns true. The values may not change meanwhile.
+template <typename T, typename Less>
+class SlicedSort
+{
+public:
+    SlicedSort(std::vector<T>& values, Less less)
+        : m_values(values), m_less(std::move(less)), m_merged(values.size())
+    {}
+
+    bool step()
+    {
+        const std::size_t size = m_values.size();
+        if (m_sorted < size) {
+            const auto first = m_values.begin() + std::ptrdiff_t(m_sorted);
+            m_sorted = std::min(m_sorted + runLength, size);
+            std::stable_sort(first, m_values.begin() + std::ptrdiff_t(m_sorted), m_less);
+            return size <= runLength;
+        }
+        for (std::size_t i = 0; i < runLength; ++i) {
+            if (m_out == m_end && !startPair())
+                return true;
+            const bool takesSecond =
+                m_second < m_end &&
+                (m_first == m_middle || m_less(m_values[m_second], m_values[m_first]));
+            m_merged[m_out++] = m_values[takesSecond ? m_second++ : m_first++];
+        }
+        return false;
+    }
+
+private:
+    static constexpr std::size_t runLength = 512;
+
+    /// Goes to the next two sorted runs to merge; false when one run is left.
+    bool startPair()
+    {
+        const std::size_t size = m_values.size();
+        if (m_end == size) {
+            m_values.swap(m_merged);
+            m_width *= 2;
+            if (m_width >= size)
+                return false;
+            m_end = 0;
+            m_out = 0;
+        }
+        m_first = m_end;
+        m_middle = std::min(m_first + m_width, size);
+        m_end = std::min(m_middle + m_width, size);
+        m_second = m_middle;
+        return true;
+    }
+
+    std::vector<T>& m_values;
+    Less m_less;
+    std::vector<T> m_merged;
+    std::size_t m_sorted = 0; ///< Up to here in runs.
+    std::size_t m_width = runLength;
+    // The merge of two neighbouring runs.
+    std::size_t m_first = 0;
+    std::size_t m_middle = 0;
+    std::size_t m_second = 0;
+    std::size_t m_end = 0;
+    std::size_t m_out = 0;
+};
+
+} // namespace kyr::panel
