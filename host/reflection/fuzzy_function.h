@@ -40,6 +40,22 @@ constexpr std::size_t prefixLength()
     }
 }
 
+template <typename Callable>
+struct IsStdFunction : std::false_type
+{};
+template <typename Signature>
+struct IsStdFunction<std::function<Signature>> : std::true_type
+{};
+
+template <typename Callable>
+bool isEmpty([[maybe_unused]] const Callable& callable) noexcept
+{
+    if constexpr (std::is_pointer_v<Callable> || IsStdFunction<Callable>::value)
+        return callable == nullptr;
+    else
+        return false;
+}
+
 } // namespace fuzzy_details
 
 template <typename Signature, typename Callable, typename Convertor = DefaultArgumentsConvertor>
@@ -77,6 +93,7 @@ template <typename Signature, typename Convertor = DefaultArgumentsConvertor>
 class FuzzyFunction;
 
 /// `std::function` that also accepts callables taking fewer arguments than its signature has.
+/// Made from a null pointer to a function or an empty `std::function`, it is empty as well.
 template <typename Result, typename... Arguments, typename Convertor>
 class FuzzyFunction<Result(Arguments...), Convertor>
 {
@@ -89,9 +106,12 @@ public:
     template <typename Callable,
               typename = std::enable_if_t<!std::is_same_v<std::decay_t<Callable>, FuzzyFunction>>>
     FuzzyFunction(Callable&& callable)
-        : m_function(FuzzyArgumentsAdaptor<Signature, std::decay_t<Callable>, Convertor>(
-              std::forward<Callable>(callable)))
-    {}
+    {
+        using Decayed = std::decay_t<Callable>;
+        if (!fuzzy_details::isEmpty<Decayed>(callable))
+            m_function = FuzzyArgumentsAdaptor<Signature, Decayed, Convertor>(
+                std::forward<Callable>(callable));
+    }
 
     explicit operator bool() const noexcept { return static_cast<bool>(m_function); }
 

@@ -75,5 +75,7 @@ TEST(FuzzyFunction, takesCallablesWithFewerArguments)
                   return number + int(text.size());
               })(5, "x"));
     EXPECT_FALSE(Function(nullptr));
+    EXPECT_FALSE(Function(std::function<int()>()));
+    EXPECT_FALSE(Function(static_cast<int (*)(int)>(nullptr)));
     EXPECT_THROW(Function()(1, ""), std::bad_function_call);
 }
