@@ -42,7 +42,34 @@ BaseFilterProxyModel::BaseFilterProxyModel(QObject* parent) : QSortFilterProxyMo
 void BaseFilterProxyModel::setFilteringMode(FilteringMode mode)
 {
     m_filteringMode = mode;
-    setRecursiveFilteringEnabled(mode == FilteringMode::RowsAndAncestors);
+    setRecursiveFilteringEnabled(mode == FilteringMode::Branches);
+}
+
+void BaseFilterProxyModel::setSourceModel(QAbstractItemModel* source)
+{
+    disconnect(m_dataChanged);
+    QSortFilterProxyModel::setSourceModel(source);
+    if (!source)
+        return;
+    // The base class looks at changed rows and those above them, but not below.
+    m_dataChanged =
+        connect(source, &QAbstractItemModel::dataChanged, this, [this](const QModelIndex& first) {
+            if (m_filteringMode == FilteringMode::Branches && sourceModel()->hasChildren(first))
+                invalidateFilter();
+        });
+}
+
+bool BaseFilterProxyModel::filterAcceptsRow(int row, const QModelIndex& parent) const
+{
+    if (QSortFilterProxyModel::filterAcceptsRow(row, parent))
+        return true;
+    if (m_filteringMode != FilteringMode::Branches)
+        return false;
+    for (QModelIndex above = parent; above.isValid(); above = above.parent()) {
+        if (QSortFilterProxyModel::filterAcceptsRow(above.row(), above.parent()))
+            return true;
+    }
+    return false;
 }
 
 bool BaseFilterProxyModel::lessThan(const QModelIndex& left, const QModelIndex& right) const

@@ -53,8 +53,7 @@ void SceneBrowserData::setColumnsModel(QAbstractItemModel* columnsModel,
     m_checkableColumnsModel = std::make_unique<BaseFilterProxyModel>(nullptr);
     m_checkableColumnsModel->setDynamicSortFilter(true);
     m_checkableColumnsModel->setFilterCaseSensitivity(Qt::CaseInsensitive);
-    m_checkableColumnsModel->setFilteringMode(
-        BaseFilterProxyModel::FilteringMode::RowsAndAncestors);
+    m_checkableColumnsModel->setFilteringMode(BaseFilterProxyModel::FilteringMode::Branches);
     m_checkableColumnsModel->setSourceModel(m_checkableProxy.get());
 
     Q_EMIT columnsModelChanged();

@@ -104,12 +104,16 @@ TEST_F(ColumnsTest, theFilterKeepsTheGroupsOfMatchingColumns)
     browser->setColumnsModel(&columns, &chosen);
     for (const auto& [filter, shown] : {std::pair("POS", "Transform position "),
                                         {"pos", "Transform position "},
+                                        {"trans", "Transform position rotation "},
                                         {"type", "type "},
                                         {"nothing", ""},
                                         {"", "Transform position rotation type "}}) {
         browser->setColumnsFilter(filter);
         EXPECT_EQ(shown, rows(browser->checkableColumnsModel())) << filter;
     }
+    browser->setColumnsFilter("place");
+    columns.item(0)->setText("Placement");
+    EXPECT_EQ("Placement position rotation ", rows(browser->checkableColumnsModel()));
 }
 
 TEST_F(ColumnsTest, removingAndClearingGoThroughTheSelection)
