@@ -178,7 +178,7 @@ BENCHMARK_TEMPLATE(toggleEveryRange, RowSelectionModel)
     ->Unit(unit);
 BENCHMARK_TEMPLATE(toggleEveryRange, Model)->Arg(1000)->Iterations(1)->Unit(unit);
 BENCHMARK_TEMPLATE(addOneToMany, RowSelectionModel)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(unit);
-BENCHMARK_TEMPLATE(addOneToMany, Model)->Arg(1000)->Arg(10000)->Unit(unit);
+BENCHMARK_TEMPLATE(addOneToMany, Model)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(unit);
 BENCHMARK_TEMPLATE(replaceOneRangePerParent, RowSelectionModel)
     ->Arg(1000)
     ->Arg(10000)

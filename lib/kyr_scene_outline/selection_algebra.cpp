@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -72,6 +73,15 @@ std::vector<Block> blocksOf(const QItemSelection& ranges, ParentNumbers& numbers
     return blocks;
 }
 
+// Copies what it returns alone; to erase the rest would first copy all of a shared list.
+QItemSelection rangesFrom(const QItemSelection& ranges, int first)
+{
+    QItemSelection rest;
+    rest.reserve(ranges.size() - first);
+    std::copy(ranges.begin() + first, ranges.end(), std::back_inserter(rest));
+    return rest;
+}
+
 // Drops pairs of equal ranges. The stock model passes over some of the pairs and leaves them to
 // the comparison of cells, which shows where ranges overlap; the same pairs stay here.
 void removeEqualRanges(QItemSelection& deselected, QItemSelection& selected, ParentNumbers& numbers)
@@ -82,8 +92,8 @@ void removeEqualRanges(QItemSelection& deselected, QItemSelection& selected, Par
         ++same;
 
     if (same == deselected.size() || same == selected.size()) {
-        deselected.erase(deselected.begin(), deselected.begin() + same);
-        selected.erase(selected.begin(), selected.begin() + same);
+        deselected = rangesFrom(deselected, same);
+        selected = rangesFrom(selected, same);
         return;
     }
     const std::vector<Block> wanted = blocksOf(deselected, numbers);
