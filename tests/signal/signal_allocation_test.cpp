@@ -2,40 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <cstdlib>
-#include <new>
+#include <support/allocations/allocation_count.h>
+
 #include <utility>
-
-namespace {
-std::atomic<std::size_t> allocationCount{0};
-}
-
-void* operator new(std::size_t size)
-{
-    ++allocationCount;
-    if (void* memory = std::malloc(size))
-        return memory;
-    throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 namespace {
 
 TEST(SignalAllocations, OneASignalAndOneAConnection)
 {
-    std::size_t before = allocationCount.load();
+    std::size_t before = test::allocationCount();
     const auto allocations = [&] {
-        return allocationCount.load() - std::exchange(before, allocationCount.load());
+        return test::allocationCount() - std::exchange(before, test::allocationCount());
     };
 
     vex::Signal<void()> signal;

@@ -3,33 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <support/allocations/allocation_count.h>
+
 #include <array>
-#include <atomic>
-#include <cstdlib>
 #include <limits>
 #include <memory>
-#include <new>
 #include <vector>
-
-namespace {
-std::atomic<int> allocations = 0;
-}
-
-void* operator new(std::size_t size)
-{
-    ++allocations;
-    if (void* memory = std::malloc(size == 0 ? 1 : size))
-        return memory;
-    throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 namespace {
 
@@ -48,7 +27,7 @@ struct NoDefault
 
 TEST(Variant, SmallValuesNeedNoAllocation)
 {
-    const int before = allocations;
+    const std::size_t before = test::allocationCount();
     {
         Variant numbers(1.5);
         Variant colour(lumo::Color{1, 0.5f, 0.25f, 1});
@@ -59,7 +38,7 @@ TEST(Variant, SmallValuesNeedNoAllocation)
         ASSERT_EQ(*numbers.tryGet<std::string>(), "short");
         ASSERT_TRUE(copy == colour);
     }
-    EXPECT_EQ(allocations, before);
+    EXPECT_EQ(test::allocationCount(), before);
 }
 
 TEST(Variant, CopiesOfLargeValuesShareOneUntilChanged)
