@@ -1,7 +1,6 @@
 #include "inspector_model.h"
 
-#include "color_conversion.h"
-
+#include <editor/scene/display_color.h>
 #include <editor/scene/scene_commands.h>
 #include <host/variant/number_text.h>
 
@@ -209,7 +208,7 @@ void InspectorModel::setComponent(int row, int component, double value)
 
 void InspectorModel::setColor(int row, const QColor& color)
 {
-    const lumo::Color linear = fromScreenColor(color);
+    const lumo::Color linear = linearColor(color);
     edit(row, [linear](const lumo::Variant&) { return lumo::Variant(linear); });
 }
 

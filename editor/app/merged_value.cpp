@@ -1,8 +1,8 @@
 #include "merged_value.h"
 
-#include "color_conversion.h"
 #include "property_kind.h"
 
+#include <editor/scene/display_color.h>
 #include <host/variant/variant_converter.h>
 
 namespace editor {
@@ -59,7 +59,7 @@ QVariant MergedValue::display() const
     case PropertyKind::Number:
         return textOf(m_first).toDouble();
     case PropertyKind::Color:
-        return toScreenColor(*m_first.tryGet<lumo::Color>());
+        return displayColor(*m_first.tryGet<lumo::Color>());
     case PropertyKind::Vector:
         return displayComponents(m_first, m_mixed);
     case PropertyKind::Group:

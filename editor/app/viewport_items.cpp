@@ -1,7 +1,6 @@
 #include "viewport_items.h"
 
-#include "color_conversion.h"
-
+#include <editor/scene/display_color.h>
 #include <editor/scene/transform_math.h>
 
 namespace editor {
@@ -27,9 +26,9 @@ ViewportItem::Kind viewportKind(ObjectKind kind)
 QColor viewportColor(const SceneObject& object)
 {
     if (object.material())
-        return toScreenColor(object.material()->baseColor);
+        return displayColor(object.material()->baseColor);
     if (object.light())
-        return toScreenColor(object.light()->color);
+        return displayColor(object.light()->color);
     return Qt::lightGray;
 }
 
