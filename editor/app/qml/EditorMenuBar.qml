@@ -8,6 +8,7 @@ MenuBar {
     property bool logShown
     readonly property bool hasSelection: session.selectionStatus.count > 0
 
+    signal findRequested
     signal alwaysRevealToggled
     signal logToggled
     signal revealRequested
@@ -81,6 +82,11 @@ MenuBar {
         }
         MenuSeparator {}
         Action {
+            text: qsTr("&Find in Tree")
+            shortcut: "Ctrl+F"
+            onTriggered: bar.findRequested()
+        }
+        Action {
             text: qsTr("Select &All")
             shortcut: "Ctrl+A"
             onTriggered: session.edit.selectAll()
@@ -128,7 +134,8 @@ MenuBar {
 
         Action {
             text: qsTr("&Frame Selection")
-            shortcut: "Ctrl+F"
+            shortcut: "Ctrl+Shift+F"
+            enabled: bar.hasSelection
             onTriggered: session.view.frameSelection()
         }
         Action {

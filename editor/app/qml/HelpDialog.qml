@@ -18,6 +18,8 @@ Dialog {
         [qsTr("Ctrl or Shift + click"), qsTr("Toggle, extend")],
         [qsTr("Shift + click on an arrow"), qsTr("Open or close the whole branch")],
         [qsTr("Letters"), qsTr("Go to the row of that name")],
+        [qsTr("Ctrl + F"), qsTr("Filter; type:light finds all lights")],
+        [qsTr("Drag rows"), qsTr("Move them into or between others")],
         [qsTr("F"), qsTr("Reveal the selection")],
         [qsTr("Double click"), qsTr("Frame the object")],
         [qsTr("Inspector"), ""],
