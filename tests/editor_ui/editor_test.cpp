@@ -120,11 +120,11 @@ void EditorDriver::select(std::initializer_list<const char*> names)
     session.selection().setSelection(objects, false);
 }
 
-QQuickItem* EditorDriver::item(const QString& objectName)
+QQuickItem* EditorDriver::item(const QString& objectName, QQuickItem* inside)
 {
     QQuickItem* found = nullptr;
     if (!QTest::qWaitFor([&] {
-            found = findVisible(window->contentItem(), objectName);
+            found = findVisible(inside ? inside : window->contentItem(), objectName);
             return found != nullptr;
         }))
         throw std::runtime_error("no visible " + objectName.toStdString());
@@ -141,13 +141,24 @@ QPoint EditorDriver::rowPoint(const char* name)
     return centre(item(QString("row_%1").arg(name)));
 }
 
+bool EditorDriver::shows(const QString& objectName)
+{
+    return findVisible(window->contentItem(), objectName) != nullptr;
+}
+
 QPoint EditorDriver::viewPoint(const char* name)
 {
     const QPointF point = session.viewport()->projectToScreen(object(name)->id());
     return item("viewport")->mapToScene(point).toPoint();
 }
 
-void EditorDriver::click(const QPoint& point, Qt::KeyboardModifiers modifiers, Qt::MouseButton button)
+void EditorDriver::openRow(const char* name)
+{
+    click(centre(item("arrow", item(QStringLiteral("row_") + name))));
+}
+
+void EditorDriver::click(const QPoint& point, Qt::KeyboardModifiers modifiers,
+                         Qt::MouseButton button)
 {
     QTest::mouseClick(window, button, modifiers, point);
 }

@@ -27,13 +27,17 @@ public:
     QModelIndex row(const char* name);
     void select(std::initializer_list<const char*> names);
 
-    /// The visible item of that object name; waits until there is one.
-    QQuickItem* item(const QString& objectName);
+    /// The visible item of that object name in the window or one of its items; waits until there
+    /// is one.
+    QQuickItem* item(const QString& objectName, QQuickItem* inside = nullptr);
     QPoint centre(QQuickItem* item) const;
     QPoint rowPoint(const char* name);
+    bool shows(const QString& objectName);
     /// Where an object shows in the 3D view, in the window.
     QPoint viewPoint(const char* name);
 
+    /// Clicks on the arrow, which closes the row again.
+    void openRow(const char* name);
     void click(const QPoint& point, Qt::KeyboardModifiers modifiers = {},
                Qt::MouseButton button = Qt::LeftButton);
     void drag(const QPoint& from, const QPoint& to, Qt::KeyboardModifiers modifiers = {});
