@@ -44,7 +44,9 @@ void FlatTreeModel::beginInsertion(const QModelIndex& parent, int first, int las
     m_cachedRow = -1;
     m_pending = {};
     m_pending.source = Change::Insert;
-    m_pending.to = m_rows.familyOf(parent);
+    // After all was collapsed, what comes starts as it wishes and what was there does not, which
+    // only rows that are known can tell.
+    m_pending.to = m_rows.ignoresWishes(parent) ? readFamilyOf(parent) : m_rows.familyOf(parent);
     m_pending.count = last - first + 1;
     m_pending.sourceFirst = first;
     if (!m_pending.to)

@@ -38,7 +38,6 @@ void OutlineColumns::setModel(QAbstractItemModel* model)
         connect(model, &Model::layoutChanged, &m_rereading, reread);
         connect(model, &Model::modelReset, &m_rereading, reread);
         connect(model, &QObject::destroyed, &m_rereading, reread);
-        writeOrder(m_savedOrder);
     }
     read();
     Q_EMIT modelChanged();
@@ -138,7 +137,6 @@ void OutlineColumns::move(int column, int to)
     ids.move(column, target);
     writeOrder(ids);
     read();
-    save();
 }
 
 void OutlineColumns::writeOrder(const QStringList& ids)
@@ -216,13 +214,8 @@ void OutlineColumns::load()
     const QVariantMap widths = settings.value(QStringLiteral("widths")).toMap();
     for (auto width = widths.begin(); width != widths.end(); ++width)
         m_widths.insert(width.key(), std::max(width->toInt(), smallestWidth));
-    m_savedOrder = settings.value(QStringLiteral("order")).toStringList();
     m_sortId = settings.value(QStringLiteral("sortColumn")).toString();
     m_sortDescending = settings.value(QStringLiteral("sortDescending")).toBool();
-    if (m_model) {
-        writeOrder(m_savedOrder);
-        read();
-    }
     Q_EMIT widthsChanged();
     Q_EMIT sortingChanged();
 }
@@ -236,11 +229,7 @@ void OutlineColumns::save() const
     QVariantMap widths;
     for (auto width = m_widths.begin(); width != m_widths.end(); ++width)
         widths.insert(width.key(), *width);
-    QStringList order;
-    for (const Column& column : m_columns)
-        order.append(column.id);
     settings.setValue(QStringLiteral("widths"), widths);
-    settings.setValue(QStringLiteral("order"), order);
     settings.setValue(QStringLiteral("sortColumn"), m_sortId);
     settings.setValue(QStringLiteral("sortDescending"), m_sortDescending);
 }

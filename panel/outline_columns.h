@@ -13,7 +13,7 @@
 namespace kyr::panel {
 
 /// The columns beside the names of a tree, read from an item model that lists them, with what the
-/// user made of them: widths, order, and by which the tree is sorted.
+/// user made of them: widths, and by which the tree is sorted. Their order is the model's own.
 ///
 /// The model's roles, by name: "display" the title, "columnId" a text to know the column by,
 /// "valueRole" the number of the tree's role with the cells' values, "columnOrder" its place,
@@ -23,7 +23,7 @@ class KYR_SCENE_OUTLINE_PANEL_EXPORT OutlineColumns : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(QAbstractItemModel* model READ model WRITE setModel NOTIFY modelChanged)
-    /// Where widths, order and sorting are kept in the application's settings; empty: nowhere.
+    /// Where widths and sorting are kept in the application's settings; empty: nowhere.
     Q_PROPERTY(
         QString settingsName READ settingsName WRITE setSettingsName NOTIFY settingsNameChanged)
     /// A map for each column: columnId, title, valueRole, toggle, alignment.
@@ -94,7 +94,6 @@ private:
     QString m_settingsName;
     QList<Column> m_columns;
     QHash<QString, int> m_widths; ///< Those that the user chose.
-    QStringList m_savedOrder;     ///< To be given to the next model.
     QString m_sortId;
     bool m_sortDescending = false;
     QTimer m_rereading;

@@ -157,6 +157,18 @@ QModelIndex SourceRows::indexOf(Node visibleNode) const
     return index;
 }
 
+bool SourceRows::ignoresWishes(const QModelIndex& sourceParent) const
+{
+    quint32 flags = m_rootFlags;
+    for (QModelIndex index = sourceParent; index.isValid(); index = index.parent()) {
+        if (const Node node = nodeOf(index); node != RowTree::none) {
+            flags = m_tree.flags(node);
+            break;
+        }
+    }
+    return (flags & RowTree::IgnoresWishes) != 0;
+}
+
 SourceRows::StartOf SourceRows::wishes() const
 {
     return [this](const QModelIndex& index, quint32 parentFlags) -> Start {

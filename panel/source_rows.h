@@ -67,6 +67,8 @@ public:
     /// Reads what is missing; nothing only for an index that the source does not have.
     std::optional<Family> readFamilyOf(const QModelIndex& sourceParent);
 
+    /// Whether children of the row that are read now start collapsed.
+    bool ignoresWishes(const QModelIndex& sourceParent) const;
     /// Every row as the source's "expanded" role wishes.
     StartOf wishes() const;
     /// Every row that has children expanded.

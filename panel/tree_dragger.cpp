@@ -3,6 +3,7 @@
 #include "arranged_tree_model.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace kyr::panel {
 
@@ -10,6 +11,28 @@ namespace {
 
 /// The upper and the lower part of a row mean between rows, the rest means the row itself.
 constexpr qreal betweenPart = 0.28;
+
+std::vector<int> pathOf(QModelIndex index)
+{
+    std::vector<int> path;
+    for (; index.isValid(); index = index.parent())
+        path.insert(path.begin(), index.row());
+    return path;
+}
+
+/// From top to bottom, in whatever order they were selected.
+QModelIndexList inSceneOrder(const QModelIndexList& rows)
+{
+    std::vector<std::pair<std::vector<int>, QModelIndex>> places;
+    for (const QModelIndex& row : rows)
+        places.emplace_back(pathOf(row), row);
+    std::sort(places.begin(), places.end(),
+              [](const auto& a, const auto& b) { return a.first < b.first; });
+    QModelIndexList ordered;
+    for (const auto& place : places)
+        ordered.append(place.second);
+    return ordered;
+}
 
 } // namespace
 
@@ -33,6 +56,7 @@ bool TreeDragger::begin(int row)
     rows.erase(std::remove_if(rows.begin(), rows.end(), stays), rows.end());
     if (rows.isEmpty())
         return false;
+    rows = inSceneOrder(rows);
     m_data.reset(m_flat->origin()->mimeData(rows));
     if (!m_data)
         return false;

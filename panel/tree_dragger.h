@@ -12,7 +12,8 @@ namespace kyr::panel {
 
 /// Dragging rows of a flat tree onto other rows or between them, through the origin's `mimeData`,
 /// `canDropMimeData` and `dropMimeData`. The model moves the rows itself, which keeps them selected
-/// and open. In a sorted tree rows drop onto others only, in a flat or grouped one nowhere.
+/// and open; it gets them from top to bottom. In a sorted tree rows drop onto others only, in a
+/// flat or grouped one nowhere.
 class KYR_SCENE_OUTLINE_PANEL_EXPORT TreeDragger : public QObject
 {
     Q_OBJECT

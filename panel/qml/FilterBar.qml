@@ -43,20 +43,15 @@ FocusScope {
             predicate: bar.predicate
             onFinished: bar.finished()
         }
-        Row {
-            id: choices
-
-            readonly property int count: bar.filters.length + (bar.mode ? 1 : 0)
-            readonly property real choiceWidth:
-                Math.min(180, (width - spacing * (count - 1)) / Math.max(1, count))
-
+        // As wide as they need to be, in as many lines as that takes.
+        Flow {
             width: parent.width
             visible: bar.hasChoices
             spacing: bar.style.spacing
 
             PanelComboBox {
                 objectName: "mode_choice"
-                width: choices.choiceWidth
+                width: Math.min(implicitWidth, content.width)
                 visible: bar.mode !== null
                 style: bar.style
                 model: bar.mode ? bar.mode.labels : []
@@ -72,7 +67,7 @@ FocusScope {
                     readonly property QtObject filter: modelData
 
                     objectName: "filter_choice_" + index
-                    width: choices.choiceWidth
+                    width: Math.min(implicitWidth, content.width)
                     visible: filter !== null
                     style: bar.style
                     title: filter ? filter.title : ""

@@ -151,6 +151,7 @@ Item {
 
             Accessible.role: toggle ? Accessible.CheckBox : Accessible.Cell
             Accessible.name: modelData.title + (toggle ? "" : ": " + text)
+            Accessible.checkable: toggle
             Accessible.checked: checked
 
             Rectangle {
@@ -178,6 +179,7 @@ Item {
 
             Accessible.role: Accessible.CheckBox
             Accessible.name: state_ ? state_.toolTip : ""
+            Accessible.checkable: true
             Accessible.checked: checked
 
             PanelIcon {

@@ -20,19 +20,9 @@ FocusScope {
     // What the rows of this scene have; the number of buttons is read from the first one.
     property bool hasCount: false
     readonly property bool hasCurrent: selectionModel ? selectionModel.currentIndex.valid : false
-    property int buttonCount: 0
-    property int hoveredRow: -1
     property QtObject layout
     property QtObject columns
-    // What Ctrl+Left and Ctrl+Right have gone to in the focused row, as in OutlineRow.
-    property int cellCursor: -1
-    readonly property var cellStops: {
-        const stops = [];
-        columns.columns.forEach((column, index) => { if (column.toggle) stops.push(index); });
-        for (let button = 0; button < buttonCount; ++button)
-            stops.push(columns.columns.length + button);
-        return stops;
-    }
+    readonly property alias buttonCount: controls.buttonCount
 
     signal hoverEntered(var sourceIndex)
     signal hoverLeft()
@@ -49,8 +39,11 @@ FocusScope {
     }
     function showIndex(sourceIndex) {
         const row = flatModel.reveal(sourceIndex);
-        list.forceLayout();
+        layOut();
         showRow(row);
+    }
+    function layOut() {
+        list.forceLayout();
     }
     function itemAtRow(row) {
         return list.itemAtIndex(row);
@@ -63,89 +56,12 @@ FocusScope {
     function rowAt(y) {
         return list.indexAt(1, y + list.contentY);
     }
-    function updateHover() {
-        const row = pointer.containsMouse ? rowAt(pointer.mouseY) : -1;
-        hoveredRow = row;
-        if (!hoverHandle.assign(row))
-            return;
-        toolTip.hide();
-        if (row >= 0)
-            hoverEntered(hoverHandle.sourceIndex);
-        else
-            hoverLeft();
-    }
-    function refreshHover() {
-        list.forceLayout();
-        updateHover();
-    }
     function readColumns() {
         const role = flatModel.sourceRole("rowButtonsModel");
         const first = flatModel.isGroup(0) ? 1 : 0;
         const buttons = role < 0 ? undefined : flatModel.data(flatModel.index(first, 0), role);
-        buttonCount = buttons === undefined ? 0 : buttons.length;
+        controls.buttonCount = buttons === undefined ? 0 : buttons.length;
         hasCount = flatModel.sourceRole("count") >= 0;
-    }
-
-    function clickButton(row, button) {
-        const role = flatModel.sourceRole("rowButtonsModel");
-        const state = flatModel.data(flatModel.index(row, 0), role)[button];
-        if (state)
-            rowEditor.setButton(row, state.id, state.checked !== true, state.toolTip || state.id);
-    }
-    function clickToggle(row, column) {
-        const value = flatModel.data(flatModel.index(row, 0), columns.columns[column].valueRole);
-        if (typeof value === "boolean")
-            rowEditor.setCell(row, columns.columns[column].valueRole, !value,
-                              columns.columns[column].title);
-    }
-    function clickAtCursor() {
-        const row = navigator.currentRow();
-        if (row < 0)
-            return;
-        if (cellCursor < columns.columns.length)
-            clickToggle(row, cellCursor);
-        else
-            clickButton(row, cellCursor - columns.columns.length);
-    }
-    function moveCellCursor(step) {
-        const stop = cellStops.indexOf(cellCursor) + step;
-        cellCursor = stop < 0 ? -1 : cellStops[Math.min(stop, cellStops.length - 1)];
-    }
-    function pressAt(mouse) {
-        forceActiveFocus();
-        const row = rowAt(mouse.y);
-        if (mouse.button === Qt.RightButton) {
-            if (row >= 0)
-                navigator.pressForMenu(row);
-            menuRequested();
-            return;
-        }
-        if (row < 0) {
-            if (!(mouse.modifiers & (Qt.ShiftModifier | Qt.ControlModifier)))
-                navigator.clearSelection();
-            return;
-        }
-        const part = itemAtRow(row).partAt(mouse.x);
-        if (part.kind === "arrow")
-            navigator.toggle(row, mouse.modifiers);
-        else if (part.kind === "button")
-            clickButton(row, part.index);
-        else if (part.kind === "toggle")
-            clickToggle(row, part.index);
-        else {
-            navigator.press(row, mouse.modifiers);
-            pointer.pressedRow = row;
-        }
-    }
-    function doubleClickAt(mouse) {
-        const row = rowAt(mouse.y);
-        if (mouse.button !== Qt.LeftButton || row < 0
-            || itemAtRow(row).partAt(mouse.x).kind !== "row")
-            return;
-        if (flatModel.isGroup(row))
-            navigator.toggle(row, mouse.modifiers);
-        else
-            activated(flatModel.sourceIndex(row));
     }
     function startRename() {
         const row = navigator.currentRow();
@@ -159,7 +75,7 @@ FocusScope {
         id: flatModel
 
         cellRoles: tree.columns.valueRoles
-        onCountChanged: Qt.callLater(tree.refreshHover)
+        onCountChanged: Qt.callLater(pointer.refreshHover)
         onSourceModelChanged: tree.readColumns()
         onModelAboutToBeReset: anchor.take()
         onModelReset: {
@@ -169,7 +85,7 @@ FocusScope {
         onAboutToRearrange: anchor.take()
         onRearranged: anchor.restore()
         onRowsInserted: {
-            if (tree.buttonCount === 0)
+            if (controls.buttonCount === 0)
                 tree.readColumns();
         }
     }
@@ -192,43 +108,26 @@ FocusScope {
 
         flatModel: flatModel
     }
-    RowHandle {
-        id: hoverHandle
+    RowControls {
+        id: controls
 
         flatModel: flatModel
+        rowEditor: rowEditor
+        columns: tree.columns.columns
     }
-    RowHandle {
+    RowAnchor {
         id: anchor
 
-        property real offset: 0
-
         flatModel: flatModel
-
-        // Keeps the row at the top where it is when the whole list is replaced.
-        function take() {
-            const top = list.indexAt(1, list.contentY);
-            const row = flatModel.isGroup(top) ? top + 1 : top;
-            assign(row);
-            offset = row < 0 ? 0 : list.contentY - list.originY - row * tree.style.rowHeight;
-        }
-        function restore() {
-            Qt.callLater(place);
-        }
-        function place() {
-            const top = row();
-            if (top < 0)
-                return;
-            list.forceLayout();
-            list.positionViewAtIndex(top, ListView.Beginning);
-            tree.scrollBy(offset);
-        }
+        list: list
+        rowHeight: tree.style.rowHeight
+        onScrollRequested: tree.scrollBy(pixels)
     }
 
     activeFocusOnTab: true
-    onCellStopsChanged: cellCursor = -1
     onActiveFocusChanged: {
         if (!activeFocus)
-            cellCursor = -1;
+            controls.leave();
     }
 
     Keys.onPressed: event.accepted = handleKey(event)
@@ -247,20 +146,12 @@ FocusScope {
             filterRequested();
             return true;
         }
-        if (event.key === Qt.Key_Escape && (dragger.active || cellCursor >= 0)) {
+        if (event.key === Qt.Key_Escape && dragger.active) {
             dragger.cancel();
-            cellCursor = -1;
             return true;
         }
-        if (cellStops.length > 0 && event.modifiers === Qt.ControlModifier
-            && (event.key === Qt.Key_Left || event.key === Qt.Key_Right)) {
-            moveCellCursor(event.key === Qt.Key_Left ? -1 : 1);
+        if (controls.key(event, navigator.currentRow()))
             return true;
-        }
-        if (cellCursor >= 0 && (event.key === Qt.Key_Space || event.key === Qt.Key_Return)) {
-            clickAtCursor();
-            return true;
-        }
         if (event.key === Qt.Key_Menu || (event.key === Qt.Key_F10 && event.modifiers & Qt.ShiftModifier)) {
             menuRequested();
             return true;
@@ -295,7 +186,7 @@ FocusScope {
         keyNavigationEnabled: false
         highlightFollowsCurrentItem: false
         currentIndex: -1
-        onContentYChanged: Qt.callLater(tree.updateHover)
+        onContentYChanged: Qt.callLater(pointer.updateHover)
 
         Accessible.role: Accessible.Tree
         Accessible.name: qsTr("Scene")
@@ -309,57 +200,24 @@ FocusScope {
         delegate: OutlineRow {
             width: ListView.view.width
             style: tree.style
-            hovered: tree.hoveredRow === index
+            hovered: pointer.hoveredRow === index
             pointerX: hovered ? pointer.mouseX : -1
             panelFocused: tree.activeFocus
             layout: tree.layout
             columns: tree.columns.columns
-            cellCursor: model.current && panelFocused ? tree.cellCursor : -1
+            cellCursor: model.current && panelFocused ? controls.cursor : -1
         }
     }
 
-    MouseArea {
+    RowPointer {
         id: pointer
 
         objectName: "outline_pointer"
         anchors { fill: parent; rightMargin: tree.scrollBarWidth }
-        // Rows come and go under a drag that scrolls, so the mouse is not theirs.
-        property int pressedRow: -1
-        property point pressPoint
-
-        acceptedButtons: Qt.LeftButton | Qt.RightButton
-        hoverEnabled: true
-        onContainsMouseChanged: tree.updateHover()
-        onPositionChanged: {
-            tree.updateHover();
-            toolTip.follow();
-            if (pressedRow >= 0 && pressedButtons === Qt.LeftButton)
-                rowDrag.pull(pressedRow, pressPoint);
-        }
-        onPressed: {
-            pressedRow = -1;
-            pressPoint = Qt.point(mouse.x, mouse.y);
-            tree.pressAt(mouse);
-        }
-        onReleased: {
-            if (dragger.active)
-                dragger.drop();
-            else if (pressedRow >= 0 && mouse.button === Qt.LeftButton)
-                navigator.release(pressedRow, mouse.modifiers);
-            pressedRow = -1;
-        }
-        onCanceled: {
-            dragger.cancel();
-            pressedRow = -1;
-        }
-        onDoubleClicked: tree.doubleClickAt(mouse)
-        onWheel: {
-            const pixels = wheel.pixelDelta.y !== 0 ? wheel.pixelDelta.y
-                                                    : wheel.angleDelta.y / 120 * 3 * tree.style.rowHeight;
-            tree.scrollBy(-pixels);
-        }
+        tree: tree
+        controls: controls
+        onPulled: rowDrag.pull(pressedRow, pressPoint)
     }
-
     RenameField {
         id: renameField
 
@@ -387,24 +245,5 @@ FocusScope {
         visible: tree.activeFocus && flatModel.count > 0 && !tree.hasCurrent
         color: "transparent"
         border.color: tree.style.focus
-    }
-
-    PanelToolTip {
-        id: toolTip
-
-        style: tree.style
-
-        function follow() {
-            const row = tree.itemAtRow(tree.hoveredRow);
-            const button = row ? row.hoveredButton : -1;
-            const wanted = !row ? "" : button >= 0 ? row.buttons[button].toolTip
-                                                   : row.elided ? row.name : "";
-            x = Math.min(pointer.mouseX + 12, tree.width - width - 4);
-            y = (tree.hoveredRow + 1) * tree.style.rowHeight + list.originY - list.contentY + 2;
-            if (!wanted)
-                hide();
-            else if (text !== wanted || !visible)
-                show(wanted);
-        }
     }
 }

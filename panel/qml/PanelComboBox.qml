@@ -8,16 +8,33 @@ ComboBox {
     property QtObject style
     property string title
 
+    // Room for the longest choice, so that choosing moves nothing.
+    implicitWidth: {
+        let widest = 0;
+        for (const label of model || [])
+            widest = Math.max(widest, metrics.advanceWidth(displayed(label)));
+        return Math.ceil(widest) + style.spacing * 2 + style.buttonWidth;
+    }
     implicitHeight: style.controlHeight
     padding: 0
+    rightPadding: style.buttonWidth
     font.pixelSize: style.pixelSize
-    displayText: title === "" ? currentText : qsTr("%1: %2").arg(title).arg(currentText)
+    displayText: displayed(currentText)
 
     Accessible.name: title
 
+    function displayed(label) {
+        return title === "" ? label : qsTr("%1: %2").arg(title).arg(label);
+    }
+
+    FontMetrics {
+        id: metrics
+
+        font: combo.font
+    }
+
     contentItem: Text {
         leftPadding: combo.style.spacing * 2
-        rightPadding: combo.style.buttonWidth
         text: combo.displayText
         color: combo.style.text
         font: combo.font

@@ -31,6 +31,8 @@ PanelTextField {
         if (row < 0)
             return;
         row = -1;
+        // Else the tree's focus comes back to the field, which takes keys such as Ctrl+Z unseen.
+        focus = false;
         closed();
     }
     function commit() {
@@ -71,6 +73,7 @@ PanelTextField {
             return;
         rowEditor.rename(handle.sourceIndex, text);
         row = -1;
+        focus = false;
     }
 
     RowHandle {

@@ -26,7 +26,7 @@ FocusScope {
     property bool alwaysReveal: false
     property PanelStyle style: PanelStyle {}
     property string emptyText: qsTr("No scene")
-    // Where widths, order and sorting of the columns are kept in the application's settings.
+    // Where widths and sorting of the columns are kept in the application's settings.
     property alias settingsName: columns.settingsName
 
     readonly property alias tree: tree

@@ -19,6 +19,25 @@ public:
     QObject* context = nullptr;
 };
 
+/// A mode list or a filter of an editor.
+class FakeChoice : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QString title MEMBER title CONSTANT)
+    Q_PROPERTY(QStringList labels MEMBER labels CONSTANT)
+    Q_PROPERTY(int currentIndex MEMBER currentIndex NOTIFY changed)
+    Q_PROPERTY(QString arrangement READ arrangement NOTIFY changed)
+
+public:
+    QString title;
+    QStringList labels;
+    int currentIndex = 0;
+    QString arrangement() const { return labels[currentIndex].toLower(); }
+
+Q_SIGNALS:
+    void changed();
+};
+
 /// What the panel uses of a scene browser, with a list of the calls that it made.
 class FakeBrowser : public QObject
 {
@@ -28,6 +47,8 @@ class FakeBrowser : public QObject
     Q_PROPERTY(QObject* headerPanel MEMBER m_headerPanel NOTIFY headerPanelChanged)
     Q_PROPERTY(QObject* footerPanel MEMBER m_footerPanel NOTIFY footerPanelChanged)
     Q_PROPERTY(QObject* filterPredicate MEMBER m_filterPredicate NOTIFY filterPredicateChanged)
+    Q_PROPERTY(QObject* selectableData MEMBER m_selectableData NOTIFY choicesChanged)
+    Q_PROPERTY(QVariantList filterData MEMBER m_filterData NOTIFY choicesChanged)
     Q_PROPERTY(QAbstractItemModel* selectedColumnsModel MEMBER m_selectedColumns CONSTANT)
 
 public:
@@ -52,6 +73,7 @@ Q_SIGNALS:
     void headerPanelChanged();
     void footerPanelChanged();
     void filterPredicateChanged();
+    void choicesChanged();
     void columnsModelChanged();
     void expandAllRequested();
     void collapseAllRequested();
@@ -68,6 +90,8 @@ private:
     QObject* m_headerPanel = nullptr;
     QObject* m_footerPanel = nullptr;
     QObject* m_filterPredicate = nullptr;
+    QObject* m_selectableData = nullptr;
+    QVariantList m_filterData;
     QAbstractItemModel* m_selectedColumns = nullptr;
     QStringList m_calls;
 };

@@ -231,7 +231,10 @@ Qt::ItemFlags FakeScene::flags(const QModelIndex& index) const
 QMimeData* FakeScene::mimeData(const QModelIndexList& indexes) const
 {
     auto* data = new QMimeData;
-    data->setText(indexes.first().data().toString());
+    QStringList names;
+    for (const QModelIndex& index : indexes)
+        names += index.data().toString();
+    data->setText(names.join(QLatin1Char('\n')));
     return data;
 }
 
@@ -239,7 +242,7 @@ bool FakeScene::canDropMimeData(const QMimeData* data, Qt::DropAction action, in
                                 const QModelIndex& parent) const
 {
     for (QModelIndex up = parent; up.isValid(); up = up.parent()) {
-        if (up.data().toString() == data->text())
+        if (data->text().split(QLatin1Char('\n')).contains(up.data().toString()))
             return false;
     }
     return action == Qt::MoveAction;
@@ -248,8 +251,14 @@ bool FakeScene::canDropMimeData(const QMimeData* data, Qt::DropAction action, in
 bool FakeScene::dropMimeData(const QMimeData* data, Qt::DropAction, int row, int,
                              const QModelIndex& parent)
 {
-    const QModelIndex dragged = find(data->text());
-    move(dragged.parent(), dragged.row(), 1, parent, row < 0 ? rowCount(parent) : row);
+    const QPersistentModelIndex to = parent;
+    int target = row < 0 ? rowCount(parent) : row;
+    for (const QString& name : data->text().split(QLatin1Char('\n'))) {
+        const QModelIndex dragged = find(name);
+        const bool wasBefore = dragged.parent() == to && dragged.row() < target;
+        move(dragged.parent(), dragged.row(), 1, to, target);
+        target += wasBefore ? 0 : 1;
+    }
     return true;
 }
 

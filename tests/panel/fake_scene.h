@@ -62,7 +62,7 @@ public:
     /// Takes any name but the empty one.
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
-    /// Rows can be dropped onto others, which moves the first of them.
+    /// Rows can be dropped onto others and between them, which moves them.
     QMimeData* mimeData(const QModelIndexList& indexes) const override;
     bool canDropMimeData(const QMimeData* data, Qt::DropAction action, int row, int column,
                          const QModelIndex& parent) const override;

@@ -357,6 +357,19 @@ TEST(FlatTreeModelTest, RowsStartAsTheSourceWishesUntilTheUserSaysOtherwise)
     EXPECT_EQ(rowsOf(flat), "-a .-b ..c .d");
 }
 
+TEST(FlatTreeModelTest, RowsThatComeAfterCollapseAllOpenAsTheyWish)
+{
+    const auto model = FakeScene::fromText(QStringLiteral("House\n  +Wall\n    Window\n"));
+    FlatTreeModel flat;
+    flat.setSourceModel(model.get());
+    flat.collapseAll();
+    auto roof = FakeScene::fromText(QStringLiteral("+Roof\n  Tile\n"))->takeRows();
+    model->insert(model->find(QStringLiteral("House")), 1, std::move(roof));
+    flat.setExpanded(model->find(QStringLiteral("House")), true);
+    EXPECT_FALSE(flat.isRowExpanded(flat.rowOf(model->find(QStringLiteral("Wall")))));
+    EXPECT_TRUE(flat.isRowExpanded(flat.rowOf(model->find(QStringLiteral("Roof")))));
+}
+
 TEST(FlatTreeModelTest, ALargeBranchOpensInOneResetAndKeepsItsMarks)
 {
     const auto scene = FakeScene::fromText(QStringLiteral("all\nother\n"));

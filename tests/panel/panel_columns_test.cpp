@@ -146,7 +146,7 @@ TEST_F(PanelColumnsTest, TheHeaderSortsResizesAndReorders)
     EXPECT_NEAR(window.item("header_shown")->width(), width + 20, 1);
 }
 
-TEST_F(PanelColumnsTest, WidthsOrderAndSortingComeBack)
+TEST_F(PanelColumnsTest, WidthsAndSortingComeBack)
 {
     const QTemporaryDir directory;
     QSettings::setDefaultFormat(QSettings::IniFormat);
@@ -155,7 +155,6 @@ TEST_F(PanelColumnsTest, WidthsOrderAndSortingComeBack)
     {
         openColumns();
         window.panel()->setProperty("settingsName", QStringLiteral("outline"));
-        window.drag(window.middle("header_shown"), window.middle("header_type") - QPoint(15, 0));
         window.click(window.middle("header_children"));
         const QPoint border = window.middle("header_shown") - QPoint(25, 0);
         window.drag(border, border - QPoint(20, 0));
@@ -166,7 +165,6 @@ TEST_F(PanelColumnsTest, WidthsOrderAndSortingComeBack)
     second.open(browser.get());
     second.panel()->setProperty("settingsName", QStringLiteral("outline"));
     second.settle();
-    EXPECT_EQ(fresh.order(), "shown type children");
     EXPECT_NEAR(second.item("header_shown")->width(), 70, 1);
     EXPECT_EQ(second.rows(), "Tree House Wall Roof");
     browser->setSelectedColumns(nullptr);

@@ -1,4 +1,4 @@
-// Filtering, renaming and dragging in the panel's window.
+// Filtering and renaming in the panel's window.
 
 #include "scene_panel_fixture.h"
 
@@ -90,36 +90,6 @@ TEST_F(PanelEditingTest, RenamingEndsWithItsRow)
     window.settle();
     EXPECT_FALSE(window.item("rename_field")->isVisible());
     EXPECT_EQ(window.rows(), "House Roof Tree");
-}
-
-TEST_F(PanelEditingTest, DragsRowsOntoAndBetweenOthers)
-{
-    open(house());
-    QSignalSpy ends(window.panel(), SIGNAL(editEnds()));
-    browser->selectionModel()->select(scene->find(QStringLiteral("Tree")),
-                                      QItemSelectionModel::Select);
-    window.drag(window.at(120, 3), window.at(120, 2));
-    EXPECT_EQ(scene->find(QStringLiteral("Tree")).parent().data().toString(),
-              QStringLiteral("Roof"));
-    EXPECT_EQ(selected(), "Tree");
-    const QPoint aboveWall = window.at(120, 1) - QPoint(0, PanelWindow::rowHeight / 2 - 2);
-    window.drag(window.at(120, 2), aboveWall);
-    EXPECT_EQ(window.rows(), "House Roof Wall");
-    EXPECT_EQ(ends.size(), 2);
-    window.drag(window.at(120, 0), window.at(120, 1));
-    EXPECT_EQ(ends.size(), 2) << "not into itself";
-    EXPECT_EQ(window.rows(), "House Roof Wall");
-}
-
-TEST_F(PanelEditingTest, ADragInASortedTreeDropsOntoRowsOnly)
-{
-    open(house());
-    window.click(QPoint(40, 10));
-    EXPECT_EQ(window.rows(), "House Roof Wall Tree");
-    const QPoint aboveRoof = window.at(120, 1) - QPoint(0, PanelWindow::rowHeight / 2 - 2);
-    window.drag(window.at(120, 3), aboveRoof);
-    EXPECT_EQ(scene->find(QStringLiteral("Tree")).parent().data().toString(),
-              QStringLiteral("Roof"));
 }
 
 } // namespace

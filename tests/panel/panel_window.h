@@ -84,10 +84,18 @@ public:
     void movePointer(QPoint point) { QTest::mouseMove(m_view.get(), point); }
     void drag(QPoint from, QPoint to)
     {
+        pull(from, to);
+        release(to);
+    }
+    void pull(QPoint from, QPoint to)
+    {
         QTest::mousePress(m_view.get(), Qt::LeftButton, {}, from);
         QTest::mouseMove(m_view.get(), (from + to) / 2);
         QTest::mouseMove(m_view.get(), to);
-        QTest::mouseRelease(m_view.get(), Qt::LeftButton, {}, to);
+    }
+    void release(QPoint at)
+    {
+        QTest::mouseRelease(m_view.get(), Qt::LeftButton, {}, at);
         settle();
     }
     void type(const char* text)

@@ -1,0 +1,124 @@
+import QtQuick 2.15
+import Kyr.SceneOutline 1.0
+
+// The mouse over the rows of a tree. Rows come and go under a drag that scrolls, so it is not theirs.
+MouseArea {
+    id: pointer
+
+    property Item tree
+    property QtObject controls
+
+    property int hoveredRow: -1
+    property int pressedRow: -1
+    property point pressPoint
+
+    // It has moved with a row pressed.
+    signal pulled()
+
+    function updateHover() {
+        const row = containsMouse ? tree.rowAt(mouseY) : -1;
+        hoveredRow = row;
+        if (!hoverHandle.assign(row))
+            return;
+        toolTip.hide();
+        if (row >= 0)
+            tree.hoverEntered(hoverHandle.sourceIndex);
+        else
+            tree.hoverLeft();
+    }
+    function refreshHover() {
+        tree.layOut();
+        updateHover();
+    }
+    function press(mouse) {
+        tree.forceActiveFocus();
+        const row = tree.rowAt(mouse.y);
+        if (mouse.button === Qt.RightButton) {
+            if (row >= 0)
+                tree.navigator.pressForMenu(row);
+            tree.menuRequested();
+        } else if (row >= 0) {
+            pressRow(row, mouse);
+        } else if (!(mouse.modifiers & (Qt.ShiftModifier | Qt.ControlModifier))) {
+            tree.navigator.clearSelection();
+        }
+    }
+    function pressRow(row, mouse) {
+        const part = tree.itemAtRow(row).partAt(mouse.x);
+        if (part.kind === "arrow") {
+            tree.navigator.toggle(row, mouse.modifiers);
+        } else if (part.kind === "button") {
+            controls.clickButton(row, part.index);
+        } else if (part.kind === "toggle") {
+            controls.clickToggle(row, part.index);
+        } else {
+            tree.navigator.press(row, mouse.modifiers);
+            pressedRow = row;
+        }
+    }
+    function activate(mouse) {
+        const row = tree.rowAt(mouse.y);
+        if (mouse.button !== Qt.LeftButton || row < 0
+            || tree.itemAtRow(row).partAt(mouse.x).kind !== "row")
+            return;
+        if (tree.flatModel.isGroup(row))
+            tree.navigator.toggle(row, mouse.modifiers);
+        else
+            tree.activated(tree.flatModel.sourceIndex(row));
+    }
+
+    acceptedButtons: Qt.LeftButton | Qt.RightButton
+    hoverEnabled: true
+    onContainsMouseChanged: updateHover()
+    onPositionChanged: {
+        updateHover();
+        toolTip.follow();
+        if (pressedRow >= 0 && pressedButtons === Qt.LeftButton)
+            pulled();
+    }
+    onPressed: {
+        pressedRow = -1;
+        pressPoint = Qt.point(mouse.x, mouse.y);
+        press(mouse);
+    }
+    onReleased: {
+        if (tree.dragger.active)
+            tree.dragger.drop();
+        else if (pressedRow >= 0 && mouse.button === Qt.LeftButton)
+            tree.navigator.release(pressedRow, mouse.modifiers);
+        pressedRow = -1;
+    }
+    onCanceled: {
+        tree.dragger.cancel();
+        pressedRow = -1;
+    }
+    onDoubleClicked: activate(mouse)
+    onWheel: {
+        const lines = wheel.angleDelta.y / 120 * 3;
+        tree.scrollBy(-(wheel.pixelDelta.y !== 0 ? wheel.pixelDelta.y : lines * tree.style.rowHeight));
+    }
+
+    RowHandle {
+        id: hoverHandle
+
+        flatModel: pointer.tree.flatModel
+    }
+    PanelToolTip {
+        id: toolTip
+
+        style: pointer.tree.style
+
+        function follow() {
+            const row = pointer.tree.itemAtRow(pointer.hoveredRow);
+            const button = row ? row.hoveredButton : -1;
+            const wanted = !row ? "" : button >= 0 ? row.buttons[button].toolTip
+                                                   : row.elided ? row.name : "";
+            x = Math.min(pointer.mouseX + 12, pointer.tree.width - width - 4);
+            y = row ? row.mapToItem(pointer, 0, row.height).y + 2 : 0;
+            if (!wanted)
+                hide();
+            else if (text !== wanted || !visible)
+                show(wanted);
+        }
+    }
+}

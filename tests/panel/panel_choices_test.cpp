@@ -1,0 +1,88 @@
+// The choices of modes and filters in the panel's window.
+
+#include "scene_panel_fixture.h"
+
+#include <QQmlProperty>
+
+namespace {
+
+class PanelChoicesTest : public ScenePanelTest
+{
+protected:
+    void openChoices()
+    {
+        mode.labels = QStringList{"Hierarchy", "Flat", "Type"};
+        kind.title = QStringLiteral("Type");
+        kind.labels = QStringList{"All", "Meshes", "Lights"};
+        visibility.title = QStringLiteral("Visibility");
+        visibility.labels = QStringList{"All", "Visible", "Hidden"};
+        open(house());
+        browser->setProperty("selectableData", QVariant::fromValue<QObject*>(&mode));
+        browser->setProperty("filterData",
+                             QVariantList{QVariant::fromValue<QObject*>(&kind),
+                                          QVariant::fromValue<QObject*>(&visibility)});
+        window.settle();
+    }
+    /// Opens the choice and clicks on one of its entries.
+    void choose(const char* choice, int entry)
+    {
+        const QQuickItem* combo = window.item(choice);
+        ASSERT_TRUE(combo) << choice;
+        window.click(window.middle(choice));
+        auto* list =
+            QQmlProperty::read(combo, QStringLiteral("popup.contentItem")).value<QQuickItem*>();
+        QQuickItem* label = nullptr;
+        ASSERT_TRUE(QTest::qWaitFor([&] {
+            QMetaObject::invokeMethod(list, "itemAtIndex", Q_RETURN_ARG(QQuickItem*, label),
+                                      Q_ARG(int, entry));
+            return label && QQmlProperty::read(combo, QStringLiteral("popup.opened")).toBool();
+        }));
+        window.click(label->mapToScene({label->width() / 2, label->height() / 2}).toPoint());
+    }
+
+    FakeChoice mode;
+    FakeChoice kind;
+    FakeChoice visibility;
+};
+
+TEST_F(PanelChoicesTest, TheModeArrangesTheRows)
+{
+    openChoices();
+    choose("mode_choice", 1);
+    EXPECT_EQ(mode.currentIndex, 1);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window.rows() == "House Wall Roof Tile Tree"; }))
+        << window.rows();
+    window.press(Qt::Key_Down);
+    EXPECT_TRUE(QTest::qWaitFor([this] {
+        return window.rows() == "Mesh House Wall Roof Tile Tree";
+    })) << window.rows();
+    mode.setProperty("currentIndex", 0);
+    EXPECT_EQ(window.item("mode_choice")->property("currentIndex").toInt(), 0)
+        << "it follows the editor after the user's own choice";
+}
+
+TEST_F(PanelChoicesTest, FiltersAreChosenByMouseAndByKeys)
+{
+    openChoices();
+    choose("filter_choice_1", 2);
+    EXPECT_EQ(visibility.currentIndex, 2);
+    window.press(Qt::Key_Space);
+    window.press(Qt::Key_Up);
+    EXPECT_EQ(visibility.currentIndex, 2) << "not before it is confirmed";
+    window.press(Qt::Key_Return);
+    EXPECT_EQ(visibility.currentIndex, 1);
+    EXPECT_EQ(kind.currentIndex, 0);
+}
+
+TEST_F(PanelChoicesTest, NoChoiceIsCutShort)
+{
+    openChoices();
+    for (const char* name : {"mode_choice", "filter_choice_0", "filter_choice_1"}) {
+        const QQuickItem* combo = window.item(name);
+        const auto* text = combo->property("contentItem").value<QQuickItem*>();
+        EXPECT_FALSE(text->property("truncated").toBool()) << name;
+        EXPECT_LE(combo->x() + combo->width(), PanelWindow::width) << name;
+    }
+}
+
+} // namespace
