@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace kyr::panel {
@@ -45,5 +47,29 @@ struct ArrangedRow
             sourceChildren[row]->sourceRow = int(row);
     }
 };
+
+inline ArrangedRow* shownParentOf(const ArrangedRow* row)
+{
+    return row->shownParent;
+}
+
+/// Rows with the same owner, in the order in which the owners first come up.
+template <typename Owner>
+std::vector<std::pair<ArrangedRow*, ArrangedRow::List>> rowsByOwner(const ArrangedRow::List& rows,
+                                                                    const Owner& ownerOf)
+{
+    std::vector<std::pair<ArrangedRow*, ArrangedRow::List>> lists;
+    for (ArrangedRow* row : rows) {
+        ArrangedRow* owner = ownerOf(row);
+        if (!owner)
+            continue;
+        auto list = std::find_if(lists.begin(), lists.end(),
+                                 [owner](const auto& known) { return known.first == owner; });
+        if (list == lists.end())
+            list = lists.insert(lists.end(), {owner, {}});
+        list->second.push_back(row);
+    }
+    return lists;
+}
 
 } // namespace kyr::panel

@@ -112,6 +112,8 @@ private:
         int count;
     };
     class Sorter;
+    /// A change in more places than this comes as one reset.
+    static constexpr std::size_t signalledPlaces = 64;
 
     // Getting ready
     void startOver();

@@ -1,5 +1,5 @@
-// Rows of an arranged tree that come, go and change places, each with its signals. Functions that
-// return false have found too many places to signal and made everything anew instead.
+// Places in the lists of an arranged tree: rows that come, go and move, each with its signals.
+// Functions that return false have found too many places to signal and made all anew instead.
 
 #include "arranged_tree_model.h"
 
@@ -11,9 +11,6 @@
 namespace kyr::panel {
 
 namespace {
-
-/// A change in more places than this comes as one reset.
-constexpr std::size_t signalledPlaces = 64;
 
 int depthOf(const ArrangedRow* row)
 {
@@ -37,43 +34,6 @@ bool comesEarlier(const ArrangedRow* a, const ArrangedRow* b)
     for (; a->sourceParent != b->sourceParent; b = b->sourceParent)
         a = a->sourceParent;
     return a->sourceRow < b->sourceRow;
-}
-
-/// Rows with the same owner, in the order in which the owners first come up.
-template <typename Owner>
-std::vector<std::pair<ArrangedRow*, ArrangedRow::List>> byOwner(const ArrangedRow::List& rows,
-                                                                const Owner& ownerOf)
-{
-    std::vector<std::pair<ArrangedRow*, ArrangedRow::List>> lists;
-    for (ArrangedRow* row : rows) {
-        ArrangedRow* owner = ownerOf(row);
-        if (!owner)
-            continue;
-        auto list = std::find_if(lists.begin(), lists.end(),
-                                 [owner](const auto& known) { return known.first == owner; });
-        if (list == lists.end())
-            list = lists.insert(lists.end(), {owner, {}});
-        list->second.push_back(row);
-    }
-    return lists;
-}
-
-bool leadsToMatch(const ArrangedRow* row)
-{
-    ArrangedRow::List waiting = row->shownChildren;
-    while (!waiting.empty()) {
-        row = waiting.back();
-        waiting.pop_back();
-        if (row->matches)
-            return true;
-        waiting.insert(waiting.end(), row->shownChildren.begin(), row->shownChildren.end());
-    }
-    return false;
-}
-
-ArrangedRow* shownParentOf(const ArrangedRow* row)
-{
-    return row->shownParent;
 }
 
 } // namespace
@@ -103,101 +63,6 @@ std::size_t ArrangedTreeModel::placeIn(const Rows& list, const Row* row) const
         std::lower_bound(list.begin(), list.end(), row,
                          [this](const Row* a, const Row* b) { return precedes(a, b); });
     return std::size_t(place - list.begin());
-}
-
-/// Shows rows that have come to match.
-bool ArrangedTreeModel::show(const Rows& matching)
-{
-    switch (m_settings.arrangement) {
-    case Arrangement::Hierarchy:
-        return showInHierarchy(matching);
-    case Arrangement::Flat:
-        return place(&m_root, matching);
-    case Arrangement::ByType:
-        break;
-    }
-    for (auto& [group, rows] : byOwner(matching, [this](Row* row) { return groupOf(row->type); })) {
-        if (group->isShown()) {
-            if (!place(group, rows))
-                return false;
-            signalData({group}, {m_countRole});
-            continue;
-        }
-        sort(rows);
-        for (Row* row : rows)
-            group->append(row);
-        place(&m_root, {group});
-    }
-    return true;
-}
-
-/// Shows the rows and what leads to them, each branch that was hidden with one insertion.
-bool ArrangedTreeModel::showInHierarchy(const Rows& rows)
-{
-    Rows fresh;
-    Rows parents;
-    Rows tops;
-    for (Row* row : rows) {
-        while (row != &m_root && !row->isShown() && !row->marked) {
-            Row* parent = row->sourceParent;
-            row->marked = true;
-            fresh.push_back(row);
-            if (parent == &m_root || (parent->isShown() && !parent->marked)) {
-                tops.push_back(row);
-                break;
-            }
-            parents.push_back(parent);
-            // Known to be on its way already, or the next to be put there.
-            parent->shownChildren.push_back(row);
-            row = parent;
-        }
-    }
-    for (Row* parent : parents) {
-        sort(parent->shownChildren);
-        parent->numberShown();
-        for (Row* child : parent->shownChildren)
-            child->shownParent = parent;
-    }
-    for (Row* row : fresh)
-        row->marked = false;
-    for (const auto& [parent, list] : byOwner(tops, [](Row* row) { return row->sourceParent; })) {
-        if (!place(parent, list))
-            return false;
-    }
-    return true;
-}
-
-/// Hides rows that no longer match.
-bool ArrangedTreeModel::hide(const Rows& rows)
-{
-    for (const auto& [parent, list] : byOwner(rows, shownParentOf)) {
-        if (m_settings.arrangement == Arrangement::Hierarchy) {
-            if (!hideInHierarchy(parent, list))
-                return false;
-        } else if (parent != &m_root && list.size() == parent->shownChildren.size()) {
-            const QString type = parent->type;
-            takeAway(&m_root, {parent});
-            m_groups.erase(type);
-        } else if (!takeAway(parent, list)) {
-            return false;
-        } else if (parent != &m_root) {
-            signalData({parent}, {m_countRole});
-        }
-    }
-    return true;
-}
-
-bool ArrangedTreeModel::hideInHierarchy(Row* parent, Rows rows)
-{
-    rows.erase(std::remove_if(rows.begin(), rows.end(), leadsToMatch), rows.end());
-    if (rows.empty())
-        return true;
-    // What only led to them goes with them.
-    while (parent != &m_root && !parent->matches && parent->shownChildren.size() == rows.size()) {
-        rows = {parent};
-        parent = parent->shownParent;
-    }
-    return takeAway(parent, rows);
 }
 
 bool ArrangedTreeModel::place(Row* parent, Rows rows)
@@ -271,7 +136,7 @@ void ArrangedTreeModel::clearShown(Rows rows)
 /// Puts rows of one list where they belong now, the others being in order.
 bool ArrangedTreeModel::reorder(const Rows& rows)
 {
-    for (auto& [parent, moved] : byOwner(rows, shownParentOf)) {
+    for (auto& [parent, moved] : rowsByOwner(rows, shownParentOf)) {
         for (Row* row : moved)
             row->marked = true;
         Rows rest;
@@ -300,33 +165,6 @@ bool ArrangedTreeModel::reorder(const Rows& rows)
         }
     }
     return true;
-}
-
-void ArrangedTreeModel::moveInHierarchy(Row* from, const Rows& moved, Row* to)
-{
-    Rows shown;
-    std::copy_if(moved.begin(), moved.end(), std::back_inserter(shown),
-                 [](const Row* row) { return row->isShown(); });
-    if (shown.empty() || !showInHierarchy({to}))
-        return;
-    if (m_settings.sorting.role >= 0 && shown.size() > signalledPlaces) {
-        rebuild();
-        return;
-    }
-    runsOf(shown);
-    for (std::size_t end = shown.size(); end > 0;) {
-        // Neighbours that stay neighbours go together.
-        const std::size_t at = placeIn(to->shownChildren, shown[end - 1]);
-        std::size_t first = end - 1;
-        while (first > 0 && shown[first - 1]->shownRow + 1 == shown[first]->shownRow &&
-               precedes(shown[first - 1], shown[first]) &&
-               placeIn(to->shownChildren, shown[first - 1]) == at)
-            --first;
-        moveRun(from, shown[first]->shownRow, int(end - first), to, int(at));
-        end = first;
-    }
-    if (from != &m_root && !from->matches && from->shownChildren.empty())
-        hideInHierarchy(from->shownParent, {from});
 }
 
 void ArrangedTreeModel::moveRun(Row* from, int first, int count, Row* to, int target)
