@@ -43,15 +43,24 @@ FocusScope {
             predicate: bar.predicate
             onFinished: bar.finished()
         }
-        // As wide as they need to be, in as many lines as that takes.
+        // In one line if they fit there as they are now, else in as many as it takes.
         Flow {
+            id: choices
+
+            readonly property real roomyWidth: Array.from(children).reduce(
+                (sum, choice) => choice.visible ? sum + choice.implicitWidth + spacing : sum, -spacing)
+
+            function widthOf(choice) {
+                return Math.min(width, roomyWidth > width ? choice.snugWidth : choice.implicitWidth);
+            }
+
             width: parent.width
             visible: bar.hasChoices
             spacing: bar.style.spacing
 
             PanelComboBox {
                 objectName: "mode_choice"
-                width: Math.min(implicitWidth, content.width)
+                width: choices.widthOf(this)
                 visible: bar.mode !== null
                 style: bar.style
                 model: bar.mode ? bar.mode.labels : []
@@ -67,7 +76,7 @@ FocusScope {
                     readonly property QtObject filter: modelData
 
                     objectName: "filter_choice_" + index
-                    width: Math.min(implicitWidth, content.width)
+                    width: choices.widthOf(this)
                     visible: filter !== null
                     style: bar.style
                     title: filter ? filter.title : ""

@@ -8,13 +8,11 @@ ComboBox {
     property QtObject style
     property string title
 
-    // Room for the longest choice, so that choosing moves nothing.
-    implicitWidth: {
-        let widest = 0;
-        for (const label of model || [])
-            widest = Math.max(widest, metrics.advanceWidth(displayed(label)));
-        return Math.ceil(widest) + style.spacing * 2 + style.buttonWidth;
-    }
+    // Room for the present choice alone.
+    readonly property real snugWidth: widthFor(displayText)
+
+    // For the longest, so that choosing moves nothing.
+    implicitWidth: Math.max(snugWidth, ...Array.from(model || [], label => widthFor(displayed(label))))
     implicitHeight: style.controlHeight
     padding: 0
     rightPadding: style.buttonWidth
@@ -25,6 +23,9 @@ ComboBox {
 
     function displayed(label) {
         return title === "" ? label : qsTr("%1: %2").arg(title).arg(label);
+    }
+    function widthFor(text) {
+        return Math.ceil(metrics.advanceWidth(text)) + style.spacing * 2 + style.buttonWidth;
     }
 
     FontMetrics {
@@ -79,7 +80,7 @@ ComboBox {
     }
     popup: Popup {
         y: combo.height
-        width: Math.max(combo.width, 110)
+        width: Math.max(combo.width, combo.implicitWidth)
         implicitHeight: Math.min(contentItem.implicitHeight + 2, 320)
         padding: 1
 
