@@ -28,7 +28,15 @@ QString pasteSummary(const PropertyPasteReport& report)
 EditCommands::EditCommands(SceneDocument& document, IAssetSelection& selection,
                            SceneBrowserData& browser, QObject* parent)
     : QObject(parent), m_document(document), m_selection(selection), m_browser(browser)
-{}
+{
+    // What is pasted must be taken back while the objects are still there.
+    connect(&m_document, &SceneDocument::aboutToReset, &m_task, &PropertyTask::cancel);
+    // Drawing the scene again and again would take longer than the paste.
+    connect(&m_task, &PropertyTask::runningChanged, this,
+            [this] { m_document.setTellsOnlyWholeSteps(m_task.isRunning()); });
+    connect(&m_task, &PropertyTask::canceled, this,
+            [this](const QString& name) { Q_EMIT reported(tr("%1 was cancelled").arg(name)); });
+}
 
 void EditCommands::selectAll()
 {
@@ -64,16 +72,36 @@ void EditCommands::duplicateSelected()
 
 void EditCommands::copyProperties()
 {
-    Q_EMIT reported(m_browser.copyProperties()
-                        ? tr("Properties copied")
-                        : tr("Properties were not copied; the log says why"));
+    if (m_task.isRunning())
+        return;
+    const auto report = [this](bool ok) {
+        Q_EMIT reported(ok ? tr("Properties copied")
+                           : tr("Properties were not copied; the log says why"));
+    };
+    std::unique_ptr<PropertyJob> job = m_browser.startCopy();
+    if (!job) {
+        report(false);
+        return;
+    }
+    const PropertyJob& copy = *job;
+    m_task.start(tr("Copying properties"), std::move(job),
+                 [report, &copy] { report(copy.hasSucceeded()); });
 }
 
 void EditCommands::pasteProperties()
 {
-    Q_EMIT reported(m_browser.pasteProperties()
-                        ? pasteSummary(m_browser.lastPasteReport())
-                        : tr("Properties were not pasted; the log says why"));
+    if (m_task.isRunning())
+        return;
+    const QString failure = tr("Properties were not pasted; the log says why");
+    std::unique_ptr<PropertyPasteJob> job = m_browser.startPaste();
+    if (!job) {
+        Q_EMIT reported(failure);
+        return;
+    }
+    const PropertyPasteJob& paste = *job;
+    m_task.start(tr("Pasting properties"), std::move(job), [this, failure, &paste] {
+        Q_EMIT reported(paste.hasSucceeded() ? pasteSummary(paste.report()) : failure);
+    });
 }
 
 } // namespace editor

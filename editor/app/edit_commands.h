@@ -1,5 +1,7 @@
 #pragma once
 
+#include "property_task.h"
+
 #include <editor/scene/scene_document.h>
 #include <host/scene/asset_selection.h>
 
@@ -7,7 +9,8 @@ class SceneBrowserData;
 
 namespace editor {
 
-/// The Edit menu's commands on the selection, one undo step each.
+/// The Edit menu's commands on the selection, one undo step each. Copying and pasting properties
+/// of many objects goes on in `task` when the command returns.
 class EditCommands final : public QObject
 {
     Q_OBJECT
@@ -16,6 +19,8 @@ public:
     /// All must outlive it.
     EditCommands(SceneDocument& document, IAssetSelection& selection, SceneBrowserData& browser,
                  QObject* parent = nullptr);
+
+    PropertyTask& task() noexcept { return m_task; }
 
     Q_INVOKABLE void selectAll();
     Q_INVOKABLE void invertSelection();
@@ -34,6 +39,7 @@ private:
     SceneDocument& m_document;
     IAssetSelection& m_selection;
     SceneBrowserData& m_browser;
+    PropertyTask m_task;
 };
 
 } // namespace editor

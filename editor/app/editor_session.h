@@ -35,6 +35,7 @@ class EditorSession final : public QObject
     Q_PROPERTY(editor::LoadController* loader READ loader CONSTANT)
     Q_PROPERTY(editor::FileCommands* files READ files CONSTANT)
     Q_PROPERTY(editor::EditCommands* edit READ edit CONSTANT)
+    Q_PROPERTY(editor::PropertyTask* task READ task CONSTANT)
     Q_PROPERTY(editor::LogModel* log READ log CONSTANT)
     Q_PROPERTY(editor::ThemeController* theme READ theme CONSTANT)
 
@@ -54,6 +55,7 @@ public:
     LoadController* loader() { return &m_loader; }
     FileCommands* files() { return &m_files; }
     EditCommands* edit() { return &m_edit; }
+    PropertyTask* task() { return &m_edit.task(); }
     LogModel* log() { return &m_log; }
     ThemeController* theme() { return &m_theme; }
 

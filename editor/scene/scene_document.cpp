@@ -201,11 +201,20 @@ void SceneDocument::setVersion(SceneObject& object, quint32 version)
 void SceneDocument::noteChange(SceneObject& object, ChangeAspects aspects)
 {
     if (object.m_pendingAspects == 0) {
-        if (m_pending.empty())
+        if (m_pending.empty() && !m_tellsOnlyWholeSteps)
             m_flushTimer.start();
         m_pending.push_back(object.shared_from_this());
     }
     object.m_pendingAspects |= static_cast<unsigned char>(int(aspects));
+}
+
+void SceneDocument::setTellsOnlyWholeSteps(bool wholeSteps)
+{
+    m_tellsOnlyWholeSteps = wholeSteps;
+    if (wholeSteps)
+        m_flushTimer.stop();
+    else if (!m_pending.empty())
+        m_flushTimer.start();
 }
 
 void SceneDocument::forgetChanges()

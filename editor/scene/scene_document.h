@@ -81,6 +81,10 @@ public:
     /// it. Returns how many took another value.
     int setProperty(const SceneObjects& objects, std::string_view path, const lumo::Variant& value);
 
+    /// While set, changes of values wait for the end of their step. Otherwise those of a long step
+    /// are told from the event loop as well, so that views follow a drag.
+    void setTellsOnlyWholeSteps(bool wholeSteps);
+
     /// Those of `objects` that are in the scene, without the root and those below another one, in
     /// tree order.
     SceneObjects topmost(const SceneObjects& objects) const;
@@ -155,6 +159,7 @@ private:
     quint32 m_version = 0;
     quint32 m_savedVersion = 0;
     quint32 m_saveCount = 0;
+    bool m_tellsOnlyWholeSteps = false;
     bool m_structureChanged = false;
     bool m_announcedModified = false;
 };

@@ -25,8 +25,10 @@ ApplicationWindow {
     Component.onCompleted: requestActivate()
     onClosing: {
         close.accepted = window.closing;
-        if (!window.closing)
+        if (!window.closing) {
+            session.task.cancel();
             session.files.quit();
+        }
     }
 
     Connections {
@@ -73,6 +75,7 @@ ApplicationWindow {
     menuBar: EditorMenuBar {
         alwaysReveal: browserPanel.alwaysReveal
         logShown: logView.visible
+        onFindRequested: browserPanel.focusFilter()
         onAlwaysRevealToggled: browserPanel.alwaysReveal = !browserPanel.alwaysReveal
         onLogToggled: logView.visible = !logView.visible
         onRevealRequested: browserPanel.revealSelection()
@@ -114,6 +117,7 @@ ApplicationWindow {
 
                 DropArea {
                     anchors.fill: parent
+                    enabled: !session.task.running
                     keys: ["text/uri-list"]
                     onDropped: {
                         if (drop.hasUrls)
@@ -161,6 +165,7 @@ ApplicationWindow {
     LoadOverlay {
         anchors.fill: parent
     }
+    TaskPopup {}
     MessageDialog {
         id: messageDialog
 

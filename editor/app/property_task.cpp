@@ -1,0 +1,84 @@
+#include "property_task.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace editor {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// Not long enough to be felt, and enough for a few thousand objects.
+constexpr std::chrono::nanoseconds firstSlice = 50ms;
+// Half a frame; more where drawing a frame takes long, so that it takes half of the time at most.
+constexpr std::chrono::nanoseconds shortestSlice = 8ms;
+constexpr std::chrono::nanoseconds longestSlice = 100ms;
+// Milliseconds. Showing progress draws a frame, with the whole scene in it.
+constexpr qint64 progressPeriod = 200;
+
+} // namespace
+
+PropertyTask::PropertyTask(QObject* parent) : QObject(parent)
+{
+    m_timer.setSingleShot(true);
+    m_timer.setInterval(0);
+    connect(&m_timer, &QTimer::timeout, this, &PropertyTask::workOnSlice);
+}
+
+PropertyTask::~PropertyTask() = default;
+
+void PropertyTask::start(const QString& name, std::unique_ptr<PropertyJob> job,
+                         std::function<void()> finished)
+{
+    if (m_job || !job)
+        return;
+    m_name = name;
+    m_job = std::move(job);
+    m_finished = std::move(finished);
+    setProgress(0);
+    work(firstSlice);
+    if (m_job)
+        Q_EMIT runningChanged();
+}
+
+void PropertyTask::cancel()
+{
+    if (!m_job)
+        return;
+    m_timer.stop();
+    m_job.reset();
+    m_finished = {};
+    Q_EMIT runningChanged();
+    Q_EMIT canceled(m_name);
+}
+
+void PropertyTask::workOnSlice()
+{
+    const std::chrono::nanoseconds pause(m_pause.nsecsElapsed());
+    work(std::clamp(pause, shortestSlice, longestSlice));
+}
+
+void PropertyTask::work(std::chrono::nanoseconds time)
+{
+    if (m_job->advance(time)) {
+        if (m_progressAge.hasExpired(progressPeriod))
+            setProgress(qreal(m_job->objectsDone()) / qreal(m_job->objectCount()));
+        m_pause.start();
+        m_timer.start();
+        return;
+    }
+    const auto finished = std::exchange(m_finished, {});
+    finished();
+    m_job.reset();
+    Q_EMIT runningChanged();
+}
+
+void PropertyTask::setProgress(qreal progress)
+{
+    m_progress = progress;
+    m_progressAge.start();
+    Q_EMIT progressChanged();
+}
+
+} // namespace editor
