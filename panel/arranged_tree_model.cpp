@@ -5,6 +5,8 @@
 #include <QLocale>
 #include <QVarLengthArray>
 
+#include <algorithm>
+
 namespace kyr::panel {
 
 namespace {
@@ -102,6 +104,16 @@ QModelIndex ArrangedTreeModel::mapFromSource(const QModelIndex& index) const
         return {};
     const Row* row = rowOfSource(index);
     return row && row->isShown() ? indexOf(row) : QModelIndex();
+}
+
+int ArrangedTreeModel::countShown(const QModelIndex& sourceParent, int first, int last) const
+{
+    const Row* parent = isReady() && !m_resetting ? rowOfSource(sourceParent) : nullptr;
+    if (!parent || last >= int(parent->sourceChildren.size()))
+        return 0;
+    return int(std::count_if(parent->sourceChildren.begin() + first,
+                             parent->sourceChildren.begin() + last + 1,
+                             [](const Row* row) { return row->isShown(); }));
 }
 
 QModelIndex ArrangedTreeModel::index(int row, int column, const QModelIndex& parent) const

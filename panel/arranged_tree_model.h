@@ -72,6 +72,8 @@ public:
     bool work(const QDeadlineTimer& deadline = QDeadlineTimer(QDeadlineTimer::Forever));
     bool isReady() const { return m_stage == Stage::Ready; }
 
+    /// How many of the source rows `first` to `last` below `sourceParent` show.
+    int countShown(const QModelIndex& sourceParent, int first, int last) const;
     /// What an index of any model stands for: itself, or what an arranged tree maps it to.
     static QModelIndex originOf(const QModelIndex& index);
 

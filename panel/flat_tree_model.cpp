@@ -10,6 +10,7 @@ FlatTreeModel::FlatTreeModel(QObject* parent) : QAbstractListModel(parent)
     connect(this, &FlatTreeModel::rowsRemoved, this, &FlatTreeModel::countChanged);
     connect(this, &FlatTreeModel::modelReset, this, &FlatTreeModel::countChanged);
     connect(this, &FlatTreeModel::layoutChanged, this, &FlatTreeModel::countChanged);
+    connect(this, &FlatTreeModel::rearranged, this, &FlatTreeModel::countChanged);
 }
 
 FlatTreeModel::~FlatTreeModel() = default;

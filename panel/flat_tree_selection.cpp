@@ -83,8 +83,8 @@ int FlatTreeModel::hiddenSelectionCount() const
     for (const QItemSelectionRange& range : m_selectionModel->selection()) {
         if (!range.isValid() || range.model() != origin() || range.left() != 0)
             continue;
-        for (int row = range.top(); row <= range.bottom(); ++row)
-            hidden += toShown(origin()->index(row, 0, range.parent())).isValid() ? 0 : 1;
+        hidden +=
+            range.height() - m_arranged->countShown(range.parent(), range.top(), range.bottom());
     }
     return hidden;
 }

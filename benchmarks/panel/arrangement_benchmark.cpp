@@ -6,11 +6,10 @@
 
 #include <QItemSelectionModel>
 
-#include <QElapsedTimer>
-
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <ctime>
 #include <random>
 
 namespace {
@@ -40,7 +39,7 @@ struct Outline
 };
 
 /// Works off what a keystroke or a click starts as the event loop would, and reports the longest
-/// time that it kept the window from anything else.
+/// time of the processor that one piece of it took, for which the window does nothing else.
 class Slices
 {
 public:
@@ -55,16 +54,16 @@ public:
             measure([&] { outline.arranger.workSlice(); });
     }
 
-private:
     template <typename Part>
     void measure(const Part& part)
     {
-        QElapsedTimer clock;
-        clock.start();
+        const std::clock_t start = std::clock();
         part();
-        m_longest = std::max(m_longest, double(clock.nsecsElapsed()) / 1e6);
+        const double seconds = double(std::clock() - start) / CLOCKS_PER_SEC;
+        m_longest = std::max(m_longest, seconds * 1000);
     }
 
+private:
     benchmark::State& m_state;
     double m_longest = 0;
 };
@@ -97,7 +96,7 @@ void filterWithAllSelected(benchmark::State& state)
     Slices slices(state);
     for (auto _ : state) {
         slices.work(outline, [&] { outline.predicate.setText(QStringLiteral("1")); });
-        benchmark::DoNotOptimize(outline.flat.hiddenSelectionCount());
+        slices.measure([&] { benchmark::DoNotOptimize(outline.flat.hiddenSelectionCount()); });
         slices.work(outline, [&] { outline.predicate.setText({}); });
     }
 }

@@ -20,6 +20,8 @@ QtObject {
         target: status.flatModel
 
         function onModelReset() { Qt.callLater(status.read); }
+        function onRearranged() { Qt.callLater(status.read); }
+        function onRowsInserted() { Qt.callLater(status.read); }
         function onRowsRemoved() { Qt.callLater(status.read); }
     }
 
