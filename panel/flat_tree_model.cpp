@@ -22,9 +22,10 @@ int FlatTreeModel::rowCount(const QModelIndex& parent) const
 
 QVariant FlatTreeModel::data(const QModelIndex& index, int role) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
-        return {};
     const int row = index.row();
+    // Views ask for rows that have just gone, too.
+    if (row < 0 || row >= count())
+        return {};
     switch (role) {
     case DepthRole:
         return rowDepth(row);

@@ -53,9 +53,9 @@ Item {
         + (!model.hasChildren ? "" : model.expanded ? qsTr(", expanded") : qsTr(", collapsed"))
         + (model.selected ? qsTr(", selected") : "")
     Accessible.selectable: true
-    Accessible.selected: model.selected
+    Accessible.selected: model.selected === true
     Accessible.focusable: true
-    Accessible.focused: model.current && panelFocused
+    Accessible.focused: model.current === true && panelFocused
 
     Rectangle {
         anchors.fill: parent
