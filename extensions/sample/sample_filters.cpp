@@ -26,7 +26,8 @@ bool isAnywhereAbove(const QModelIndex& row, const char* property, bool value)
 {
     for (QModelIndex at = row; at.isValid(); at = at.parent()) {
         const auto object = at.data(kyr::ObjectRole).value<kyr::ReflectedObject>();
-        const bool* flag = object.property(property).get().tryGet<bool>();
+        const lumo::Variant current = object.property(property).get();
+        const bool* flag = current.tryGet<bool>();
         if (flag && *flag == value)
             return true;
     }
