@@ -16,15 +16,21 @@ Item {
 
     readonly property string name: model.display === undefined ? "" : model.display
     readonly property string type: model.type === undefined ? "" : model.type
+    // A row that waits for its next use has no values at all.
+    readonly property bool selected: model.selected === true
+    readonly property bool current: model.current === true
+    readonly property bool expandable: model.hasChildren === true
+    readonly property bool expanded: model.expanded === true
+    readonly property int depth: model.depth === undefined ? 0 : model.depth
     // Hidden objects, and rows that only lead to what a filter found.
-    readonly property bool dimmed: model.enabled === false || !model.matches
+    readonly property bool dimmed: model.enabled === false || model.matches === false
     readonly property bool marked: hovered || model.hoverRole === true
-    readonly property var cells: model.cells
+    readonly property var cells: model.cells === undefined ? [] : model.cells
     readonly property var buttons: model.rowButtonsModel === undefined ? [] : model.rowButtonsModel
     readonly property bool elided: label.truncated
     readonly property alias nameItem: label
     // Deep rows keep room for a name.
-    readonly property int indent: Math.max(0, Math.min(model.depth * style.indentation,
+    readonly property int indent: Math.max(0, Math.min(depth * style.indentation,
                                                    layout.nameRight * 0.45))
     readonly property var hoveredPart: hovered ? partAt(pointerX) : ({ kind: "" })
     readonly property int hoveredButton: hoveredPart.kind === "button" ? hoveredPart.index : -1
@@ -49,17 +55,17 @@ Item {
 
     Accessible.role: Accessible.TreeItem
     Accessible.name: name
-    Accessible.description: (type === "" ? "" : type + ", ") + qsTr("level %1").arg(model.depth + 1)
-        + (!model.hasChildren ? "" : model.expanded ? qsTr(", expanded") : qsTr(", collapsed"))
-        + (model.selected ? qsTr(", selected") : "")
+    Accessible.description: (type === "" ? "" : type + ", ") + qsTr("level %1").arg(depth + 1)
+        + (!row.expandable ? "" : row.expanded ? qsTr(", expanded") : qsTr(", collapsed"))
+        + (row.selected ? qsTr(", selected") : "")
     Accessible.selectable: true
-    Accessible.selected: model.selected === true
+    Accessible.selected: selected
     Accessible.focusable: true
-    Accessible.focused: model.current === true && panelFocused
+    Accessible.focused: row.current === true && panelFocused
 
     Rectangle {
         anchors.fill: parent
-        color: model.selected ? (row.panelFocused ? row.style.selection
+        color: row.selected ? (row.panelFocused ? row.style.selection
                                                   : row.style.selectionUnfocused)
                               : index % 2 ? row.style.alternateBase : row.style.base
     }
@@ -86,9 +92,9 @@ Item {
         objectName: "arrow"
         x: row.style.spacing + row.indent
         anchors.verticalCenter: parent.verticalCenter
-        visible: model.hasChildren
+        visible: row.expandable
         name: "arrow"
-        rotation: model.expanded ? 90 : 0
+        rotation: row.expanded ? 90 : 0
         color: row.hovered ? row.style.text : row.style.dimText
     }
     PanelIcon {
@@ -199,7 +205,7 @@ Item {
 
     Rectangle {
         anchors.fill: parent
-        visible: model.current
+        visible: row.current
         color: "transparent"
         border.color: row.panelFocused ? row.style.focus : row.style.guide
     }

@@ -57,6 +57,8 @@ FocusScope {
         return list.indexAt(1, y + list.contentY);
     }
     function readColumns() {
+        if (flatModel.count === 0)
+            return;
         const role = flatModel.sourceRole("rowButtonsModel");
         const first = flatModel.isGroup(0) ? 1 : 0;
         const buttons = role < 0 ? undefined : flatModel.data(flatModel.index(first, 0), role);
@@ -179,7 +181,8 @@ FocusScope {
         clip: true
         model: flatModel
         reuseItems: true
-        cacheBuffer: tree.style.rowHeight * 10
+        // Rows that are used again are made fast enough without any ahead.
+        cacheBuffer: 0
         boundsBehavior: Flickable.StopAtBounds
         // The mouse selects; the wheel is handled below.
         interactive: false
@@ -205,7 +208,7 @@ FocusScope {
             panelFocused: tree.activeFocus
             layout: tree.layout
             columns: tree.columns.columns
-            cellCursor: model.current && panelFocused ? controls.cursor : -1
+            cellCursor: current && panelFocused ? controls.cursor : -1
         }
     }
 
