@@ -38,6 +38,8 @@ FocusScope {
 
             anchors { fill: parent; margins: 1 }
             focus: true
+            // A search may take away rows that are being made ahead.
+            cacheBuffer: 0
             clip: true
             boundsBehavior: Flickable.StopAtBounds
             highlightMoveDuration: 0
