@@ -1,0 +1,194 @@
+// Copying and pasting properties as the editor's users do: with keys and menus, over the display's
+// own clipboard, and onto many objects.
+
+#include "editor_test.h"
+#include "row_of_boxes.h"
+
+#include <kyr_scene_outline/item_roles.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QElapsedTimer>
+#include <QMenu>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+namespace test {
+
+using editor::SceneObjectPtr;
+
+class EditorClipboardTest : public EditorTest
+{
+protected:
+    void copy() { key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier); }
+    void paste() { key(Qt::Key_V, Qt::ControlModifier | Qt::ShiftModifier); }
+    void undo() { key(Qt::Key_Z, Qt::ControlModifier); }
+    QString message() { return item("message_text")->property("text").toString(); }
+    bool isModified(const char* name) { return row(name).data(kyr::ModifiedRole).toBool(); }
+    float intensity(const char* name) { return object(name)->light()->intensity; }
+    int steps() { return session.document()->undoStack().index(); }
+
+    QTemporaryDir directory;
+};
+
+TEST_F(EditorClipboardTest, pastedValuesShowAndAreUndoneInOneStep)
+{
+    select({"Left"});
+    copy();
+    EXPECT_EQ(message(), "Properties copied");
+    select({"Far", "Right"});
+    const int before = steps();
+    paste();
+    EXPECT_EQ(message(), "3 properties of 2 objects changed; no match for 6 values");
+    EXPECT_EQ(intensity("Right"), 4);
+    EXPECT_EQ(steps(), before + 1);
+    EXPECT_TRUE(isModified("Right"));
+    EXPECT_FALSE(isModified("Left"));
+    EXPECT_EQ(selection(), QStringList({"Right", "Far"})) << "in the order of their rows";
+
+    undo();
+    EXPECT_EQ(intensity("Right"), 5);
+    EXPECT_FALSE(isModified("Right"));
+    EXPECT_EQ(selection(), QStringList({"Far", "Right"}));
+}
+
+TEST_F(EditorClipboardTest, contextMenuPastesAndTheFileKeepsIt)
+{
+    select({"Left"});
+    copy();
+    select({"Right"});
+    session.browser()->requestMenu();
+    QMenu* menu = nullptr;
+    ASSERT_TRUE(QTest::qWaitFor([&menu] {
+        menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        return menu != nullptr;
+    }));
+    for (QAction* action : menu->actions()) {
+        if (action->text() == "Paste Properties")
+            QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+    }
+    EXPECT_EQ(intensity("Right"), 4);
+
+    session.document()->markSaved(directory.filePath("stage.kyrscene"));
+    undo();
+    key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    key(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_FALSE(isModified("Right"));
+    QSignalSpy loaded(session.loader(), &editor::LoadController::loaded);
+    session.files()->openFile(directory.filePath("stage.kyrscene"));
+    ASSERT_TRUE(loaded.wait());
+    EXPECT_EQ(intensity("Right"), 4);
+    EXPECT_EQ(object("Right")->transform()->position.x, -2);
+}
+
+TEST_F(EditorClipboardTest, unusableClipboardIsSaid)
+{
+    QGuiApplication::clipboard()->setText("no document");
+    select({"Left"});
+    paste();
+    EXPECT_EQ(message(), "Properties were not pasted; the log says why");
+    EXPECT_FALSE(session.document()->isModified());
+}
+
+/// Pastes that take long enough to be seen at work.
+class EditorLongPasteTest : public EditorClipboardTest
+{
+protected:
+    void open(int objectCount, float height)
+    {
+        session.document()->open(makeRowOfBoxes(objectCount, height), {});
+        key(Qt::Key_A, Qt::ControlModifier);
+        key(Qt::Key_A, Qt::ControlModifier | Qt::ShiftModifier);
+        ASSERT_EQ(session.selection().objects().size(), std::size_t(objectCount));
+    }
+    /// Copies from one scene, and selects all of another one that has other values.
+    void prepare(int objectCount)
+    {
+        open(objectCount, 2);
+        copy();
+        ASSERT_TRUE(QTest::qWaitFor([this] { return !session.task()->isRunning(); }, 60000));
+        open(objectCount, 1);
+    }
+    /// How many objects have the values of that height.
+    int countAt(float height)
+    {
+        int count = 0;
+        for (const SceneObjectPtr& box : session.document()->root()->children()) {
+            count += box->transform()->position.y == height / 3 &&
+                     box->transform()->scale.x == height &&
+                     box->material()->roughness == height / 7 && box->isLocked() == (height > 1);
+        }
+        return count;
+    }
+};
+
+TEST_F(EditorLongPasteTest, cancelTakesAllBackAndTheWindowStaysLive)
+{
+    constexpr int objectCount = 100000;
+    prepare(objectCount);
+    const int before = steps();
+    for (const bool byKey : {true, false}) {
+        session.edit()->pasteProperties();
+        ASSERT_TRUE(session.task()->isRunning()) << qPrintable(message());
+        key(Qt::Key_Delete);
+        undo();
+        EXPECT_EQ(countAt(1) + countAt(2), objectCount) << "nothing else edits the scene meanwhile";
+        EXPECT_EQ(steps(), before) << "nor is anything undone";
+        QQuickItem* button = item("cancel_task");
+        EXPECT_LT(countAt(1), objectCount);
+        EXPECT_GT(countAt(1), 0);
+        EXPECT_GT(session.task()->progress(), 0);
+        if (byKey)
+            key(Qt::Key_Escape);
+        else
+            click(centre(button));
+        EXPECT_FALSE(session.task()->isRunning());
+        EXPECT_EQ(message(), "Pasting properties was cancelled");
+        EXPECT_EQ(countAt(1), objectCount);
+        EXPECT_EQ(session.selection().objects().size(), std::size_t(objectCount));
+        EXPECT_EQ(steps(), before);
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !session.document()->isModified(); }));
+    }
+
+    int turns = 0;
+    int frames = 0;
+    qint64 longest = 0;
+    QObject receiver;
+    QObject::connect(window, &QQuickWindow::frameSwapped, &receiver, [&frames] { ++frames; });
+    QElapsedTimer turn;
+    session.edit()->pasteProperties();
+    while (session.task()->isRunning()) {
+        turn.start();
+        QCoreApplication::processEvents();
+        longest = std::max(longest, turn.elapsed());
+        ++turns;
+    }
+    RecordProperty("turns", turns);
+    RecordProperty("frames", frames);
+    RecordProperty("longest_turn_ms", int(longest));
+    EXPECT_GT(turns, 2);
+    EXPECT_GT(frames, 0);
+    EXPECT_EQ(countAt(2), objectCount);
+    EXPECT_EQ(steps(), before + 1);
+    EXPECT_EQ(session.selection().objects().size(), std::size_t(objectCount));
+    undo();
+    EXPECT_EQ(countAt(1), objectCount);
+}
+
+TEST_F(EditorLongPasteTest, sceneAndEditorMayGoInTheMiddle)
+{
+    constexpr int objectCount = 50000;
+    prepare(objectCount);
+    session.edit()->pasteProperties();
+    ASSERT_TRUE(session.task()->isRunning()) << qPrintable(message());
+    session.document()->open(makeRowOfBoxes(objectCount, 4), {});
+    EXPECT_FALSE(session.task()->isRunning());
+    EXPECT_EQ(countAt(4), objectCount);
+    EXPECT_EQ(steps(), 0);
+    EXPECT_FALSE(session.document()->isModified());
+    key(Qt::Key_A, Qt::ControlModifier);
+    session.edit()->pasteProperties();
+    EXPECT_TRUE(session.task()->isRunning()) << qPrintable(message());
+}
+
+} // namespace test

@@ -1,0 +1,123 @@
+// Two running editors on one display, driven by keys that the display itself sends.
+
+#include "row_of_boxes.h"
+
+#include <editor/scene/scene_writer.h>
+
+#include <QClipboard>
+#include <QFile>
+#include <QGuiApplication>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace test {
+
+namespace {
+
+constexpr int patience = 60000;
+
+// Runs a program to its end while this one keeps answering for its clipboard.
+QString outputOf(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    process.closeWriteChannel();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, patience));
+    return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+}
+
+std::string contents(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
+}
+
+/// An editor in a process of its own.
+class EditorProcess
+{
+public:
+    EditorProcess(const QString& scene, const QString& settings)
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("XDG_CONFIG_HOME", settings);
+        m_process.setProcessEnvironment(environment);
+        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        m_process.start(SCENE_EDITOR, {scene});
+        EXPECT_TRUE(QTest::qWaitFor(
+            [this] {
+                const QString pid = QString::number(m_process.processId());
+                m_window = outputOf("xdotool", {"search", "--onlyvisible", "--pid", pid});
+                return !m_window.isEmpty();
+            },
+            patience));
+    }
+    ~EditorProcess()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+
+    void press(const QStringList& keys)
+    {
+        outputOf("xdotool", QStringList{"windowfocus", "--sync", m_window, "key"} + keys);
+    }
+    /// Waits until it is the window's title.
+    bool waitsForTitle(const QString& title)
+    {
+        return QTest::qWaitFor(
+            [&] {
+                return outputOf("xdotool", {"getwindowname", m_window}).startsWith(title);
+            },
+            patience);
+    }
+
+private:
+    QProcess m_process;
+    QString m_window;
+};
+
+} // namespace
+
+TEST(EditorProcessesTest, copyInOneAndPasteInTheOther)
+{
+    const QTemporaryDir directory;
+    const QString from = directory.filePath("from.kyrscene");
+    const QString to = directory.filePath("to.kyrscene");
+    ASSERT_EQ(editor::writeScene(*makeRowOfBoxes(30, 2), from), "");
+    ASSERT_EQ(editor::writeScene(*makeRowOfBoxes(30, 1), to), "");
+    const std::string before = contents(to);
+    ASSERT_NE(before, contents(from));
+    QGuiApplication::clipboard()->setText("nothing yet");
+
+    EditorProcess first(from, directory.filePath("first"));
+    EditorProcess second(to, directory.filePath("second"));
+    ASSERT_TRUE(first.waitsForTitle("from.kyrscene"));
+    ASSERT_TRUE(second.waitsForTitle("to.kyrscene"));
+
+    first.press({"ctrl+a", "ctrl+shift+a", "ctrl+shift+c"});
+    const QString read = "xclip -o -selection clipboard";
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            return outputOf("sh", {"-c", read}).contains("<objects>");
+        },
+        patience));
+    EXPECT_EQ(outputOf("sh", {"-c", read + " | xmllint --noout - && echo well formed"}),
+              "well formed");
+
+    second.press({"ctrl+a", "ctrl+shift+a", "ctrl+shift+v"});
+    ASSERT_TRUE(second.waitsForTitle("• to.kyrscene"));
+    second.press({"ctrl+s"});
+    ASSERT_TRUE(second.waitsForTitle("to.kyrscene"));
+    EXPECT_EQ(contents(to), contents(from));
+
+    second.press({"ctrl+z"});
+    ASSERT_TRUE(second.waitsForTitle("• to.kyrscene"));
+    second.press({"ctrl+s"});
+    ASSERT_TRUE(second.waitsForTitle("to.kyrscene"));
+    EXPECT_EQ(contents(to), before) << "one undo restores every value";
+}
+
+} // namespace test
