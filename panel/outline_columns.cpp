@@ -158,6 +158,7 @@ void OutlineColumns::writeOrder(const QStringList& ids)
             places.push_back({index, index.data(orderRole).toInt(), wanted});
     }
     std::vector<int> orders;
+    orders.reserve(places.size());
     for (const Place& place : places)
         orders.push_back(place.order);
     std::sort(orders.begin(), orders.end());
