@@ -111,7 +111,7 @@ TEST_F(EditorSelectionTest, contextMenuSelectsItsRowAndExpandsAll)
     auto* expand = menu->findChild<QAction*>("scene_browser_expand_all");
     ASSERT_NE(expand, nullptr);
     QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(expand).center());
-    EXPECT_TRUE(item("row_Left")->isVisible());
+    EXPECT_TRUE(rows().contains("Left"));
 }
 
 TEST_F(EditorSelectionTest, deletedObjectsLeaveBothSidesAndComeBackSelected)

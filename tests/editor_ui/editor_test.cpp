@@ -136,9 +136,37 @@ QPoint EditorDriver::centre(QQuickItem* item) const
     return item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
 }
 
+QStringList EditorDriver::rows()
+{
+    const auto* tree = item("outline_tree")->property("flatModel").value<QAbstractItemModel*>();
+    QStringList names;
+    for (int row = 0; row < tree->rowCount(); ++row)
+        names.append(tree->index(row, 0).data().toString());
+    return names;
+}
+
+bool EditorDriver::waitForRows(const QStringList& names)
+{
+    return QTest::qWaitFor([&] { return rows() == names; });
+}
+
+// Items that a list keeps for later rows look like visible ones, so the list is asked.
+QQuickItem* EditorDriver::rowItem(const char* name)
+{
+    QVariant found;
+    if (!QTest::qWaitFor([&] {
+            QMetaObject::invokeMethod(item("outline_tree"), "itemAtRow",
+                                      Q_RETURN_ARG(QVariant, found),
+                                      Q_ARG(QVariant, rows().indexOf(name)));
+            return found.value<QQuickItem*>() != nullptr;
+        }))
+        throw std::runtime_error(std::string("no row ") + name);
+    return found.value<QQuickItem*>();
+}
+
 QPoint EditorDriver::rowPoint(const char* name)
 {
-    return centre(item(QString("row_%1").arg(name)));
+    return centre(rowItem(name));
 }
 
 bool EditorDriver::shows(const QString& objectName)
@@ -154,7 +182,7 @@ QPoint EditorDriver::viewPoint(const char* name)
 
 void EditorDriver::openRow(const char* name)
 {
-    click(centre(item("arrow", item(QStringLiteral("row_") + name))));
+    click(centre(item("arrow", rowItem(name))));
 }
 
 void EditorDriver::click(const QPoint& point, Qt::KeyboardModifiers modifiers,

@@ -31,8 +31,13 @@ public:
     /// is one.
     QQuickItem* item(const QString& objectName, QQuickItem* inside = nullptr);
     QPoint centre(QQuickItem* item) const;
-    QPoint rowPoint(const char* name);
     bool shows(const QString& objectName);
+    /// Names of the tree's rows, top to bottom.
+    QStringList rows();
+    bool waitForRows(const QStringList& names);
+    /// Waits for the row, which has to be in view.
+    QQuickItem* rowItem(const char* name);
+    QPoint rowPoint(const char* name);
     /// Where an object shows in the 3D view, in the window.
     QPoint viewPoint(const char* name);
 

@@ -1,0 +1,222 @@
+// The Scene Browser as the editor's users have it: columns, filter, modes, edits of the tree.
+
+#include "editor_test.h"
+
+#include <QSettings>
+
+#include <memory>
+
+namespace test {
+
+class EditorBrowserTest : public EditorTest
+{
+protected:
+    const QStringList closed{"Stage", "Lamps", "Near", "Far"};
+
+    bool waitForStatus(const QString& text)
+    {
+        return QTest::qWaitFor([&] { return item("selection_text")->property("text") == text; });
+    }
+    void filter(const QString& text)
+    {
+        key(Qt::Key_F, Qt::ControlModifier);
+        type(text);
+    }
+};
+
+class EditorColumnsTest : public ::testing::Test
+{
+protected:
+    ~EditorColumnsTest() override { QSettings().clear(); }
+
+    static void chooseColumn(EditorDriver& editor, const QString& search, const QString& title)
+    {
+        editor.click(editor.centre(editor.item("columns_search")));
+        editor.key(Qt::Key_A, Qt::ControlModifier);
+        editor.type(search);
+        QQuickItem* available = editor.item("available_columns");
+        editor.click(editor.centre(editor.item("column_" + title, available)));
+    }
+    /// Ids of the columns beside the names, left to right.
+    static QStringList columns(EditorDriver& editor, std::initializer_list<const char*> ids)
+    {
+        QMap<qreal, QString> byPlace;
+        for (const char* id : ids) {
+            if (editor.shows(QStringLiteral("header_") + id))
+                byPlace.insert(editor.item(QStringLiteral("header_") + id)->x(), id);
+        }
+        return byPlace.values();
+    }
+};
+
+TEST_F(EditorColumnsTest, chosenColumnsShowInTheirOrderAfterARestart)
+{
+    const auto all = {"type", "light.intensity", "transform.position.x"};
+    const QStringList chosen{"light.intensity", "transform.position.x", "type"};
+    qreal width = 0;
+    {
+        EditorDriver editor;
+        editor.click(editor.centre(editor.item("choose_columns")));
+        chooseColumn(editor, "intens", "Intensity");
+        chooseColumn(editor, "position", "Position X");
+        editor.key(Qt::Key_Escape);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !editor.shows("columns_search"); }));
+
+        QQuickItem* type = editor.item("header_type");
+        const QPoint from = editor.centre(type);
+        editor.drag(from, from + QPoint(600, 0));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return columns(editor, all) == chosen; }))
+            << columns(editor, all).join(" ").toStdString();
+
+        QQuickItem* position = editor.item("header_transform.position.x");
+        const QPoint border = position->mapToScene({1, position->height() / 2}).toPoint();
+        editor.drag(border, border - QPoint(12, 0));
+        width = editor.item("header_transform.position.x")->width();
+
+        editor.openRow("Lamps");
+        QQuickItem* row = editor.rowItem("Left");
+        EXPECT_EQ(editor.item("cell_light.intensity", row)->property("text"), "4");
+        EXPECT_EQ(editor.item("cell_transform.position.x", row)->property("text"), "-2");
+    }
+    EditorDriver editor;
+    EXPECT_EQ(columns(editor, all), chosen);
+    EXPECT_EQ(editor.item("header_transform.position.x")->width(), width);
+}
+
+TEST_F(EditorColumnsTest, toggleActsOnAllSelectedRowsAsOneStep)
+{
+    EditorDriver editor;
+    editor.click(editor.centre(editor.item("choose_columns")));
+    chooseColumn(editor, "visible", "Visible");
+    editor.key(Qt::Key_Escape);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !editor.shows("columns_search"); }));
+    const auto visible = [&editor] {
+        return QList<bool>{editor.object("Near")->isVisible(), editor.object("Far")->isVisible(),
+                           editor.object("Lamps")->isVisible()};
+    };
+
+    for (const char* part : {"cell_visible", "button_visible"}) {
+        editor.select({"Far", "Near"});
+        const auto steps = editor.session.document()->undoStack().index();
+        editor.click(editor.centre(editor.item(part, editor.rowItem("Near"))));
+        EXPECT_EQ(visible(), QList<bool>({false, false, true})) << part;
+        EXPECT_EQ(editor.selection(), QStringList({"Far", "Near"})) << part;
+        EXPECT_EQ(editor.session.document()->undoStack().index(), steps + 1) << part;
+
+        editor.click(editor.centre(editor.item(part, editor.rowItem("Lamps"))));
+        EXPECT_EQ(visible(), QList<bool>({false, false, false})) << "a row that is not selected";
+        EXPECT_EQ(editor.selection(), QStringList({"Far", "Near"})) << part;
+        editor.key(Qt::Key_Z, Qt::ControlModifier);
+        editor.key(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(visible(), QList<bool>({true, true, true})) << part;
+    }
+}
+
+TEST_F(EditorBrowserTest, filterHidesSelectedRowsAndKeepsThemSelected)
+{
+    click(rowPoint("Far"));
+    click(rowPoint("Near"), Qt::ControlModifier);
+    openRow("Lamps");
+    click(rowPoint("Left"), Qt::ControlModifier);
+    openRow("Lamps");
+    ASSERT_EQ(selection(), QStringList({"Far", "Near", "Left"}));
+
+    filter("type:light");
+    EXPECT_TRUE(waitForRows({"Stage", "Lamps", "Left", "Right"}));
+    EXPECT_TRUE(waitForStatus("3 selected, 2 hidden"));
+    EXPECT_EQ(session.viewport()->selectedIds(), ids({"Far", "Near", "Left"}));
+    EXPECT_TRUE(rowItem("Lamps")->property("dimmed").toBool()) << "it only leads to the lights";
+    EXPECT_FALSE(rowItem("Left")->property("dimmed").toBool());
+
+    key(Qt::Key_F, Qt::ControlModifier);
+    key(Qt::Key_Escape);
+    EXPECT_TRUE(waitForRows(closed)) << "the group was closed before";
+    EXPECT_EQ(selection(), QStringList({"Far", "Near", "Left"}));
+    EXPECT_TRUE(waitForStatus("3 objects selected"));
+}
+
+TEST_F(EditorBrowserTest, modesArrangeTheRowsAndKeepTheSelection)
+{
+    click(rowPoint("Far"));
+    const QPoint modes = centre(item("mode_choice"));
+    click(modes);
+    key(Qt::Key_Down);
+    key(Qt::Key_Return);
+    EXPECT_TRUE(waitForRows({"Stage", "Lamps", "Left", "Right", "Near", "Far"}));
+    EXPECT_EQ(selectedRows(), QStringList({"Far"}));
+
+    click(modes);
+    key(Qt::Key_Down);
+    key(Qt::Key_Return);
+    EXPECT_TRUE(waitForRows(
+        {"Group", "Lamps", "Light", "Left", "Right", "Mesh", "Near", "Far", "Scene", "Stage"}));
+    EXPECT_EQ(selection(), QStringList({"Far"}));
+
+    click(modes);
+    key(Qt::Key_Home);
+    key(Qt::Key_Return);
+    EXPECT_TRUE(waitForRows(closed));
+    EXPECT_EQ(session.browser()->selectionModel()->selectedRows().size(), 1);
+}
+
+TEST_F(EditorBrowserTest, filterChoicesOfTheExtensionHideRows)
+{
+    session.document()->setProperty({object("Near")}, "visible", lumo::Variant(false));
+    const QPoint choices = centre(item("filter_choice_1"));
+    click(choices);
+    key(Qt::Key_Down);
+    key(Qt::Key_Return);
+    EXPECT_TRUE(waitForRows({"Stage", "Lamps", "Left", "Right", "Far"}))
+        << rows().join(" ").toStdString();
+    click(choices);
+    key(Qt::Key_Home);
+    key(Qt::Key_Return);
+    EXPECT_TRUE(waitForRows(closed));
+}
+
+TEST_F(EditorBrowserTest, renamedRowStaysSelectedThroughUndo)
+{
+    click(rowPoint("Near"));
+    key(Qt::Key_F2);
+    type("Closest");
+    key(Qt::Key_Return);
+    EXPECT_EQ(selectedRows(), QStringList({"Closest"}));
+    EXPECT_EQ(rows(), QStringList({"Stage", "Lamps", "Closest", "Far"}));
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(selectedRows(), QStringList({"Near"}));
+    EXPECT_FALSE(session.document()->isModified());
+}
+
+TEST_F(EditorBrowserTest, draggedRowsKeepSelectionAndExpansionThroughUndo)
+{
+    openRow("Lamps");
+    click(rowPoint("Near"));
+    click(rowPoint("Far"), Qt::ControlModifier);
+    drag(rowPoint("Near"), rowPoint("Lamps"));
+    EXPECT_EQ(object("Near")->parent(), object("Lamps").get());
+    EXPECT_EQ(object("Far")->parent(), object("Lamps").get());
+    EXPECT_EQ(selection(), QStringList({"Near", "Far"}));
+    EXPECT_EQ(selectedRows(), QStringList({"Far", "Near"}));
+    EXPECT_EQ(rows(), QStringList({"Stage", "Lamps", "Left", "Right", "Near", "Far"}));
+
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(object("Near")->parent(), object("Stage").get());
+    EXPECT_EQ(selection(), QStringList({"Near", "Far"}));
+    EXPECT_EQ(selectedRows(), QStringList({"Far", "Near"}));
+    EXPECT_EQ(rows(), QStringList({"Stage", "Lamps", "Left", "Right", "Near", "Far"}));
+    EXPECT_FALSE(session.document()->isModified());
+}
+
+TEST_F(EditorBrowserTest, duplicatesAreSelectedAndOneStep)
+{
+    click(rowPoint("Lamps"));
+    key(Qt::Key_D, Qt::ControlModifier);
+    EXPECT_EQ(session.document()->objectCount(), 8);
+    ASSERT_EQ(selection().size(), 1);
+    EXPECT_NE(session.selection().objects().front().object(), object("Lamps")->reflected());
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(session.document()->objectCount(), 5);
+    EXPECT_EQ(selection(), QStringList({"Lamps"}));
+}
+
+} // namespace test
