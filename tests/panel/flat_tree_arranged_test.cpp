@@ -161,6 +161,37 @@ TEST(FlatTreeArrangedTest, GroupsTakeTheFocusAndLeaveTheSelection)
     EXPECT_EQ(outline.selection->selectedIndexes().size(), 1) << "a group is no object";
 }
 
+TEST(FlatTreeArrangedTest, OldRowsShowAndChangeWhileTheNextAreWorkedOut)
+{
+    Outline outline(FakeScene::wide(3000, 2));
+    outline.predicate.setCondition("slow", [](const QModelIndex& row) {
+        for (volatile int turn = 0; turn < 4000; turn = turn + 1) {
+        }
+        return row.row() % 2 == 0;
+    });
+    ASSERT_TRUE(outline.arranger.isWorking());
+    const auto workABit = [&] {
+        outline.arranger.workSlice();
+        return outline.arranger.isWorking();
+    };
+    ASSERT_TRUE(workABit());
+    EXPECT_EQ(outline.flat.count(), 3000) << "the rows of before";
+    const QModelIndex first = outline.scene->index(0, 0);
+    outline.flat.setExpanded(first, true);
+    outline.selection->select(outline.scene->index(0, 0, first), QItemSelectionModel::Select);
+    ASSERT_TRUE(workABit());
+    outline.scene->remove({}, 2998, 1);
+    while (workABit()) {
+    }
+    EXPECT_EQ(outline.flat.count(), 2999 + 2999) << "each with one of its children";
+    EXPECT_TRUE(outline.flat.isRowSelected(1));
+    EXPECT_FALSE(outline.flat.isRowSelected(2));
+    outline.filter({});
+    outline.predicate.setCondition("slow", nullptr);
+    outline.arranger.finish();
+    EXPECT_EQ(outline.flat.count(), 2999 + 2) << "what was opened meanwhile is open";
+}
+
 TEST(FlatTreeArrangedTest, SurvivesASceneThatGoes)
 {
     Outline outline(street());
