@@ -12,15 +12,18 @@ QtObject {
     property bool canChoose
 
     readonly property int buttonsX: width - rightMargin - buttonCount * style.buttonWidth
-    readonly property int cellsRight: Math.min(buttonsX, canChoose ? width - rightMargin - style.buttonWidth
-                                                                   : buttonsX)
+    readonly property int buttonsWidth: Math.max(buttonCount, canChoose ? 1 : 0) * style.buttonWidth
+    readonly property int cellsRight: width - rightMargin - buttonsWidth
+    // In which columns and names have all the room they want.
+    readonly property int naturalWidth: style.usualNameWidth + wantedTotal + buttonsWidth
+    readonly property int wantedTotal: columns.widths.reduce((sum, width) => sum + width, 0)
     readonly property bool showsCount: hasCount && columns.model === null
     // Columns that leave no room for names share what there is.
     readonly property var widths: {
         const wanted = columns.widths;
-        const total = wanted.reduce((sum, width) => sum + width, 0);
         const room = Math.max(0, cellsRight - style.minimumNameWidth);
-        return total <= room ? wanted : wanted.map(width => Math.floor(width * room / total));
+        return wantedTotal <= room ? wanted
+                                   : wanted.map(width => Math.floor(width * room / wantedTotal));
     }
     readonly property var lefts: {
         let x = cellsRight - widths.reduce((sum, width) => sum + width, 0);

@@ -35,6 +35,7 @@ QtObject {
     property int buttonWidth: 20
     property int countWidth: 44
     property int minimumNameWidth: 110
+    property int usualNameWidth: 200
     property int controlHeight: 24
     property int pixelSize: 12
     property int toolTipDelay: 500

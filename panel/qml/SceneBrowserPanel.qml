@@ -64,9 +64,16 @@ FocusScope {
         tree.navigator.collapseAll();
     }
 
-    implicitWidth: 360
+    implicitWidth: 340
     implicitHeight: 480
 
+    Binding {
+        target: panel
+        property: "implicitWidth"
+        value: Math.max(340, rowLayout.naturalWidth)
+        // A new width makes new rows, which tell how many buttons there are.
+        delayed: true
+    }
     OutlineColumns {
         id: columns
 

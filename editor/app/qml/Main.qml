@@ -96,7 +96,8 @@ ApplicationWindow {
             settingsName: "outline"
             onEditBegins: session.beginStep(text)
             onEditEnds: session.endStep()
-            SplitView.preferredWidth: 340
+            // Grows with its columns, until the user moves its border.
+            SplitView.preferredWidth: Math.min(implicitWidth, window.width * 0.45)
             SplitView.minimumWidth: 220
         }
         SplitView {
