@@ -117,7 +117,8 @@ Item {
             verticalCenter: parent.verticalCenter
         }
         text: row.name
-        color: row.dimmed ? row.style.faintText : row.style.text
+        color: !row.dimmed ? row.style.text
+                           : model.selected ? row.style.dimText : row.style.faintText
         font.pixelSize: row.style.pixelSize
         elide: Text.ElideRight
         textFormat: Text.PlainText
