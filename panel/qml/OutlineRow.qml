@@ -212,8 +212,8 @@ Item {
     }
 
     function buttonIcon(state) {
-        const off = { "visible": "hidden", "lock": "unlock" };
-        const icon = state.icon ? state.icon : state.id === "locked" ? "lock" : state.id;
+        const off = { "visible": "hidden", "locked": "unlocked" };
+        const icon = state.icon ? state.icon : state.id;
         return !state.checked && off[icon] ? off[icon] : icon;
     }
     // The usual state stays in the background until the pointer comes near.
