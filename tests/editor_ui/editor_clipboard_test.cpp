@@ -134,7 +134,7 @@ TEST_F(EditorLongPasteTest, cancelTakesAllBackAndTheWindowStaysLive)
         undo();
         EXPECT_EQ(countAt(1) + countAt(2), objectCount) << "nothing else edits the scene meanwhile";
         EXPECT_EQ(steps(), before) << "nor is anything undone";
-        QQuickItem* button = item("cancel_task");
+        QQuickItem* button = item("cancel_button");
         EXPECT_LT(countAt(1), objectCount);
         EXPECT_GT(countAt(1), 0);
         EXPECT_GT(session.task()->progress(), 0);

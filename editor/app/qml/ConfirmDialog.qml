@@ -2,12 +2,10 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 
 // Asks what to do with unsaved changes before they would be lost.
-Dialog {
+EditorDialog {
     id: dialog
 
-    anchors.centerIn: Overlay.overlay
     width: 420
-    modal: true
     closePolicy: Popup.CloseOnEscape
     title: qsTr("Unsaved changes")
     visible: session.files.confirming

@@ -3,7 +3,7 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 
 // The mouse buttons and keys of tree and view.
-Dialog {
+EditorDialog {
     id: dialog
 
     readonly property var lines: [
@@ -27,8 +27,6 @@ Dialog {
         [qsTr("Up, Down"), qsTr("Step")]
     ]
 
-    anchors.centerIn: Overlay.overlay
-    modal: true
     title: qsTr("Mouse and Keys")
     standardButtons: Dialog.Close
 

@@ -163,10 +163,18 @@ ApplicationWindow {
         }
     }
 
-    LoadOverlay {
-        anchors.fill: parent
+    ProgressPopup {
+        running: session.loader.loading
+        text: qsTr("Opening %1").arg(session.loader.fileName)
+        progress: session.loader.progress
+        onCanceled: session.loader.cancel()
     }
-    TaskPopup {}
+    ProgressPopup {
+        running: session.task.running
+        text: session.task.name
+        progress: session.task.progress
+        onCanceled: session.task.cancel()
+    }
     MessageDialog {
         id: messageDialog
 

@@ -2,7 +2,7 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 
 // Tells that something did not work, and why.
-Dialog {
+EditorDialog {
     id: dialog
 
     property alias text: label.text
@@ -13,9 +13,7 @@ Dialog {
         open();
     }
 
-    anchors.centerIn: Overlay.overlay
     width: 460
-    modal: true
     standardButtons: Dialog.Ok
 
     Label {

@@ -1,14 +1,20 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 
-// Takes all input while a task is running, and shows its progress once that takes long enough to
-// notice. Escape cancels.
+// Takes all input while something is running, and shows its progress once that takes long enough
+// to notice. Escape cancels.
 Popup {
     id: popup
 
+    property bool running: false
+    property string text
+    // From 0 to 1; unknown when not above 0.
+    property real progress: 0
+
     property bool due: false
 
-    objectName: "task_popup"
+    signal canceled()
+
     parent: Overlay.overlay
     anchors.centerIn: parent
     width: 380
@@ -16,11 +22,11 @@ Popup {
     modal: true
     focus: true
     closePolicy: Popup.NoAutoClose
-    visible: session.task.running
+    visible: running
     onVisibleChanged: due = false
 
     Overlay.modal: Rectangle {
-        color: popup.due ? Qt.rgba(theme.pane.r, theme.pane.g, theme.pane.b, 0.5) : "transparent"
+        color: popup.due ? Qt.rgba(theme.pane.r, theme.pane.g, theme.pane.b, 0.6) : "transparent"
     }
     background: Rectangle {
         visible: popup.due
@@ -39,7 +45,7 @@ Popup {
         implicitHeight: column.height
         // A modal popup takes the keys, but not the shortcuts of the menus.
         Keys.onShortcutOverride: event.accepted = true
-        Keys.onEscapePressed: session.task.cancel()
+        Keys.onEscapePressed: popup.canceled()
 
         Column {
             id: column
@@ -50,20 +56,23 @@ Popup {
 
             Text {
                 width: parent.width
-                text: session.task.name
+                text: popup.text
                 color: theme.text
                 font.pixelSize: 13
+                elide: Text.ElideMiddle
+                textFormat: Text.PlainText
             }
             ProgressBar {
                 width: parent.width
-                value: session.task.progress
+                value: popup.progress
+                indeterminate: popup.progress <= 0
             }
-            Button {
-                objectName: "cancel_task"
+            EditorButton {
+                objectName: "cancel_button"
                 anchors.right: parent.right
                 text: qsTr("Cancel")
                 focusPolicy: Qt.NoFocus
-                onClicked: session.task.cancel()
+                onClicked: popup.canceled()
             }
         }
     }
