@@ -121,6 +121,7 @@ FocusScope {
         id: anchor
 
         flatModel: flatModel
+        navigator: navigator
         list: list
         rowHeight: tree.style.rowHeight
         onScrollRequested: tree.scrollBy(pixels)

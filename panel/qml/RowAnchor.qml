@@ -1,19 +1,30 @@
 import QtQuick 2.15
 import Kyr.SceneOutline 1.0
 
-// Keeps the row at the top where it is when the whole list is replaced.
+// Keeps a row where it is when the whole list is replaced: the current one if it is in view, else the
+// one at the top. A list that is not scrolled stays so.
 RowHandle {
     property ListView list
+    property QtObject navigator
     property real rowHeight
     property real offset: 0
 
     signal scrollRequested(real pixels)
 
     function take() {
-        const top = list.indexAt(1, list.contentY);
-        const row = flatModel.isGroup(top) ? top + 1 : top;
+        const row = chosenRow();
         assign(row);
         offset = row < 0 ? 0 : list.contentY - list.originY - row * rowHeight;
+    }
+    function chosenRow() {
+        const y = list.contentY - list.originY;
+        const current = navigator.currentRow();
+        if (current >= 0 && current * rowHeight >= y && (current + 1) * rowHeight <= y + list.height)
+            return current;
+        if (y <= 0)
+            return -1;
+        const top = list.indexAt(1, list.contentY);
+        return flatModel.isGroup(top) ? top + 1 : top;
     }
     function restore() {
         Qt.callLater(place);
