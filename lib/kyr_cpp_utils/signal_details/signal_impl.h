@@ -98,7 +98,7 @@ private:
 
     /// Disconnects the first slot and unlocks. Another thread may be about to detach that slot, and
     /// needs this object for it: then the slot is left to that thread.
-    void endFirstSlot(std::unique_lock<std::mutex>& lock);
+    void endFirstSlot(std::unique_lock<WakefulMutex>& lock);
 
     SlotSet m_slots;
     std::uint64_t m_emissionGeneration = 0;
@@ -180,7 +180,7 @@ private:
 };
 
 template <typename R, typename... Args, typename Combiner>
-void SignalImpl<R(Args...), Combiner>::endFirstSlot(std::unique_lock<std::mutex>& lock)
+void SignalImpl<R(Args...), Combiner>::endFirstSlot(std::unique_lock<WakefulMutex>& lock)
 {
     // Keeps the slot while it is detached: whoever finalizes it drops the set's reference.
     const Zar::SmartPointer<SlotHolderBase> slot(&*m_slots.begin());

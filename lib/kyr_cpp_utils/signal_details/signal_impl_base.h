@@ -1,8 +1,8 @@
 #pragma once
 
-#include <host/core/smart_pointer.h>
+#include <kyr_cpp_utils/signal_details/wakeful_mutex.h>
 
-#include <mutex>
+#include <host/core/smart_pointer.h>
 
 namespace vex::signal_details {
 
@@ -15,7 +15,7 @@ public:
     SignalImplBase(const SignalImplBase&) = delete;
     SignalImplBase& operator=(const SignalImplBase&) = delete;
 
-    std::mutex& mutex() noexcept { return m_mutex; }
+    WakefulMutex& mutex() noexcept { return m_mutex; }
 
     /// Unlinks `slot` from the slot set and hands the set's reference to the caller.
     /// Called with the mutex held.
@@ -26,7 +26,7 @@ protected:
     ~SignalImplBase() = default;
 
 private:
-    std::mutex m_mutex;
+    WakefulMutex m_mutex;
 };
 
 } // namespace vex::signal_details
