@@ -3,6 +3,7 @@
 #include <panel/flat_tree_model.h>
 #include <panel/tree_navigator.h>
 
+#include <QCoreApplication>
 #include <QItemSelectionModel>
 
 #include <benchmark/benchmark.h>
@@ -152,4 +153,12 @@ BENCHMARK(insertAndRemoveRowSourceOnly)->Arg(10'000)->Arg(100'000);
 
 } // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv); // for timers
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
