@@ -104,7 +104,8 @@ FocusScope {
         anchors.top: parent.top
         anchors.margins: 10
         visible: view.controller && view.controller.meshCount > 0
-        text: view.controller ? qsTr("%1 meshes  ·  %2 triangles")
+        text: view.controller ? (view.controller.meshCount === 1 ? qsTr("%1 mesh  ·  %2 triangles")
+                                                                 : qsTr("%1 meshes  ·  %2 triangles"))
                                 .arg(count(view.controller.meshCount))
                                 .arg(count(view.controller.triangleCount)) : ""
         color: view.textColor

@@ -90,7 +90,8 @@ Rectangle {
         }
         Text {
             anchors.verticalCenter: parent.verticalCenter
-            text: qsTr("%1 objects").arg(Number(session.document.objectCount).toLocaleString(Qt.locale(), "f", 0))
+            text: session.document.objectCount === 1 ? qsTr("1 object")
+                : qsTr("%1 objects").arg(Number(session.document.objectCount).toLocaleString(Qt.locale(), "f", 0))
             color: theme.dimText
             font.pixelSize: 12
         }
