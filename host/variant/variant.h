@@ -56,7 +56,9 @@ public:
     /// The value when it is a `T`, or what it points to when it is a non-null pointer to `T`
     /// (const or not); null otherwise. Valid until the variant changes.
     template <typename T>
-    const T* tryGet() const noexcept;
+    const T* tryGet() const& noexcept;
+    template <typename T>
+    const T* tryGet() const&& = delete;
 
     /// As `tryGet` of the value itself, for changing it: copies a shared value first.
     template <typename T>
@@ -94,7 +96,7 @@ private:
 };
 
 template <typename T>
-const T* Variant::tryGet() const noexcept
+const T* Variant::tryGet() const& noexcept
 {
     if (holds<T>())
         return static_cast<const T*>(m_payload->value());
