@@ -26,11 +26,16 @@ function(kyr_target_defaults target)
     if(KYR_SANITIZE)
         target_compile_options(${target} PRIVATE -fsanitize=${KYR_SANITIZE} -fno-omit-frame-pointer)
         target_link_options(${target} PUBLIC -fsanitize=${KYR_SANITIZE})
+        get_target_property(type ${target} TYPE)
+        if(type STREQUAL "EXECUTABLE" AND KYR_SANITIZE MATCHES "address")
+            target_sources(${target} PRIVATE
+                ${KyrSceneOutline_SOURCE_DIR}/tests/support/sanitizer/keep_graphics_drivers.cpp)
+        endif()
     endif()
 endfunction()
 
 # kyr_add_test(NAME SOURCES file... [LIBRARIES target...] [DISPLAY] [TIMEOUT seconds])
-# A GoogleTest program with a QGuiApplication. DISPLAY runs it in a virtual X server of its own.
+# A GoogleTest program with a QApplication. DISPLAY runs it in a virtual X server of its own.
 function(kyr_add_test name)
     cmake_parse_arguments(ARG "DISPLAY" "TIMEOUT" "SOURCES;LIBRARIES" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
@@ -44,7 +49,8 @@ function(kyr_add_test name)
     endif()
     if(KYR_SANITIZE)
         set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
-            "LSAN_OPTIONS=print_suppressions=0:suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp")
+            "LSAN_OPTIONS=print_suppressions=0:suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp"
+            "UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1")
     endif()
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 120)
