@@ -57,7 +57,7 @@ void collectObjectsInModelOrder(IAssetSelection::Objects& objects, const IAssetM
 
 Zar::DataSectionPtr buildPropertyDocument(const IAssetSelection::Objects& objects)
 {
-    const Zar::DataSectionPtr root(new Zar::XMLSection("objects"));
+    Zar::DataSectionPtr root(new Zar::XMLSection("objects"));
     for (const PersistentObject& object : objects)
         writeObject(object.object(), *root);
     return root;
