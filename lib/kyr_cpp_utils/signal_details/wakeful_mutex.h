@@ -23,7 +23,8 @@ public:
     void unlock() noexcept { m_mutex.unlock(); }
 
 private:
-    void wait()
+    /// Apart from `lock`, which has to stay small enough to be inlined.
+    [[gnu::cold, gnu::noinline]] void wait()
     {
         for (int attempt = 0; attempt < 20; ++attempt) {
             // Trying without a break would keep taking the mutex's cache line from its owner.
