@@ -26,9 +26,9 @@ private:
     /// Apart from `lock`, which has to stay small enough to be inlined.
     [[gnu::cold, gnu::noinline]] void wait()
     {
-        for (int attempt = 0; attempt < 20; ++attempt) {
-            // Trying without a break would keep taking the mutex's cache line from its owner.
-            for (int step = 0; step < 8; ++step)
+        // Few attempts, far apart: each takes the mutex's cache line from its owner.
+        for (int attempt = 0; attempt < 5; ++attempt) {
+            for (int step = 0; step < 64; ++step)
                 relaxProcessor();
             if (m_mutex.try_lock())
                 return;
