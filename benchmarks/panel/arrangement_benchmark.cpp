@@ -132,8 +132,9 @@ void insertAndRemoveRowFound(benchmark::State& state)
     outline.arranger.setSortRole(Qt::DisplayRole);
     outline.arranger.finish();
     std::minstd_rand random;
+    std::uniform_int_distribution<int> groups(0, outline.model.rowCount() - 1);
     for (auto _ : state) {
-        const int group = int(random() % unsigned(outline.model.rowCount()));
+        const int group = groups(random);
         outline.model.insert(group, 1);
         outline.model.remove(group, 1);
     }

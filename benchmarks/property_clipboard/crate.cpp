@@ -75,6 +75,7 @@ const kyr::ReflectedClass& Crate::reflectedClass() const
 std::vector<std::shared_ptr<Crate>> makeCrates(int count, int seed)
 {
     std::vector<std::shared_ptr<Crate>> crates;
+    crates.reserve(std::size_t(count));
     for (int i = 0; i < count; ++i)
         crates.push_back(std::make_shared<Crate>(seed + i));
     return crates;

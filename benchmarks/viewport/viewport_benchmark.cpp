@@ -42,8 +42,8 @@ std::vector<ViewportItem> makeScene(int count)
         ViewportItem& item = items[std::size_t(i)];
         item.id = quint32(i) + 1;
         item.geometry = mesh;
-        item.transform.translate(float(i % side) * 2, float(i / side % side) * 2,
-                                 float(i / side / side) * 2);
+        const int row = i / side;
+        item.transform.translate(float(i % side) * 2, float(row % side) * 2, float(row / side) * 2);
     }
     return items;
 }
