@@ -123,7 +123,7 @@ void ArrangedTreeModel::leaveSource(const QModelIndex& parent, int first, int la
         branch->matches = false;
     // In a hierarchy the top ones take with them what is below.
     if (m_settings.arrangement == Arrangement::Hierarchy)
-        leaving.resize(std::size_t(last - first + 1));
+        leaving.resize(std::size_t(last - first) + 1);
     hide(leaving);
 }
 

@@ -29,7 +29,7 @@ SceneObjectPtr makeLight(const char* name, float x, float intensity)
 
 SceneObjectPtr makeScene()
 {
-    const SceneObjectPtr root = SceneObject::create(ObjectKind::Scene, "Stage");
+    SceneObjectPtr root = SceneObject::create(ObjectKind::Scene, "Stage");
     const SceneObjectPtr lamps = SceneObject::create(ObjectKind::Group, "Lamps");
     lamps->append(makeLight("Left", -2, 4));
     lamps->append(makeLight("Right", 2, 5));

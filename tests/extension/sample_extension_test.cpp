@@ -23,7 +23,7 @@ using lumo::datamodels::proxy::TextPredicate;
 
 SceneObjectPtr makeScene()
 {
-    const SceneObjectPtr root = SceneObject::create(ObjectKind::Scene, "Stage");
+    SceneObjectPtr root = SceneObject::create(ObjectKind::Scene, "Stage");
     const SceneObjectPtr lamps = SceneObject::create(ObjectKind::Group, "Lamps");
     lamps->append(SceneObject::create(ObjectKind::Light, "Left"));
     lamps->append(SceneObject::create(ObjectKind::Light, "Right"));
