@@ -1,6 +1,7 @@
 #include "browser_fixture.h"
 
 #include <QAbstractItemModelTester>
+#include <QAbstractProxyModel>
 #include <QStandardItemModel>
 
 using test::BrowserTest;
@@ -83,7 +84,11 @@ TEST_F(ColumnsTest, commandsDoNothingBeforeThereAreColumns)
 TEST_F(ColumnsTest, checkingALeafChoosesItsColumnInColumnOrder)
 {
     browser->setColumnsModel(&columns, &chosen);
-    const QAbstractItemModelTester tester(browser->checkableColumnsModel());
+    constexpr auto fatal = QAbstractItemModelTester::FailureReportingMode::Fatal;
+    auto* filtered = qobject_cast<QAbstractProxyModel*>(browser->checkableColumnsModel());
+    const QAbstractItemModelTester filterTester(filtered, fatal);
+    const QAbstractItemModelTester checkTester(filtered->sourceModel(), fatal);
+    const QAbstractItemModelTester selectedTester(browser->selectedColumnsModel(), fatal);
     check("rotation", true);
     check("type", true);
     check("position", true);

@@ -1,5 +1,7 @@
 #include "editor_test.h"
 
+#include <QAbstractItemModelTester>
+
 namespace test {
 
 class EditorInspectorTest : public EditorTest
@@ -34,6 +36,9 @@ protected:
     float intensity(const char* name) { return object(name)->light()->intensity; }
     float x(const char* name) { return object(name)->transform()->position.x; }
     float y(const char* name) { return object(name)->transform()->position.y; }
+
+    QAbstractItemModelTester tester{session.inspector(),
+                                    QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 
 TEST_F(EditorInspectorTest, typedNumberGoesToAllSelectedObjectsInOneStep)
