@@ -16,6 +16,13 @@ QtObject {
 
         function onSelectionChanged() { Qt.callLater(status.read); }
     }
+    // Below collapsed rows only the arranged model tells what a filter hides.
+    property Connections arrangedChanges: Connections {
+        target: status.flatModel ? status.flatModel.sourceModel : null
+
+        function onRowsInserted() { Qt.callLater(status.read); }
+        function onRowsRemoved() { Qt.callLater(status.read); }
+    }
     property Connections rowChanges: Connections {
         target: status.flatModel
 

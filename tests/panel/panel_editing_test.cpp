@@ -46,6 +46,24 @@ TEST_F(PanelEditingTest, FiltersByKeyboardAndCountsWhatItHides)
     EXPECT_EQ(predicate.text(), QString());
 }
 
+TEST_F(PanelEditingTest, CountsWhatTheFilterHidesBelowACollapsedRow)
+{
+    openFilter(house());
+    predicate.setText(QStringLiteral("o"));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window.rows() == "House Roof"; }));
+    window.press(Qt::Key_F, Qt::ControlModifier);
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Home, Qt::Key_Left})
+        window.press(key);
+    ASSERT_EQ(window.rows(), "House");
+    browser->selectionModel()->select(scene->find(QStringLiteral("Roof")),
+                                      QItemSelectionModel::ClearAndSelect);
+    const auto hidden = [this] { return window.panel()->property("hiddenSelectionCount").toInt(); };
+    window.settle();
+    EXPECT_EQ(hidden(), 0);
+    scene->setData(scene->find(QStringLiteral("Roof")), QStringLiteral("Gable"), Qt::EditRole);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return hidden() == 1; }));
+}
+
 TEST_F(PanelEditingTest, ShowsWhyAnExpressionIsNone)
 {
     openFilter(house());
