@@ -43,7 +43,8 @@ std::vector<ViewportItem> makeScene(int count)
         item.id = quint32(i) + 1;
         item.geometry = mesh;
         const int row = i / side;
-        item.transform.translate(float(i % side) * 2, float(row % side) * 2, float(row / side) * 2);
+        const int layer = row / side;
+        item.transform.translate(float(i % side) * 2, float(row % side) * 2, float(layer) * 2);
     }
     return items;
 }

@@ -25,7 +25,6 @@ TEST(EditorLogTest, keepsTheLatestMessagesOfAllThreads)
 
     const int each = LogModel::capacity;
     std::vector<std::thread> threads;
-    threads.reserve(2);
     for (int i = 0; i < 2; ++i) {
         threads.emplace_back([] {
             for (int line = 0; line < each; ++line)
