@@ -124,10 +124,6 @@ private:
             return;
         const int row = pick(size);
         const int count = 1 + pick(std::min(3, size - row));
-        for (const Item* up = to; up; up = up->parent) {
-            if (up->parent == from && up->row >= row && up->row < row + count)
-                return;
-        }
         m_scene->move(m_scene->indexOf(from), row, count, m_scene->indexOf(to),
                       pick(int(to->children.size()) + 1));
     }

@@ -48,6 +48,7 @@ public:
 
     void insert(const QModelIndex& parent, int row, std::vector<std::unique_ptr<Item>> items);
     void remove(const QModelIndex& parent, int row, int count);
+    /// Nothing when the rows would go below themselves.
     void move(const QModelIndex& from, int row, int count, const QModelIndex& to, int target);
     void sortByName();
     /// Gives the rows away, announcing nothing.

@@ -319,10 +319,6 @@ private:
             return;
         const int row = pick(size);
         const int count = 1 + pick(size - row);
-        for (const Item* up = to; up; up = up->parent) {
-            if (up->parent == from && up->row >= row && up->row < row + count)
-                return;
-        }
         m_outline.scene->move(m_outline.scene->indexOf(from), row, count,
                               m_outline.scene->indexOf(to), pick(int(to->children.size()) + 1));
     }
