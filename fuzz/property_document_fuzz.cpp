@@ -4,7 +4,7 @@
 #include <host/data_section/xml_section.h>
 #include <host/reflection/reflected_object.h>
 #include <host/variant/value_types.h>
-#include <kyr_scene_outline/property_document.h>
+#include <kyr_scene_outline/properties/property_document.h>
 #include <property_clipboard/property_bag.h>
 
 #include <QLoggingCategory>

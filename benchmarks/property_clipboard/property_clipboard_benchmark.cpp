@@ -7,8 +7,8 @@
 #include <host/clipboard/global_block.h>
 #include <host/reflection/bound_property.h>
 #include <host/scene/recorded_asset_selection.h>
-#include <kyr_scene_outline/property_text.h>
-#include <kyr_scene_outline/property_walk.h>
+#include <kyr_scene_outline/properties/property_text.h>
+#include <kyr_scene_outline/properties/property_walk.h>
 #include <kyr_scene_outline/scene_browser_data.h>
 #include <tools/common/string_utils.h>
 

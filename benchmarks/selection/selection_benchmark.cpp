@@ -4,8 +4,8 @@
 #include "wide_tree.h"
 
 #include <host/scene/recorded_asset_selection.h>
-#include <kyr_scene_outline/row_selection_model.h>
 #include <kyr_scene_outline/scene_browser_data.h>
+#include <kyr_scene_outline/selection/row_selection_model.h>
 
 #include <QCoreApplication>
 

@@ -2,7 +2,7 @@
 
 #include "selection_edits.h"
 
-#include <editor/scene/scene_commands.h>
+#include <editor/document/scene_commands.h>
 #include <kyr_scene_outline/scene_browser_data.h>
 
 namespace editor {

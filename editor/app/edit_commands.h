@@ -2,7 +2,7 @@
 
 #include "property_task.h"
 
-#include <editor/scene/scene_document.h>
+#include <editor/document/scene_document.h>
 #include <host/scene/asset_selection.h>
 
 class SceneBrowserData;

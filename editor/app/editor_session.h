@@ -11,7 +11,7 @@
 #include "viewport_binding.h"
 
 #include <editor/columns/column_choice.h>
-#include <editor/scene/scene_asset_model.h>
+#include <editor/rows/scene_asset_model.h>
 #include <host/scene/recorded_asset_selection.h>
 #include <host/undo/commit_changes_scope.h>
 #include <kyr_scene_outline/scene_browser_data.h>

@@ -2,7 +2,7 @@
 
 #include "report.h"
 
-#include <editor/scene/scene_writer.h>
+#include <editor/files/scene_writer.h>
 
 #include <QDir>
 #include <QFileDialog>

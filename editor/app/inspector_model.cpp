@@ -1,7 +1,7 @@
 #include "inspector_model.h"
 
-#include <editor/scene/display_color.h>
-#include <editor/scene/scene_commands.h>
+#include <editor/document/display_color.h>
+#include <editor/document/scene_commands.h>
 #include <host/variant/number_text.h>
 
 #include <QElapsedTimer>

@@ -3,7 +3,7 @@
 #include "inspector_property.h"
 #include "merged_value.h"
 
-#include <editor/scene/scene_document.h>
+#include <editor/document/scene_document.h>
 #include <host/scene/asset_selection.h>
 #include <host/undo/commit_changes_scope.h>
 

@@ -1,6 +1,6 @@
 #include "inspector_property.h"
 
-#include <editor/scene/property_annotations.h>
+#include <editor/document/property_annotations.h>
 #include <host/variant/variant_converter.h>
 
 #include <limits>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <editor/scene/scene_document.h>
-#include <editor/scene/scene_loader.h>
+#include <editor/document/scene_document.h>
+#include <editor/files/scene_loader.h>
 
 namespace editor {
 

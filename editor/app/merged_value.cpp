@@ -2,7 +2,7 @@
 
 #include "property_kind.h"
 
-#include <editor/scene/display_color.h>
+#include <editor/document/display_color.h>
 #include <host/variant/variant_converter.h>
 
 namespace editor {

@@ -1,6 +1,6 @@
 #include "selection_edits.h"
 
-#include <editor/scene/scene_commands.h>
+#include <editor/document/scene_commands.h>
 #include <host/undo/commit_changes_scope.h>
 
 #include <unordered_set>

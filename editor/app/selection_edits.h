@@ -1,6 +1,6 @@
 #pragma once
 
-#include <editor/scene/scene_document.h>
+#include <editor/document/scene_document.h>
 #include <host/scene/asset_selection.h>
 
 namespace editor {

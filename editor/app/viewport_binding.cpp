@@ -3,8 +3,8 @@
 #include "selection_edits.h"
 #include "viewport_items.h"
 
-#include <editor/scene/scene_commands.h>
-#include <editor/scene/transform_math.h>
+#include <editor/document/scene_commands.h>
+#include <editor/document/transform_math.h>
 
 #include <algorithm>
 #include <unordered_set>

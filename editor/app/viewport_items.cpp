@@ -1,7 +1,7 @@
 #include "viewport_items.h"
 
-#include <editor/scene/display_color.h>
-#include <editor/scene/transform_math.h>
+#include <editor/document/display_color.h>
+#include <editor/document/transform_math.h>
 
 namespace editor {
 

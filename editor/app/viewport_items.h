@@ -1,6 +1,6 @@
 #pragma once
 
-#include <editor/scene/scene_object.h>
+#include <editor/document/scene_object.h>
 #include <editor/viewport/viewport_item.h>
 
 #include <functional>

@@ -1,6 +1,6 @@
 #include "scene_columns_model.h"
 
-#include <editor/scene/property_roles.h>
+#include <editor/document/property_roles.h>
 #include <kyr_scene_outline/item_roles.h>
 
 #include <algorithm>
@@ -52,10 +52,8 @@ SceneColumnsModel::SceneColumnsModel(QObject* parent) : QAbstractItemModel(paren
 {
     const QString object = tr("Object");
     addColumn(object, {"type", tr("Type"), kyr::TypeRole, 80});
-    addColumn(object,
-              {"count", tr("Children"), kyr::CountRole, 70, false, Qt::AlignRight});
-    addColumn(object, {"modified", tr("Modified"), kyr::ModifiedRole, 70, false,
-                       Qt::AlignHCenter});
+    addColumn(object, {"count", tr("Children"), kyr::CountRole, 70, false, Qt::AlignRight});
+    addColumn(object, {"modified", tr("Modified"), kyr::ModifiedRole, 70, false, Qt::AlignHCenter});
     for (const PropertyRole& property : PropertyRoles::all().list())
         addProperty(property);
 }

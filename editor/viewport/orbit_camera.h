@@ -1,8 +1,8 @@
 #pragma once
 
-#include "box.h"
-#include "convex_volume.h"
-#include "ray.h"
+#include <editor/geometry/box.h>
+#include <editor/geometry/convex_volume.h>
+#include <editor/geometry/ray.h>
 
 #include <QPointF>
 #include <QRectF>

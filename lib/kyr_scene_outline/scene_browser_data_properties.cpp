@@ -1,9 +1,9 @@
 #include "scene_browser_data.h"
 
-#include "clipboard_transport.h"
-#include "property_copy_job.h"
-#include "property_document.h"
-#include "property_paste_job.h"
+#include "properties/clipboard_transport.h"
+#include "properties/property_copy_job.h"
+#include "properties/property_document.h"
+#include "properties/property_paste_job.h"
 
 #include <host/core/debug_message.h>
 #include <host/core/stack_tracker.h>

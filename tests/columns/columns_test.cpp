@@ -1,7 +1,7 @@
 #include <editor/columns/column_choice.h>
-#include <editor/scene/property_roles.h>
-#include <editor/scene/scene_document.h>
-#include <editor/scene/scene_item_model.h>
+#include <editor/document/property_roles.h>
+#include <editor/document/scene_document.h>
+#include <editor/rows/scene_item_model.h>
 
 #include <QAbstractItemModelTester>
 #include <QColor>

@@ -2,7 +2,7 @@
 
 #include "row_of_boxes.h"
 
-#include <editor/scene/scene_writer.h>
+#include <editor/files/scene_writer.h>
 
 #include <QClipboard>
 #include <QFile>

@@ -1,6 +1,6 @@
 #include "editor_test.h"
 
-#include <editor/scene/primitive_shapes.h>
+#include <editor/geometry/primitive_shapes.h>
 #include <kyr_scene_outline/item_roles.h>
 
 namespace test {

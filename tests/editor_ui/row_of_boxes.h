@@ -1,7 +1,7 @@
 #pragma once
 
-#include <editor/scene/primitive_shapes.h>
-#include <editor/scene/scene_object.h>
+#include <editor/document/scene_object.h>
+#include <editor/geometry/primitive_shapes.h>
 
 #include <string>
 

@@ -1,5 +1,5 @@
-#include <editor/scene/scene_asset_model.h>
-#include <editor/scene/scene_document.h>
+#include <editor/document/scene_document.h>
+#include <editor/rows/scene_asset_model.h>
 #include <host/scene/recorded_asset_selection.h>
 #include <kyr_scene_outline/abstract_filter_data.h>
 #include <kyr_scene_outline/abstract_selectable_data.h>

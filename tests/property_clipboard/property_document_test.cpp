@@ -4,10 +4,10 @@
 #include <host/data_section/xml_section.h>
 #include <host/reflection/bound_property.h>
 #include <host/variant/scene_item.h>
-#include <kyr_scene_outline/clipboard_transport.h>
-#include <kyr_scene_outline/property_document.h>
-#include <kyr_scene_outline/property_text.h>
-#include <kyr_scene_outline/property_walk.h>
+#include <kyr_scene_outline/properties/clipboard_transport.h>
+#include <kyr_scene_outline/properties/property_document.h>
+#include <kyr_scene_outline/properties/property_text.h>
+#include <kyr_scene_outline/properties/property_walk.h>
 #include <support/message_log.h>
 
 #include <gmock/gmock.h>

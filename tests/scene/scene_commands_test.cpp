@@ -1,6 +1,6 @@
 #include "scene_samples.h"
 
-#include <editor/scene/scene_commands.h>
+#include <editor/document/scene_commands.h>
 #include <host/scene/recorded_asset_selection.h>
 
 #include <gtest/gtest.h>

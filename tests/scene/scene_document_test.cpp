@@ -1,8 +1,8 @@
 #include "scene_samples.h"
 
-#include <editor/scene/grid_scene.h>
-#include <editor/scene/object_path.h>
-#include <editor/scene/transform_math.h>
+#include "grid_scene.h"
+#include <editor/document/object_path.h>
+#include <editor/document/transform_math.h>
 #include <host/undo/commit_changes_scope.h>
 
 #include <gmock/gmock.h>

@@ -1,8 +1,8 @@
 #include "scene_samples.h"
 
-#include <editor/scene/grid_scene.h>
-#include <editor/scene/property_roles.h>
-#include <editor/scene/scene_asset_model.h>
+#include "grid_scene.h"
+#include <editor/document/property_roles.h>
+#include <editor/rows/scene_asset_model.h>
 #include <kyr_scene_outline/item_roles.h>
 
 #include <QAbstractItemModelTester>

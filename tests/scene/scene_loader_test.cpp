@@ -1,7 +1,7 @@
 #include "scene_samples.h"
 
-#include <editor/scene/scene_import.h>
-#include <editor/scene/scene_loader.h>
+#include <editor/files/scene_import.h>
+#include <editor/files/scene_loader.h>
 
 #include <QDir>
 #include <QFile>

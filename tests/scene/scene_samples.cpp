@@ -1,6 +1,6 @@
 #include "scene_samples.h"
 
-#include <editor/scene/object_path.h>
+#include <editor/document/object_path.h>
 #include <host/variant/variant_converter.h>
 
 #include <sstream>

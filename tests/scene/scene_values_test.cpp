@@ -1,9 +1,9 @@
 #include "scene_samples.h"
 
-#include <editor/scene/display_color.h>
-#include <editor/scene/object_path.h>
-#include <editor/scene/primitive_shapes.h>
-#include <editor/scene/transform_math.h>
+#include <editor/document/display_color.h>
+#include <editor/document/object_path.h>
+#include <editor/document/transform_math.h>
+#include <editor/geometry/primitive_shapes.h>
 #include <host/variant/variant_converter.h>
 
 #include <support/message_log.h>

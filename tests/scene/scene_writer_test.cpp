@@ -1,10 +1,10 @@
 #include "scene_samples.h"
 
-#include <editor/scene/grid_scene.h>
-#include <editor/scene/primitive_shapes.h>
-#include <editor/scene/scene_import.h>
-#include <editor/scene/scene_writer.h>
-#include <editor/scene/transform_math.h>
+#include "grid_scene.h"
+#include <editor/document/transform_math.h>
+#include <editor/files/scene_import.h>
+#include <editor/files/scene_writer.h>
+#include <editor/geometry/primitive_shapes.h>
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include <kyr_scene_outline/row_selection_model.h>
+#include <kyr_scene_outline/selection/row_selection_model.h>
 #include <support/tree_model.h>
 
 #include <QItemSelectionModel>

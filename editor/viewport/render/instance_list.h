@@ -1,7 +1,7 @@
 #pragma once
 
-#include "../mesh_geometry.h"
 #include "instance.h"
+#include <editor/geometry/mesh_geometry.h>
 
 namespace editor {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../mesh_geometry.h"
+#include <editor/geometry/mesh_geometry.h>
 
 namespace editor {
 

@@ -1,0 +1,210 @@
+#include "property_roles.h"
+
+#include <editor/document/display_color.h>
+#include <editor/document/property_annotations.h>
+#include <editor/document/scene_object.h>
+#include <host/reflection/persistent_object.h>
+#include <host/variant/number_text.h>
+#include <host/variant/variant_converter.h>
+
+#include <algorithm>
+
+namespace editor {
+
+namespace {
+
+using Steps = std::vector<const kyr::MetaProperty*>;
+
+constexpr const char* componentNames[] = {"x", "y", "z", "w"};
+
+std::string pathOf(const Steps& steps)
+{
+    std::string path;
+    for (const kyr::MetaProperty* step : steps)
+        path += (path.empty() ? "" : ".") + step->name;
+    return path;
+}
+
+QString labelOf(const kyr::MetaProperty& property)
+{
+    const auto found = property.annotations.find(lumo::metaTypeOf<Label>().name());
+    const Label* label = found.isValid() ? found.get()->tryGet<Label>() : nullptr;
+    return QString::fromStdString(label ? label->text : property.name);
+}
+
+ChangeAspect aspectOf(const std::string& firstStep)
+{
+    if (firstStep == "visible")
+        return ChangeAspect::Visibility;
+    if (firstStep == "locked")
+        return ChangeAspect::Lock;
+    if (firstStep == "transform")
+        return ChangeAspect::Transform;
+    return firstStep == "material" ? ChangeAspect::Material : ChangeAspect::Other;
+}
+
+int componentCount(const lumo::Variant& value)
+{
+    if (value.holds<lumo::Vector2>())
+        return 2;
+    if (value.holds<lumo::Vector3>())
+        return 3;
+    return value.holds<lumo::Vector4>() ? 4 : 0;
+}
+
+float componentOf(const lumo::Variant& value, int component)
+{
+    const auto at = static_cast<std::size_t>(component);
+    if (const auto* vector = value.tryGet<lumo::Vector2>())
+        return lumo::components(*vector)[at];
+    if (const auto* vector = value.tryGet<lumo::Vector3>())
+        return lumo::components(*vector)[at];
+    return lumo::components(*value.tryGet<lumo::Vector4>())[at];
+}
+
+bool isNumber(const lumo::Variant& value)
+{
+    return value.holds<float>() || value.holds<double>() || value.holds<int>() ||
+           value.holds<unsigned>() || value.holds<long long>();
+}
+
+PropertyRole::Form formOf(const kyr::MetaProperty& property, const lumo::Variant& value)
+{
+    if (value.holds<bool>() && !property.isReadOnly && !property.isConst)
+        return PropertyRole::Form::Toggle;
+    if (value.holds<lumo::Color>())
+        return PropertyRole::Form::Color;
+    if (componentCount(value) > 0)
+        return PropertyRole::Form::Vector;
+    return isNumber(value) ? PropertyRole::Form::Number : PropertyRole::Form::Text;
+}
+
+/// What a person would write for it: 0.1 rather than 0.10000000149.
+double shownNumber(float number)
+{
+    double shown = static_cast<double>(number);
+    lumo::numberFromText(lumo::textOfNumber(number), shown);
+    return shown;
+}
+
+QVariant shownValue(const lumo::Variant& value)
+{
+    if (const auto* flag = value.tryGet<bool>())
+        return *flag;
+    if (const auto* number = value.tryGet<float>())
+        return shownNumber(*number);
+    if (const auto* number = value.tryGet<double>())
+        return *number;
+    if (const auto* number = value.tryGet<int>())
+        return *number;
+    if (const auto* number = value.tryGet<unsigned>())
+        return *number;
+    if (const auto* number = value.tryGet<long long>())
+        return *number;
+    if (const auto* color = value.tryGet<lumo::Color>())
+        return displayColor(*color);
+    if (const auto* reference = value.tryGet<kyr::PersistentObject>()) {
+        const kyr::ReflectedObject target = reference->object();
+        return target.isValid() ? QString::fromStdString(target.get()->reflectedName()) : QString();
+    }
+    std::string text;
+    lumo::VariantConverter::toText(value, text);
+    return QString::fromStdString(text);
+}
+
+} // namespace
+
+QVariant PropertyRole::value(SceneObject& object) const
+{
+    kyr::IReflected* holder = &object;
+    for (auto step = m_steps.begin(); step != m_steps.end() - 1; ++step) {
+        holder = (*step)->nested(*holder);
+        if (!holder)
+            return {};
+    }
+    const lumo::Variant value = m_steps.back()->get(*holder);
+    return m_component < 0 ? shownValue(value) : shownNumber(componentOf(value, m_component));
+}
+
+const PropertyRoles& PropertyRoles::all()
+{
+    static const PropertyRoles roles;
+    return roles;
+}
+
+PropertyRoles::PropertyRoles()
+{
+    // Which components there are depends on the kind, so there is one object of each to look at.
+    for (const ObjectKind kind :
+         {ObjectKind::Group, ObjectKind::Mesh, ObjectKind::Light, ObjectKind::Camera})
+        addObject(*SceneObject::create(kind, {}), {});
+}
+
+void PropertyRoles::addObject(kyr::IReflected& object, const Steps& steps)
+{
+    for (const kyr::MetaProperty& property : object.reflectedClass().properties) {
+        if (!property.visibility.has(kyr::meta_property::VisibilityFlag::Inspector))
+            continue;
+        Steps next = steps;
+        next.push_back(&property);
+        if (property.isValue)
+            addProperty(object, next);
+        else if (kyr::IReflected* nested = property.nested(object))
+            addObject(*nested, next);
+    }
+}
+
+void PropertyRoles::addProperty(const kyr::IReflected& holder, const Steps& steps)
+{
+    const kyr::MetaProperty& property = *steps.back();
+    PropertyRole role;
+    role.m_path = pathOf(steps);
+    if (role.m_path == "name" || contains(role.m_path))
+        return;
+    const lumo::Variant value = property.get(holder);
+    if (steps.size() > 1)
+        role.m_group = labelOf(*steps[steps.size() - 2]);
+    role.m_title = labelOf(property);
+    role.m_form = formOf(property, value);
+    role.m_steps = steps;
+    role.m_aspect = aspectOf(steps.front()->name);
+    add(role);
+    for (int i = 0; i < componentCount(value); ++i) {
+        PropertyRole component = role;
+        component.m_path += std::string(".") + componentNames[i];
+        component.m_title += QLatin1Char(' ') + QString(QLatin1String(componentNames[i])).toUpper();
+        component.m_form = PropertyRole::Form::Number;
+        component.m_component = i;
+        add(std::move(component));
+    }
+}
+
+void PropertyRoles::add(PropertyRole role)
+{
+    role.m_role = firstRole + static_cast<int>(m_list.size());
+    m_list.push_back(std::move(role));
+}
+
+bool PropertyRoles::contains(const std::string& path) const
+{
+    return std::any_of(m_list.begin(), m_list.end(),
+                       [&path](const PropertyRole& role) { return role.m_path == path; });
+}
+
+const PropertyRole* PropertyRoles::find(int role) const noexcept
+{
+    const bool isKnown = role >= firstRole && role < firstRole + static_cast<int>(m_list.size());
+    return isKnown ? &m_list[static_cast<std::size_t>(role - firstRole)] : nullptr;
+}
+
+QVector<int> PropertyRoles::changedBy(ChangeAspects aspects) const
+{
+    QVector<int> roles;
+    for (const PropertyRole& role : m_list) {
+        if (aspects.testFlag(role.m_aspect))
+            roles << role.m_role;
+    }
+    return roles;
+}
+
+} // namespace editor

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <editor/geometry/mesh_asset.h>
+
+#include <QByteArray>
+
+namespace editor {
+
+// The bundled scene format: XML whose elements are the objects.
+//
+//     <kyrscene version="1">
+//       <geometry id="1">BASE64</geometry>
+//       <scene expanded="true">
+//         <object kind="mesh" name="Wall" id="2">
+//           <transform position="0 1.5 0"/>
+//           <material baseColor="0.8 0.2 0.1 1"/>
+//           <mesh source="box 4 3 0.2"/>
+//         </object>
+//       </scene>
+//     </kyrscene>
+//
+// A property is an attribute named like it, in its text form; one that has its default value is
+// left out. A component is an element named like it. References to objects are paths.
+
+namespace kyrscene {
+
+constexpr int version = 1;
+
+/// Vertices, normals and indices, compressed.
+QByteArray encodeGeometry(const MeshGeometry& geometry);
+/// Null when the bytes are damaged.
+MeshGeometryPtr decodeGeometry(const QByteArray& bytes);
+
+} // namespace kyrscene
+} // namespace editor

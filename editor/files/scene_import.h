@@ -1,0 +1,31 @@
+#pragma once
+
+#include <editor/document/scene_object.h>
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+namespace editor {
+
+/// The outcome of reading a file: a free tree, or the reason why there is none.
+struct SceneImport
+{
+    /// Null on failure.
+    SceneObjectPtr root;
+    /// One sentence that names the file; empty when the import was stopped.
+    QString error;
+};
+
+/// Told how far an import got, from 0 to 1; answers false to stop it.
+using ImportProgress = std::function<bool(double)>;
+
+/// Reads a scene file of any known format. Re-entrant; blocks. Throws nothing. Deeply nested files
+/// need stack: run it in a thread that has some hundred megabytes of it.
+SceneImport importScene(const QString& path, const ImportProgress& progress = {});
+
+/// Patterns of the files that `importScene` reads, such as "*.gltf".
+QStringList importPatterns();
+
+} // namespace editor

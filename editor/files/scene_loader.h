@@ -1,0 +1,57 @@
+#pragma once
+
+#include <editor/document/scene_object.h>
+
+#include <QObject>
+#include <QStringList>
+
+#include <memory>
+#include <vector>
+
+class QThread;
+
+namespace editor {
+
+/// Loads scene files in a thread of its own, one at a time. Lives on the GUI thread.
+/// Each `load` ends in exactly one of `loaded`, `failed` and `canceled`.
+class SceneLoader final : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool loading READ isLoading NOTIFY loadingChanged)
+
+public:
+    explicit SceneLoader(QObject* parent = nullptr);
+    /// Cancels, and waits until the threads have noticed.
+    ~SceneLoader() override;
+
+    bool isLoading() const noexcept { return m_job != nullptr; }
+    /// Cancels the file that is being loaded first.
+    void load(const QString& path);
+    /// Reports `canceled` at once; the thread winds up by itself.
+    Q_INVOKABLE void cancel();
+
+    /// Patterns for a file dialog, such as "*.gltf".
+    static QStringList namePatterns();
+
+Q_SIGNALS:
+    void loadingChanged();
+    /// From 0 to 1.
+    void progressChanged(const QString& path, qreal progress);
+    void loaded(const editor::SceneObjectPtr& root, const QString& path);
+    /// `reason` is one sentence that names the file.
+    void failed(const QString& path, const QString& reason);
+    void canceled(const QString& path);
+
+private:
+    struct Job;
+
+    void run(Job& job);
+    void report(const Job& job, double progress);
+    void finish(const std::shared_ptr<Job>& job);
+
+    std::shared_ptr<Job> m_job;
+    // Those of canceled jobs included, as long as they run.
+    std::vector<std::shared_ptr<Job>> m_running;
+};
+
+} // namespace editor
