@@ -1,8 +1,8 @@
 #include "group_model.h"
 
 #include <host/ui/text_predicate.h>
-#include <panel/flat_tree_model.h>
-#include <panel/tree_arranger.h>
+#include <panel/rows/flat_tree_model.h>
+#include <panel/rows/tree_arranger.h>
 
 #include <QItemSelectionModel>
 

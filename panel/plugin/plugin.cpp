@@ -1,11 +1,11 @@
-#include <panel/flat_tree_model.h>
-#include <panel/icon_provider.h>
-#include <panel/outline_columns.h>
-#include <panel/row_editor.h>
-#include <panel/row_handle.h>
-#include <panel/tree_arranger.h>
-#include <panel/tree_dragger.h>
-#include <panel/tree_navigator.h>
+#include <panel/columns/outline_columns.h>
+#include <panel/gestures/row_editor.h>
+#include <panel/gestures/tree_dragger.h>
+#include <panel/gestures/tree_navigator.h>
+#include <panel/icons/icon_provider.h>
+#include <panel/rows/flat_tree_model.h>
+#include <panel/rows/row_handle.h>
+#include <panel/rows/tree_arranger.h>
 
 #include <QQmlEngine>
 #include <QQmlExtensionPlugin>

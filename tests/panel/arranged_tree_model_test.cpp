@@ -1,5 +1,5 @@
 #include <host/ui/text_predicate.h>
-#include <panel/arranged_tree_model.h>
+#include <panel/arrangement/arranged_tree_model.h>
 
 #include <QAbstractItemModelTester>
 #include <QCoreApplication>

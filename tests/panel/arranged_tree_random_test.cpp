@@ -3,7 +3,7 @@
 #include "fake_scene.h"
 
 #include <host/ui/text_predicate.h>
-#include <panel/arranged_tree_model.h>
+#include <panel/arrangement/arranged_tree_model.h>
 
 #include <QAbstractItemModelTester>
 

@@ -2,9 +2,9 @@
 
 #include "fake_scene.h"
 
-#include <panel/flat_tree_model.h>
-#include <panel/tree_arranger.h>
-#include <panel/tree_navigator.h>
+#include <panel/gestures/tree_navigator.h>
+#include <panel/rows/flat_tree_model.h>
+#include <panel/rows/tree_arranger.h>
 
 #include <host/ui/text_predicate.h>
 

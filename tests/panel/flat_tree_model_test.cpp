@@ -1,6 +1,6 @@
 #include "fake_scene.h"
 
-#include <panel/flat_tree_model.h>
+#include <panel/rows/flat_tree_model.h>
 
 #include <QAbstractItemModelTester>
 #include <QItemSelectionModel>

@@ -1,7 +1,7 @@
 #include "fake_scene.h"
 
-#include <panel/flat_tree_model.h>
-#include <panel/tree_navigator.h>
+#include <panel/gestures/tree_navigator.h>
+#include <panel/rows/flat_tree_model.h>
 
 #include <QItemSelectionModel>
 #include <QKeySequence>

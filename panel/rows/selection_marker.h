@@ -1,6 +1,6 @@
 #pragma once
 
-#include <panel/source_rows.h>
+#include <panel/rows/source_rows.h>
 
 #include <QItemSelection>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <panel/flat_tree_model.h>
+#include <panel/rows/flat_tree_model.h>
 
 #include <QMimeData>
 #include <QObject>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <panel/sort_key.h>
+#include <panel/arrangement/sort_key.h>
 
 #include <QString>
 

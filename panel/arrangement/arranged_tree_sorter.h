@@ -1,7 +1,7 @@
 #pragma once
 
-#include <panel/arranged_tree_model.h>
-#include <panel/sliced_sort.h>
+#include <panel/arrangement/arranged_tree_model.h>
+#include <panel/arrangement/sliced_sort.h>
 
 #include <optional>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <panel/arranged_row.h>
+#include <panel/arrangement/arranged_row.h>
 
 #include <panel/kyr_scene_outline_panel_export.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <panel/arranged_tree_model.h>
-#include <panel/flat_tree_model.h>
+#include <panel/arrangement/arranged_tree_model.h>
+#include <panel/rows/flat_tree_model.h>
 
 #include <QObject>
 #include <QPointer>

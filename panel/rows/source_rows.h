@@ -1,6 +1,6 @@
 #pragma once
 
-#include <panel/row_tree.h>
+#include <panel/rows/row_tree.h>
 
 #include <QItemSelection>
 #include <QPersistentModelIndex>

@@ -1,6 +1,6 @@
 #include "tree_dragger.h"
 
-#include "arranged_tree_model.h"
+#include <panel/arrangement/arranged_tree_model.h>
 
 #include <algorithm>
 #include <vector>

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <panel/expansion_memory.h>
-#include <panel/row_reader.h>
-#include <panel/row_walk.h>
-#include <panel/selection_marker.h>
-#include <panel/source_rows.h>
+#include <panel/rows/expansion_memory.h>
+#include <panel/rows/row_reader.h>
+#include <panel/rows/row_walk.h>
+#include <panel/rows/selection_marker.h>
+#include <panel/rows/source_rows.h>
 
 #include <QDeadlineTimer>
 #include <QItemSelectionModel>

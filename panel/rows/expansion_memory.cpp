@@ -1,6 +1,6 @@
 #include "expansion_memory.h"
 
-#include "arranged_tree_model.h"
+#include <panel/arrangement/arranged_tree_model.h>
 
 namespace kyr::panel {
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <panel/arranged_tree_model.h>
-#include <panel/expansion_memory.h>
-#include <panel/rows_replacement.h>
-#include <panel/source_rows.h>
+#include <panel/arrangement/arranged_tree_model.h>
+#include <panel/rows/expansion_memory.h>
+#include <panel/rows/rows_replacement.h>
+#include <panel/rows/source_rows.h>
 
 #include <panel/kyr_scene_outline_panel_export.h>
 

@@ -1,6 +1,6 @@
 #include "type_ahead.h"
 
-#include "flat_tree_model.h"
+#include <panel/rows/flat_tree_model.h>
 
 namespace kyr::panel {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <panel/flat_tree_model.h>
-#include <panel/type_ahead.h>
+#include <panel/gestures/type_ahead.h>
+#include <panel/rows/flat_tree_model.h>
 
 #include <QObject>
 #include <QPersistentModelIndex>
