@@ -82,6 +82,7 @@ Item {
                     color: "white"
                     font.pixelSize: 11
                     font.bold: true
+                    textFormat: Text.PlainText
                 }
 
                 TapHandler {

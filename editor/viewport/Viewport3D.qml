@@ -111,6 +111,7 @@ FocusScope {
         color: view.textColor
         opacity: 0.65
         font.pixelSize: 11
+        textFormat: Text.PlainText
     }
 
     ViewportHints {

@@ -40,6 +40,7 @@ Row {
                     color: hints.textColor
                     opacity: 0.8
                     font.pixelSize: 11
+                    textFormat: Text.PlainText
                 }
             }
 
@@ -49,6 +50,7 @@ Row {
                 color: hints.textColor
                 opacity: 0.65
                 font.pixelSize: 11
+                textFormat: Text.PlainText
             }
         }
     }

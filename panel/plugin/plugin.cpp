@@ -6,6 +6,7 @@
 #include <panel/rows/flat_tree_model.h>
 #include <panel/rows/row_handle.h>
 #include <panel/rows/tree_arranger.h>
+#include <panel/texts/display_text.h>
 
 #include <QQmlEngine>
 #include <QQmlExtensionPlugin>
@@ -27,6 +28,9 @@ public:
         qmlRegisterType<RowHandle>(uri, 1, 0, "RowHandle");
         qmlRegisterType<TreeArranger>(uri, 1, 0, "TreeArranger");
         qmlRegisterType<TreeDragger>(uri, 1, 0, "TreeDragger");
+        qmlRegisterSingletonType<DisplayText>(
+            uri, 1, 0, "DisplayText",
+            [](QQmlEngine*, QJSEngine*) -> QObject* { return new DisplayText; });
     }
 
     void initializeEngine(QQmlEngine* engine, const char*) override

@@ -26,6 +26,7 @@ FocusScope {
         text: chooserList.title
         color: chooserList.style.dimText
         font.pixelSize: chooserList.style.pixelSize
+        textFormat: Text.PlainText
     }
     Rectangle {
         anchors { fill: parent; topMargin: heading.height + chooserList.style.spacing }
@@ -58,6 +59,7 @@ FocusScope {
             text: chooserList.emptyText
             color: chooserList.style.faintText
             font.pixelSize: chooserList.style.pixelSize
+            textFormat: Text.PlainText
         }
     }
 }

@@ -1,4 +1,5 @@
 import QtQuick 2.15
+import Kyr.SceneOutline 1.0
 
 // One column in the chooser: a check box, or a button that removes it.
 Rectangle {
@@ -63,7 +64,7 @@ Rectangle {
             rightMargin: row.style.buttonWidth
             verticalCenter: parent.verticalCenter
         }
-        text: row.title
+        text: DisplayText.oneLine(row.title)
         color: row.group ? row.style.dimText : row.style.text
         font { pixelSize: row.style.pixelSize; bold: row.group }
         elide: Text.ElideRight

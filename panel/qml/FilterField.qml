@@ -70,6 +70,7 @@ PanelTextField {
             text: ".*"
             color: expressionSwitch.on ? field.style.text : field.style.dimText
             font { pixelSize: field.style.pixelSize; bold: expressionSwitch.on }
+            textFormat: Text.PlainText
         }
         MouseArea {
             id: switchArea

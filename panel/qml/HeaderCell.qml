@@ -1,4 +1,5 @@
 import QtQuick 2.15
+import Kyr.SceneOutline 1.0
 
 // One title of the header. It only asks: sorting, moving and resizing are the header's business.
 Item {
@@ -58,7 +59,7 @@ Item {
             rightMargin: cell.style.spacing + (mark.visible ? mark.width - 4 : 0)
             verticalCenter: parent.verticalCenter
         }
-        text: cell.title
+        text: DisplayText.oneLine(cell.title)
         color: cell.sorts ? cell.style.text : cell.style.dimText
         font.pixelSize: cell.style.pixelSize
         horizontalAlignment: cell.alignment

@@ -1,4 +1,5 @@
 import QtQuick 2.15
+import Kyr.SceneOutline 1.0
 
 // What a row has in one column: a text, a number, a colour, or a bool to click on.
 Item {
@@ -21,7 +22,8 @@ Item {
 
         anchors { fill: parent; leftMargin: cell.style.spacing; rightMargin: cell.style.spacing }
         visible: cell.text !== ""
-        text: cell.text
+        text: DisplayText.oneLine(cell.text)
+        clip: DisplayText.mayReachOut(text)
         color: cell.dimmed ? cell.style.faintText : cell.style.dimText
         font.pixelSize: cell.style.pixelSize
         horizontalAlignment: cell.alignment

@@ -60,6 +60,7 @@ FocusScope {
         text: qsTr("Count")
         color: header.style.dimText
         font.pixelSize: header.style.pixelSize
+        textFormat: Text.PlainText
     }
     Repeater {
         model: header.columns.columns

@@ -1,4 +1,5 @@
 import QtQuick 2.15
+import Kyr.SceneOutline 1.0
 
 // One row of the tree. It only shows: the mouse is the tree's business.
 Item {
@@ -15,6 +16,7 @@ Item {
     property int cellCursor: -1
 
     readonly property string name: model.display === undefined ? "" : model.display
+    readonly property string shownName: DisplayText.oneLine(name)
     readonly property string type: model.type === undefined ? "" : model.type
     // A row that waits for its next use has no values at all.
     readonly property bool selected: model.selected === true
@@ -52,6 +54,8 @@ Item {
 
     objectName: "row_" + name
     implicitHeight: style.rowHeight
+    // Piled marks stay off other rows. Seldom, for it keeps rows from being drawn together.
+    clip: DisplayText.mayReachOut(shownName)
 
     Accessible.role: Accessible.TreeItem
     Accessible.name: name
@@ -116,7 +120,7 @@ Item {
             rightMargin: row.style.spacing - row.layout.nameRight
             verticalCenter: parent.verticalCenter
         }
-        text: row.name
+        text: row.shownName
         color: !row.dimmed ? row.style.text
                            : model.selected ? row.style.dimText : row.style.faintText
         font.pixelSize: row.style.pixelSize
@@ -140,6 +144,7 @@ Item {
         text: model.count ? model.count : ""
         color: row.style.alpha(row.style.text, 0.5)
         font.pixelSize: row.style.pixelSize - 1
+        textFormat: Text.PlainText
     }
 
     Repeater {

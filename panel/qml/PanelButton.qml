@@ -19,6 +19,7 @@ Button {
         color: button.enabled ? button.style.text : button.style.faintText
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
+        textFormat: Text.PlainText
     }
     background: Rectangle {
         radius: 3

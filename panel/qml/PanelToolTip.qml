@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
+import Kyr.SceneOutline 1.0
 
 ToolTip {
     id: toolTip
@@ -11,10 +12,11 @@ ToolTip {
     margins: 4
 
     contentItem: Text {
-        text: toolTip.text
+        text: DisplayText.excerpt(toolTip.text)
         color: toolTip.style.text
         font.pixelSize: toolTip.style.pixelSize
         wrapMode: Text.Wrap
+        textFormat: Text.PlainText
     }
     background: Rectangle {
         color: toolTip.style.header

@@ -103,7 +103,7 @@ Item {
             id: dragged
 
             anchors.centerIn: parent
-            text: area.dragger.count === 1 ? area.dragger.name
+            text: area.dragger.count === 1 ? DisplayText.oneLine(area.dragger.name)
                                            : qsTr("%1 objects").arg(area.dragger.count)
             color: area.dragger.allowed ? area.style.text : area.style.faintText
             font.pixelSize: area.style.pixelSize

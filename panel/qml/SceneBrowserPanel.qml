@@ -241,6 +241,7 @@ FocusScope {
         text: arranger.model !== panel.model ? qsTr("Nothing found") : panel.emptyText
         color: panel.style.faintText
         font.pixelSize: panel.style.pixelSize
+        textFormat: Text.PlainText
     }
     PanelSlot {
         id: footerSlot

@@ -3,6 +3,7 @@
 #include "editor_test.h"
 
 #include <QSettings>
+#include <QTcpServer>
 
 #include <memory>
 
@@ -217,6 +218,71 @@ TEST_F(EditorBrowserTest, duplicatesAreSelectedAndOneStep)
     key(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(session.document()->objectCount(), 5);
     EXPECT_EQ(selection(), QStringList({"Lamps"}));
+}
+
+/// Texts below an object, in menus and popups too, whether they show or not.
+void collectTexts(QObject* of, QSet<QObject*>& seen, std::vector<QObject*>& texts)
+{
+    if (!of || seen.contains(of))
+        return;
+    seen.insert(of);
+    const auto* text = qobject_cast<QQuickItem*>(of);
+    // Styles leave headers behind that a dialog has replaced, without a place.
+    if (text && text->parentItem() && of->inherits("QQuickText") &&
+        !of->inherits("QQuickPlaceholderText"))
+        texts.push_back(of);
+    for (QObject* child : of->children())
+        collectTexts(child, seen, texts);
+    if (!text)
+        return;
+    for (QQuickItem* child : text->childItems())
+        collectTexts(child, seen, texts);
+}
+
+TEST_F(EditorBrowserTest, markupInNamesIsNeitherShownNorFetched)
+{
+    QTcpServer server;
+    ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+    int requests = 0;
+    QObject::connect(&server, &QTcpServer::newConnection, [&] { ++requests; });
+    const QString name = QStringLiteral("<img src=\"http://127.0.0.1:%1/x.png\"> & a long name")
+                             .arg(server.serverPort());
+    click(rowPoint("Near"));
+    session.document()->rename(object("Near"), name);
+    QQuickItem* row = rowItem(name.toUtf8());
+    moveTo(centre(row));
+    ASSERT_TRUE(QTest::qWaitFor([row] { return row->property("elided").toBool(); }));
+    moveTo(centre(row) + QPoint(5, 0));
+    const auto tipShows = [&] {
+        QSet<QObject*> seen;
+        std::vector<QObject*> texts;
+        collectTexts(window, seen, texts);
+        return std::any_of(texts.begin(), texts.end(), [&](QObject* text) {
+            auto* item = qobject_cast<QQuickItem*>(text);
+            return text->property("text") == name && item && item->isVisible() &&
+                   item->property("wrapMode").toInt() != 0;
+        });
+    };
+    EXPECT_TRUE(QTest::qWaitFor(tipShows)) << "the tool tip shows the name as it is";
+    // Steps are called by the name that was.
+    session.document()->rename(object(name.toUtf8()), QStringLiteral("Near"));
+    key(Qt::Key_E, Qt::AltModifier);
+    QTest::qWait(50);
+    EXPECT_EQ(requests, 0);
+
+    QSet<QObject*> seen;
+    std::vector<QObject*> texts;
+    collectTexts(window, seen, texts);
+    EXPECT_GT(texts.size(), 100u);
+    int undoTexts = 0;
+    for (QObject* text : texts) {
+        const QString shown = text->property("text").toString();
+        undoTexts +=
+            shown.contains(QStringLiteral("img")) && shown.contains(QStringLiteral("Undo"));
+        EXPECT_EQ(text->property("textFormat").toInt(), int(Qt::PlainText))
+            << text->metaObject()->className() << ' ' << shown.toStdString();
+    }
+    EXPECT_GE(undoTexts, 1) << "menu and status name the step";
 }
 
 } // namespace test

@@ -123,6 +123,7 @@ public:
     {
         QTest::keyClick(m_view.get(), key, modifiers);
     }
+    QImage grab() { return m_view->grabWindow(); }
     /// Lets what was put off until the event loop happen.
     void settle() { QTest::qWait(1); }
 

@@ -27,6 +27,7 @@ AbstractButton {
             color: theme.text
             opacity: field.enabled ? 1 : 0.5
             font { pixelSize: 12; bold: true }
+            textFormat: Text.PlainText
         }
     }
 }

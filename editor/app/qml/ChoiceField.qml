@@ -28,6 +28,7 @@ ComboBox {
         font: field.font
         elide: Text.ElideRight
         verticalAlignment: Text.AlignVCenter
+        textFormat: Text.PlainText
     }
     background: FieldBackground {
         focused: field.visualFocus || field.down || field.hovered

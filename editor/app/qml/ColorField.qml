@@ -25,6 +25,7 @@ Item {
             text: "–"
             color: parent.color.hslLightness > 0.5 ? "black" : "white"
             font.pixelSize: 12
+            textFormat: Text.PlainText
         }
         MouseArea {
             id: mouse
@@ -46,6 +47,7 @@ Item {
         text: line.mixed ? "" : field.code
         color: theme.dimText
         font.pixelSize: 11
+        textFormat: Text.PlainText
     }
     ColorDialog {
         id: dialog

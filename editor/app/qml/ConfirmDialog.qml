@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
+import Kyr.SceneOutline 1.0
 
 // Asks what to do with unsaved changes before they would be lost.
 EditorDialog {
@@ -17,7 +18,7 @@ EditorDialog {
 
     Label {
         width: dialog.availableWidth
-        text: qsTr("Save the changes to “%1”?").arg(session.document.title)
+        text: qsTr("Save the changes to “%1”?").arg(DisplayText.oneLine(session.document.title))
         wrapMode: Text.Wrap
         textFormat: Text.PlainText
     }

@@ -16,6 +16,7 @@ Button {
         opacity: button.enabled ? 1 : 0.5
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
+        textFormat: Text.PlainText
     }
     background: Rectangle {
         radius: 3

@@ -16,6 +16,7 @@ Dialog {
         bottomPadding: 0
         font { pixelSize: 14; bold: true }
         elide: Text.ElideRight
+        textFormat: Text.PlainText
     }
     footer: DialogButtonBox {
         padding: 20

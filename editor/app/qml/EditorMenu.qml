@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
+import QtQuick.Controls.impl 2.15
 
 // A menu that shows the shortcuts of its actions and is as wide as it needs to be.
 Menu {
@@ -14,6 +15,17 @@ Menu {
         rightPadding: 12 + (shortcutText ? shortcut.implicitWidth + 24 : 0)
         font.pixelSize: 12
 
+        // Names of objects are in undo texts, and the usual content would take them for markup.
+        contentItem: MnemonicLabel {
+            leftPadding: item.checkable ? item.indicator.width + item.spacing : 0
+            text: item.text
+            font: item.font
+            color: item.highlighted ? theme.palette.highlightedText : theme.text
+            opacity: item.enabled ? 1 : 0.5
+            verticalAlignment: Text.AlignVCenter
+            textFormat: Text.PlainText
+        }
+
         Text {
             id: shortcut
 
@@ -22,6 +34,7 @@ Menu {
             font: item.font
             color: item.highlighted ? theme.palette.highlightedText : theme.dimText
             opacity: item.enabled ? 1 : 0.5
+            textFormat: Text.PlainText
         }
     }
 

@@ -1,5 +1,7 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
+import QtQuick.Controls.impl 2.15
+import Kyr.SceneOutline 1.0
 
 MenuBar {
     id: bar
@@ -15,12 +17,25 @@ MenuBar {
     signal renameRequested
     signal helpRequested
 
+    // An ampersand in a name is no mnemonic.
+    function plain(name) {
+        return DisplayText.oneLine(name).replace(/&/g, "&&");
+    }
+
     font.pixelSize: 12
 
     // A bar whose open item counts as hovered stays in its menu mode when Escape closes the menu, and
     // the next click only ends that mode.
     delegate: MenuBarItem {
+        id: item
+
         hoverEnabled: !(menu && menu.visible)
+        contentItem: MnemonicLabel {
+            text: item.text
+            font: item.font
+            color: item.highlighted ? theme.palette.highlightedText : theme.text
+            textFormat: Text.PlainText
+        }
     }
 
     EditorMenu {
@@ -54,14 +69,14 @@ MenuBar {
         title: qsTr("&Edit")
 
         Action {
-            text: session.undoStatus.canUndo ? qsTr("&Undo %1").arg(session.undoStatus.undoName)
+            text: session.undoStatus.canUndo ? qsTr("&Undo %1").arg(bar.plain(session.undoStatus.undoName))
                                              : qsTr("&Undo")
             shortcut: "Ctrl+Z"
             enabled: session.undoStatus.canUndo
             onTriggered: session.undoStatus.undo()
         }
         Action {
-            text: session.undoStatus.canRedo ? qsTr("&Redo %1").arg(session.undoStatus.redoName)
+            text: session.undoStatus.canRedo ? qsTr("&Redo %1").arg(bar.plain(session.undoStatus.redoName))
                                              : qsTr("&Redo")
             shortcut: "Ctrl+Shift+Z"
             enabled: session.undoStatus.canRedo

@@ -46,6 +46,7 @@ EditorDialog {
                 font.bold: heading
                 topPadding: heading && index > 1 ? 8 : 0
                 color: index % 2 || heading ? theme.text : theme.dimText
+                textFormat: Text.PlainText
             }
         }
     }

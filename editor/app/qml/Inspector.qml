@@ -26,6 +26,7 @@ Rectangle {
         text: qsTr("Select an object to see its properties")
         color: theme.dimText
         font.pixelSize: 12
+        textFormat: Text.PlainText
     }
     ListView {
         id: list

@@ -34,6 +34,7 @@ Item {
         }
         color: theme.text
         font { pixelSize: 12; bold: true }
+        textFormat: Text.PlainText
     }
     MouseArea {
         id: mouse

@@ -33,7 +33,7 @@ PaneHeader {
                 rightMargin: 8
                 verticalCenter: parent.verticalCenter
             }
-            text: header.status.primaryName
+            text: DisplayText.oneLine(header.status.primaryName)
             color: theme.text
             font { pixelSize: 12; bold: true }
             elide: Text.ElideRight
@@ -48,6 +48,7 @@ PaneHeader {
             text: qsTr("+ %1 more").arg((header.status.count - 1).toLocaleString(Qt.locale(), "f", 0))
             color: theme.dimText
             font.pixelSize: 11
+            textFormat: Text.PlainText
         }
     }
 }

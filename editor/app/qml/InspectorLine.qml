@@ -43,6 +43,7 @@ Item {
         color: theme.dimText
         font.pixelSize: 12
         elide: Text.ElideRight
+        textFormat: Text.PlainText
     }
     Loader {
         id: loader

@@ -72,6 +72,7 @@ Rectangle {
                 font.pixelSize: 11
                 topPadding: 2
                 bottomPadding: 2
+                textFormat: Text.PlainText
             }
             Text {
                 width: parent.width - x - 16

@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
+import Kyr.SceneOutline 1.0
 
 // Tells that something did not work, and why.
 EditorDialog {
@@ -9,7 +10,7 @@ EditorDialog {
 
     function show(heading, reason) {
         title = heading;
-        text = reason;
+        text = DisplayText.excerpt(reason);
         open();
     }
 

@@ -65,6 +65,7 @@ Item {
         color: field.prefixColor
         font { pixelSize: 10; bold: true }
         opacity: field.readOnly ? 0.6 : 1
+        textFormat: Text.PlainText
     }
     TextInput {
         id: input
@@ -129,6 +130,7 @@ Item {
         text: field.unit
         color: theme.dimText
         font.pixelSize: 11
+        textFormat: Text.PlainText
     }
     MouseArea {
         id: mouse

@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
+import Kyr.SceneOutline 1.0
 
 // A flat button for a PaneHeader or a bar.
 AbstractButton {
@@ -13,9 +14,12 @@ AbstractButton {
     hoverEnabled: true
 
     Accessible.name: description || text
-    ToolTip.visible: hovered && description
-    ToolTip.delay: 500
-    ToolTip.text: description
+
+    PanelToolTip {
+        style: PanelStyle {}
+        text: button.description
+        visible: button.hovered && text !== ""
+    }
 
     contentItem: Text {
         id: label
@@ -26,6 +30,7 @@ AbstractButton {
         font.pixelSize: 11
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
+        textFormat: Text.PlainText
     }
     background: Rectangle {
         color: theme.text

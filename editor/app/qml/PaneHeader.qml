@@ -23,6 +23,7 @@ Rectangle {
         color: theme.dimText
         font.pixelSize: 12
         elide: Text.ElideRight
+        textFormat: Text.PlainText
     }
     Row {
         id: row

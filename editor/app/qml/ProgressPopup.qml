@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
+import Kyr.SceneOutline 1.0
 
 // Takes all input while something is running, and shows its progress once that takes long enough
 // to notice. Escape cancels.
@@ -56,7 +57,7 @@ Popup {
 
             Text {
                 width: parent.width
-                text: popup.text
+                text: DisplayText.oneLine(popup.text)
                 color: theme.text
                 font.pixelSize: 13
                 elide: Text.ElideMiddle

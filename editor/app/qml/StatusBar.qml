@@ -1,4 +1,5 @@
 import QtQuick 2.15
+import Kyr.SceneOutline 1.0
 
 // What is selected, what the last command did, and the state of the scene.
 Rectangle {
@@ -9,7 +10,7 @@ Rectangle {
     signal logRequested
 
     function show(text) {
-        message.text = text;
+        message.text = DisplayText.oneLine(text);
         messageTimer.restart();
     }
 
@@ -29,6 +30,7 @@ Rectangle {
         text: bar.selectionText
         color: theme.text
         font.pixelSize: 12
+        textFormat: Text.PlainText
     }
     Text {
         id: primary
@@ -40,7 +42,7 @@ Rectangle {
             verticalCenter: parent.verticalCenter
         }
         width: Math.min(implicitWidth, 220)
-        text: session.selectionStatus.primaryName
+        text: DisplayText.oneLine(session.selectionStatus.primaryName)
         color: theme.dimText
         font.pixelSize: 12
         elide: Text.ElideMiddle
@@ -78,15 +80,17 @@ Rectangle {
         Text {
             anchors.verticalCenter: parent.verticalCenter
             visible: text
-            text: session.undoStatus.undoName ? qsTr("Undo: %1").arg(session.undoStatus.undoName) : ""
+            text: session.undoStatus.undoName ? qsTr("Undo: %1").arg(DisplayText.oneLine(session.undoStatus.undoName)) : ""
             color: theme.dimText
             font.pixelSize: 12
+            textFormat: Text.PlainText
         }
         Text {
             anchors.verticalCenter: parent.verticalCenter
             text: session.document.modified ? qsTr("Modified") : qsTr("Saved")
             color: session.document.modified ? theme.warning : theme.dimText
             font.pixelSize: 12
+            textFormat: Text.PlainText
         }
         Text {
             anchors.verticalCenter: parent.verticalCenter
@@ -94,6 +98,7 @@ Rectangle {
                 : qsTr("%1 objects").arg(Number(session.document.objectCount).toLocaleString(Qt.locale(), "f", 0))
             color: theme.dimText
             font.pixelSize: 12
+            textFormat: Text.PlainText
         }
         PaneButton {
             anchors.verticalCenter: parent.verticalCenter

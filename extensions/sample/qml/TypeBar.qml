@@ -27,6 +27,7 @@ Rectangle {
         color: bar.style.text
         font.pixelSize: bar.style.pixelSize
         elide: Text.ElideRight
+        textFormat: Text.PlainText
     }
     Row {
         id: types
@@ -64,6 +65,7 @@ Rectangle {
                     text: type.count.toLocaleString(Qt.locale(), "f", 0)
                     color: bar.style.dimText
                     font.pixelSize: bar.style.pixelSize
+                    textFormat: Text.PlainText
                 }
             }
         }
