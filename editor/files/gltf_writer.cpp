@@ -1,172 +1,132 @@
 #include "gltf_writer.h"
 
-#include "gltf_container.h"
-#include "gltf_scene.h"
+#include "gltf_json.h"
+#include "gltf_plan.h"
 
 #include <QCoreApplication>
-#include <QJsonArray>
-#include <QtMath>
+#include <QtEndian>
 
-#include <assimp/Exporter.hpp>
-#include <assimp/scene.h>
-
-#include <algorithm>
+#include <limits>
 
 namespace editor {
 
 namespace {
 
-// The exporter recurses.
-constexpr int deepestTree = 2000;
-constexpr float smallestAngle = 0.001f;
+constexpr double jsonShare = 0.5;
+// A multiple of what Base64 takes at once.
+constexpr int pieceBytes = 3 * 64 * 1024;
 
-QString tr(const char* text)
+// The layout of glTF 2.0, chapter "Binary glTF Layout".
+constexpr quint32 magic = 0x46546C67;
+constexpr quint32 version = 2;
+constexpr quint32 jsonChunk = 0x4E4F534A;
+constexpr quint32 binaryChunk = 0x004E4942;
+constexpr std::uint64_t headerSize = 12;
+constexpr std::uint64_t chunkHeaderSize = 8;
+
+std::uint64_t padded(std::uint64_t size)
 {
-    return QCoreApplication::translate("editor::SceneWriter", text);
+    return (size + 3) / 4 * 4;
 }
 
-bool isTooDeep(const SceneObject& root)
-{
-    std::vector<std::pair<const SceneObject*, int>> open{{&root, 0}};
-    while (!open.empty()) {
-        const auto [object, depth] = open.back();
-        open.pop_back();
-        if (depth > deepestTree)
-            return true;
-        for (const SceneObjectPtr& child : object->children())
-            open.emplace_back(child.get(), depth + 1);
-    }
-    return false;
-}
-
-/// Adds what the exporter leaves out: lights and cameras.
-class SceneExtras
+/// Gathers the bytes of the buffer and hands them on in pieces.
+class BufferOutput
 {
 public:
-    explicit SceneExtras(QJsonObject& document)
-        : m_document(document), m_nodes(document[QLatin1String("nodes")].toArray())
-    {}
-
-    void add(const SceneObject& root)
+    BufferOutput(SceneOutput& output, bool asText) : m_output(output), m_asText(asText)
     {
-        const QJsonArray scenes = m_document[QLatin1String("scenes")].toArray();
-        const QJsonArray roots = scenes.first().toObject()[QLatin1String("nodes")].toArray();
-        // The exporter keeps nodes and their children in the order of the objects.
-        std::vector<std::pair<const SceneObject*, int>> open{{&root, roots.first().toInt()}};
-        while (!open.empty()) {
-            const auto [object, node] = open.back();
-            open.pop_back();
-            addTo(node, *object);
-            const QJsonArray children =
-                m_nodes[node].toObject()[QLatin1String("children")].toArray();
-            for (int i = 0; i < children.size(); ++i)
-                open.emplace_back(object->children()[std::size_t(i)].get(), children[i].toInt());
-        }
-        finish();
+        m_piece.reserve(pieceBytes);
+    }
+
+    void write(const QVector3D& vector)
+    {
+        for (int axis = 0; axis < 3; ++axis)
+            writeWord(qToLittleEndian(vector[axis]));
+    }
+    void write(quint32 index) { writeWord(qToLittleEndian(index)); }
+    void flush()
+    {
+        const QByteArray bytes = m_asText ? m_piece.toBase64() : m_piece;
+        m_output.write(bytes.constData(), std::size_t(bytes.size()));
+        m_piece.resize(0);
     }
 
 private:
-    void addTo(int index, const SceneObject& object)
+    template <typename Word>
+    void writeWord(Word word)
     {
-        if (!object.light() && !object.camera())
-            return;
-        QJsonObject node = m_nodes[index].toObject();
-        if (object.camera()) {
-            node[QLatin1String("camera")] = m_cameras.size();
-            m_cameras.append(cameraJson(*object.camera()));
-        } else {
-            const QJsonObject reference{{QStringLiteral("light"), m_lights.size()}};
-            node[QLatin1String("extensions")] = QJsonObject{{m_extension, reference}};
-            m_lights.append(lightJson(object));
-        }
-        m_nodes[index] = node;
+        static_assert(sizeof word == 4);
+        m_piece.append(reinterpret_cast<const char*>(&word), sizeof word);
+        if (m_piece.size() >= pieceBytes)
+            flush();
     }
 
-    static QJsonObject cameraJson(const CameraComponent& camera)
-    {
-        const QJsonObject perspective{
-            {QStringLiteral("yfov"), qDegreesToRadians(camera.fieldOfView)},
-            {QStringLiteral("znear"), camera.nearPlane},
-            {QStringLiteral("zfar"), camera.farPlane}};
-        return {{QStringLiteral("type"), QStringLiteral("perspective")},
-                {QStringLiteral("perspective"), perspective}};
-    }
-
-    static QJsonObject lightJson(const SceneObject& object)
-    {
-        const LightComponent& light = *object.light();
-        QJsonObject json{
-            {QStringLiteral("name"), object.displayName()},
-            {QStringLiteral("color"), QJsonArray{light.color.r, light.color.g, light.color.b}},
-            {QStringLiteral("intensity"), light.intensity}};
-        if (light.range > 0)
-            json[QLatin1String("range")] = light.range;
-        switch (light.type) {
-        case LightType::Directional:
-            json[QLatin1String("type")] = QStringLiteral("directional");
-            break;
-        case LightType::Spot: {
-            // The format wants the inner angle below the outer one.
-            const float outer = std::max(qDegreesToRadians(light.outerAngle), smallestAngle);
-            const float inner = std::min(qDegreesToRadians(light.innerAngle), outer * 0.999f);
-            json[QLatin1String("type")] = QStringLiteral("spot");
-            json[QLatin1String("spot")] = QJsonObject{{QStringLiteral("innerConeAngle"), inner},
-                                                      {QStringLiteral("outerConeAngle"), outer}};
-            break;
-        }
-        case LightType::Point:
-        case LightType::Area:
-            json[QLatin1String("type")] = QStringLiteral("point");
-            break;
-        }
-        return json;
-    }
-
-    void finish()
-    {
-        m_document[QLatin1String("nodes")] = m_nodes;
-        if (!m_cameras.isEmpty())
-            m_document[QLatin1String("cameras")] = m_cameras;
-        if (m_lights.isEmpty())
-            return;
-        QJsonArray used = m_document[QLatin1String("extensionsUsed")].toArray();
-        used.append(m_extension);
-        m_document[QLatin1String("extensionsUsed")] = used;
-        QJsonObject extensions = m_document[QLatin1String("extensions")].toObject();
-        extensions[m_extension] = QJsonObject{{QStringLiteral("lights"), m_lights}};
-        m_document[QLatin1String("extensions")] = extensions;
-    }
-
-    const QString m_extension = QStringLiteral("KHR_lights_punctual");
-    QJsonObject& m_document;
-    QJsonArray m_nodes;
-    QJsonArray m_lights;
-    QJsonArray m_cameras;
+    SceneOutput& m_output;
+    bool m_asText;
+    QByteArray m_piece;
 };
+
+void writeBuffer(const GltfPlan& plan, bool asText, SceneOutput& output)
+{
+    BufferOutput buffer(output, asText);
+    for (const GltfPlan::Geometry& geometry : plan.geometries) {
+        for (const MeshGeometry::Vertex& vertex : geometry.geometry->vertices()) {
+            buffer.write(vertex.position);
+            buffer.write(vertex.normal);
+        }
+        for (const quint32 index : geometry.geometry->indices())
+            buffer.write(index);
+    }
+    buffer.flush();
+}
+
+void writeWords(SceneOutput& output, std::initializer_list<quint32> words)
+{
+    for (const quint32 word : words) {
+        const quint32 little = qToLittleEndian(word);
+        output.write(&little, sizeof little);
+    }
+}
+
+void writeContainer(const GltfPlan& plan, std::string json, SceneOutput& output)
+{
+    json.resize(padded(json.size()), ' ');
+    // Of whole words, and so without padding.
+    const std::uint64_t binary = plan.bufferBytes;
+    const std::uint64_t size =
+        headerSize + chunkHeaderSize + json.size() + (binary > 0 ? chunkHeaderSize + binary : 0);
+    if (size > std::numeric_limits<quint32>::max())
+        throw WriteFailure{QCoreApplication::translate(
+            "editor::SceneWriter", "it takes more than 4 GB, which this format cannot hold")};
+    writeWords(output, {magic, version, quint32(size), quint32(json.size()), jsonChunk});
+    output.write(json.data(), json.size());
+    if (binary > 0) {
+        writeWords(output, {quint32(binary), binaryChunk});
+        writeBuffer(plan, false, output);
+    }
+}
+
+void writeText(const GltfPlan& plan, const GltfJson& json, SceneOutput& output)
+{
+    output.write(json.text.data(), json.dataPosition);
+    if (json.dataPosition > 0)
+        writeBuffer(plan, true, output);
+    output.write(json.text.data() + json.dataPosition, json.text.size() - json.dataPosition);
+}
 
 } // namespace
 
-QByteArray toGltf(const SceneObject& root, bool binary, QString& error)
+void writeGltf(const SceneObject& root, bool binary, SceneOutput& output)
 {
-    if (isTooDeep(root)) {
-        error = tr("its objects are nested too deeply for this format");
-        return {};
-    }
-    Assimp::Exporter exporter;
-    const std::unique_ptr<aiScene> scene = makeExportScene(root);
-    const aiExportDataBlob* blob = exporter.ExportToBlob(scene.get(), "glb2");
-    GltfParts parts;
-    if (!blob) {
-        error = QString::fromUtf8(exporter.GetErrorString());
-        return {};
-    }
-    const QByteArray exported(static_cast<const char*>(blob->data), static_cast<int>(blob->size));
-    if (!splitGlb(exported, parts)) {
-        error = tr("the exporter failed");
-        return {};
-    }
-    SceneExtras(parts.document).add(root);
-    return binary ? joinGlb(parts) : joinGltf(parts);
+    const GltfPlan plan = planGltf(root);
+    GltfJson json = makeGltfJson(plan, root.name(), !binary,
+                                 [&output](double share) { output.report(jsonShare * share); });
+    const double bufferText = double(plan.bufferBytes) * (binary ? 1 : 4.0 / 3);
+    output.expect(double(json.text.size()) + bufferText, jsonShare);
+    if (binary)
+        writeContainer(plan, std::move(json.text), output);
+    else
+        writeText(plan, json, output);
 }
 
 } // namespace editor

@@ -1,14 +1,12 @@
 #pragma once
 
 #include <editor/document/scene_object.h>
-
-#include <QByteArray>
-#include <QString>
+#include <editor/files/scene_output.h>
 
 namespace editor {
 
-/// The scene as one glTF 2 file: JSON with its buffer inside, or the binary container. Empty with
-/// a bare reason in `error` when it cannot be said in that format.
-QByteArray toGltf(const SceneObject& root, bool binary, QString& error);
+/// Writes the scene as one glTF 2 file: JSON with its buffer inside, or the binary container.
+/// Every object becomes a node of its name, however deep. Throws `WriteFailure`.
+void writeGltf(const SceneObject& root, bool binary, SceneOutput& output);
 
 } // namespace editor

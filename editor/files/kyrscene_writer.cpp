@@ -7,6 +7,8 @@
 
 #include <pugixml.hpp>
 
+#include <algorithm>
+#include <cstring>
 #include <map>
 #include <unordered_map>
 
@@ -14,52 +16,88 @@ namespace editor {
 
 namespace {
 
-class BytesWriter final : public pugi::xml_writer
+constexpr double builtShare = 0.5;
+constexpr std::size_t reportEvery = 1000;
+// Its tags, about.
+constexpr double bytesPerObject = 40;
+// Deeper scenes are written without indentation, which grows with the square of the depth.
+constexpr int deepestIndented = 64;
+
+std::size_t objectsBelow(const SceneObject& root)
+{
+    std::size_t count = 0;
+    std::vector<const SceneObject*> open{&root};
+    while (!open.empty()) {
+        const SceneObject* object = open.back();
+        open.pop_back();
+        count += object->children().size();
+        for (const SceneObjectPtr& child : object->children()) {
+            if (!child->children().empty())
+                open.push_back(child.get());
+        }
+    }
+    return count;
+}
+
+class XmlOutput final : public pugi::xml_writer
 {
 public:
-    void write(const void* data, std::size_t size) override
-    {
-        bytes.append(static_cast<const char*>(data), static_cast<int>(size));
-    }
+    explicit XmlOutput(SceneOutput& output) : m_output(output) {}
 
-    QByteArray bytes;
+    void write(const void* data, std::size_t size) override { m_output.write(data, size); }
+
+private:
+    SceneOutput& m_output;
 };
 
 class Writer
 {
 public:
-    explicit Writer(const SceneObject& root) : m_root(root) {}
+    Writer(const SceneObject& root, SceneOutput& output)
+        : m_root(root), m_output(output), m_objectCount(objectsBelow(root))
+    {}
 
-    QByteArray write()
+    void write()
     {
         m_file = m_document.append_child("kyrscene");
         m_file.append_attribute("version") = kyrscene::version;
-        pugi::xml_node scene = m_file.append_child("scene");
-        writeValues(m_root, scene);
-        m_open.emplace_back(&m_root, scene);
+        m_scene = m_file.append_child("scene");
+        writeValues(m_root, m_scene);
+        m_open.push_back({&m_root, m_scene, 1});
         while (!m_open.empty()) {
-            auto [object, node] = m_open.back();
+            const Open next = m_open.back();
             m_open.pop_back();
-            for (const SceneObjectPtr& child : object->children())
-                writeObject(*child, node.append_child("object"));
+            m_deepest = std::max(m_deepest, next.depth);
+            for (const SceneObjectPtr& child : next.object->children())
+                writeObject(*child, pugi::xml_node(next.node).append_child("object"), next.depth);
         }
-        BytesWriter writer;
-        m_document.save(writer, "  ");
-        return writer.bytes;
+        XmlOutput xml(m_output);
+        m_output.expect(m_textBytes, builtShare);
+        m_document.save(xml, m_deepest > deepestIndented ? "" : "  ");
     }
 
 private:
-    void writeObject(const SceneObject& object, pugi::xml_node node)
+    struct Open
     {
-        node.append_attribute("kind") = kindId(object.kind()).data();
-        node.append_attribute("name") = object.name().c_str();
+        const SceneObject* object;
+        pugi::xml_node node;
+        int depth;
+    };
+
+    void writeObject(const SceneObject& object, pugi::xml_node node, int depth)
+    {
+        if (m_objectsDone++ % reportEvery == 0)
+            m_output.report(builtShare * double(m_objectsDone) / double(m_objectCount));
+        m_textBytes += bytesPerObject;
+        set(node, "kind", kindId(object.kind()).data());
+        set(node, "name", object.name());
         if (object.id() != 0)
             node.append_attribute("id") = object.id();
         writeValues(object, node);
         if (object.mesh() && object.mesh()->asset)
             writeMesh(*object.mesh()->asset, node.append_child("mesh"));
         if (!object.children().empty())
-            m_open.emplace_back(&object, node);
+            m_open.push_back({&object, node, depth + 1});
     }
 
     void writeValues(const SceneObject& object, pugi::xml_node& node)
@@ -82,7 +120,7 @@ private:
     }
 
     void writeProperties(const kyr::ReflectedObject& holder, const kyr::ReflectedObject& plain,
-                         pugi::xml_node& node) const
+                         pugi::xml_node& node)
     {
         for (std::size_t i = 0; i < holder.propertyCount(); ++i) {
             const kyr::BoundProperty property = holder.propertyAt(i);
@@ -95,8 +133,14 @@ private:
                 text = pathOf(*reference);
             else if (!lumo::VariantConverter::toText(value, text))
                 continue;
-            node.append_attribute(property.name().c_str()) = text.c_str();
+            set(node, property.name().c_str(), text);
         }
+    }
+
+    void set(pugi::xml_node& node, const char* attribute, const std::string& text)
+    {
+        node.append_attribute(attribute) = text.c_str();
+        m_textBytes += double(std::strlen(attribute) + text.size() + 4);
     }
 
     std::string pathOf(const kyr::PersistentObject& reference) const
@@ -118,9 +162,11 @@ private:
         const auto id = static_cast<unsigned>(m_geometryIds.size()) + 1;
         const auto [entry, isNew] = m_geometryIds.try_emplace(&geometry, id);
         if (isNew) {
-            pugi::xml_node node = m_file.insert_child_before("geometry", m_file.child("scene"));
+            pugi::xml_node node = m_file.insert_child_before("geometry", m_scene);
             node.append_attribute("id") = id;
-            node.text() = kyrscene::encodeGeometry(geometry).constData();
+            const QByteArray text = kyrscene::encodeGeometry(geometry);
+            node.text() = text.constData();
+            m_textBytes += text.size();
         }
         return entry->second;
     }
@@ -135,18 +181,25 @@ private:
     }
 
     const SceneObject& m_root;
+    SceneOutput& m_output;
     pugi::xml_document m_document;
     pugi::xml_node m_file;
+    pugi::xml_node m_scene;
     std::unordered_map<const MeshGeometry*, unsigned> m_geometryIds;
     std::map<ObjectKind, SceneObjectPtr> m_plain;
-    std::vector<std::pair<const SceneObject*, pugi::xml_node>> m_open;
+    std::vector<Open> m_open;
+    std::size_t m_objectCount;
+    std::size_t m_objectsDone = 0;
+    int m_deepest = 0;
+    /// About what will be written, for the progress.
+    double m_textBytes = 0;
 };
 
 } // namespace
 
-QByteArray toKyrscene(const SceneObject& root)
+void writeKyrscene(const SceneObject& root, SceneOutput& output)
 {
-    return Writer(root).write();
+    Writer(root, output).write();
 }
 
 } // namespace editor

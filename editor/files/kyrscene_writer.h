@@ -1,12 +1,11 @@
 #pragma once
 
 #include <editor/document/scene_object.h>
-
-#include <QByteArray>
+#include <editor/files/scene_output.h>
 
 namespace editor {
 
-/// The scene in the bundled format, see kyrscene_format.h.
-QByteArray toKyrscene(const SceneObject& root);
+/// Writes the scene in the bundled format, see kyrscene_format.h. Throws `WriteFailure`.
+void writeKyrscene(const SceneObject& root, SceneOutput& output);
 
 } // namespace editor

@@ -4,8 +4,10 @@
 #include "kyrscene_writer.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
+
+#include <new>
 
 namespace editor {
 
@@ -21,45 +23,49 @@ QString suffixOf(const QString& path)
     return QFileInfo(path).suffix().toLower();
 }
 
-QByteArray contentOf(const SceneObject& root, const QString& suffix, QString& error)
+bool isGltf(const QString& path)
 {
-    if (suffix == QLatin1String("kyrscene"))
-        return toKyrscene(root);
-    return toGltf(root, suffix == QLatin1String("glb"), error);
+    return suffixOf(path) == QLatin1String("gltf") || suffixOf(path) == QLatin1String("glb");
+}
+
+void write(const SceneObject& root, const QString& path, const WriteProgress& progress)
+{
+    if (!canWriteScene(path))
+        throw WriteFailure{tr("\".%1\" is no format that can be written").arg(suffixOf(path))};
+    SceneOutput output(path, progress);
+    if (isOwnFormat(path))
+        writeKyrscene(root, output);
+    else
+        writeGltf(root, suffixOf(path) == QLatin1String("glb"), output);
+    output.commit();
 }
 
 } // namespace
 
-QString writeScene(const SceneObject& root, const QString& path)
+QString writeScene(const SceneObject& root, const QString& path, const WriteProgress& progress)
 {
-    QString error;
-    QByteArray content;
+    QString reason;
     try {
-        if (canWriteScene(path))
-            content = contentOf(root, suffixOf(path), error);
-        else
-            error = tr("\".%1\" is no format that can be written").arg(suffixOf(path));
+        write(root, path, progress);
+        return {};
+    } catch (const WriteFailure& failure) {
+        reason = failure.reason;
+    } catch (const std::bad_alloc&) {
+        reason = tr("it needs more memory than there is");
     } catch (const std::exception& failure) {
-        error = QString::fromUtf8(failure.what());
+        reason = QString::fromUtf8(failure.what());
     }
-    if (error.isEmpty()) {
-        // Writes beside the file and takes its place at the end.
-        QSaveFile file(path);
-        if (file.open(QIODevice::WriteOnly)) {
-            file.write(content);
-            if (file.commit())
-                return {};
-        }
-        error = file.errorString();
-    }
-    return tr("Cannot save \"%1\": %2.").arg(path, error);
+    return tr("Cannot save \"%1\": %2.").arg(QDir::toNativeSeparators(path), reason);
 }
 
 bool canWriteScene(const QString& path)
 {
-    const QString suffix = suffixOf(path);
-    return suffix == QLatin1String("kyrscene") || suffix == QLatin1String("gltf") ||
-           suffix == QLatin1String("glb");
+    return isOwnFormat(path) || isGltf(path);
+}
+
+bool isOwnFormat(const QString& path)
+{
+    return suffixOf(path) == QLatin1String("kyrscene");
 }
 
 } // namespace editor

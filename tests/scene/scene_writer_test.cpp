@@ -8,9 +8,15 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
+
+#include <cmath>
+#include <csignal>
+#include <limits>
+#include <sys/resource.h>
 
 namespace {
 
@@ -118,6 +124,126 @@ TEST_F(SceneWriterTest, gltfKeepsWhatItCanSay)
     }
 }
 
+TEST_F(SceneWriterTest, gltfKeepsNamesAndSmallTransforms)
+{
+    for (const char* name : {"scene.gltf", "scene.glb"}) {
+        document.open(sceneFrom("group Wheels\n  mesh Wheels\n  mesh Wheels\n  light Lamp\n"
+                                "mesh Wheels\nmesh Dots\ngroup <ä & \"ö\">/[2]\\"),
+                      {});
+        for (const char* mesh : {"Wheels/Wheels", "Wheels/Wheels[2]", "Wheels[2]"})
+            at(document, mesh)->mesh()->asset = makePrimitive("box 1 1 1");
+        at(document, "Dots")->mesh()->asset = std::make_shared<MeshAsset>(MeshAsset{
+            std::make_shared<MeshGeometry>(std::vector<QVector3D>{{1, 2, 3}, {4, 5, 6}},
+                                           std::vector<QVector3D>(), std::vector<quint32>()),
+            {}});
+        set("Wheels/Wheels", "transform.position", "0.009 -0 1e-30");
+        set("Wheels/Wheels[2]", "transform.scale", "1.009 1 1");
+        set("Wheels[2]", "transform.rotation", "0 0.5 0");
+        const std::string shape = shapeOf(*document.root());
+        saveAndOpen(name);
+        EXPECT_EQ(shapeOf(*document.root()), shape) << name;
+        EXPECT_EQ(at(document, "Wheels/Wheels")->transform()->position,
+                  (lumo::Vector3{0.009f, 0, 1e-30f}));
+        EXPECT_EQ(at(document, "Wheels/Wheels[2]")->transform()->scale,
+                  (lumo::Vector3{1.009f, 1, 1}));
+        EXPECT_FLOAT_EQ(at(document, "Wheels[2]")->transform()->rotation.y, 0.5f);
+        EXPECT_EQ(at(document, "Dots")->mesh()->vertexCount(), 2);
+    }
+}
+
+const char* const allFormats[] = {"scene.kyrscene", "scene.gltf", "scene.glb"};
+
+TEST_F(SceneWriterTest, theDeepestSceneCanBeSaved)
+{
+    // As deep as files may be, all of one name.
+    SceneObjectPtr last = SceneObject::create(ObjectKind::Scene, "Deep");
+    const SceneObjectPtr deep = last;
+    for (int i = 0; i < 100000; ++i) {
+        const SceneObjectPtr next = SceneObject::create(ObjectKind::Group, "G");
+        last->append(next);
+        last = next;
+    }
+    for (const char* name : allFormats) {
+        ASSERT_EQ(writeScene(*deep, file(name)), QString());
+        EXPECT_LT(QFileInfo(file(name)).size(), 20 << 20) << name;
+    }
+    const SceneImport import = importScene(file("scene.kyrscene"));
+    ASSERT_TRUE(import.root) << import.error.toStdString();
+    document.open(import.root, {});
+    EXPECT_EQ(document.objectCount(), 100000);
+}
+
+/// No file of this process may get larger while it lives, as on a disk that is full.
+class FullDisk
+{
+public:
+    explicit FullDisk(rlim_t bytes)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit full{bytes, m_before.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &full);
+    }
+    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &m_before); }
+
+private:
+    rlimit m_before{};
+};
+
+TEST_F(SceneWriterTest, aFailedSaveNamesTheReasonAndKeepsTheFile)
+{
+    const auto refusal = [this](const char* name, const WriteProgress& progress = {},
+                                rlim_t diskBytes = RLIM_INFINITY) {
+        QFile old(file(name));
+        EXPECT_TRUE(old.open(QIODevice::WriteOnly));
+        old.write("old");
+        old.close();
+        const std::string reason = [&] {
+            const FullDisk disk(diskBytes);
+            return writeScene(*document.root(), old.fileName(), progress).toStdString();
+        }();
+        EXPECT_TRUE(old.open(QIODevice::ReadOnly));
+        EXPECT_EQ(old.readAll(), QByteArray("old")) << name;
+        EXPECT_THAT(reason, HasSubstr("Cannot save \"" + file(name).toStdString()));
+        return reason;
+    };
+    for (const char* name : allFormats) {
+        document.open(makeGridScene(2000, 9), {});
+        for (const rlim_t bytes : {0, 100, 30000})
+            EXPECT_THAT(refusal(name, {}, bytes), HasSubstr("File too large")) << bytes;
+        for (const double share : {0.0, 0.3, 0.6})
+            EXPECT_THAT(refusal(name, [share](double done) { return done <= share; }),
+                        HasSubstr("cancelled"));
+    }
+    const float infinity = std::numeric_limits<float>::infinity();
+    const std::pair<const char*, std::function<void()>> flaws[] = {
+        {"the translation of \"A\" has a number that is not finite",
+         [&] { at(document, "A")->transform()->position.y = infinity; }},
+        {"the material of \"B\" has a number that is not finite",
+         [&] { at(document, "A/B")->material()->roughness = std::nanf(""); }},
+        {"the intensity of \"L\" has a number that is not finite",
+         [&] { at(document, "A/L")->light()->intensity = infinity; }},
+        {"the name of \"\xef\xbf\xbd\" is no valid UTF-8",
+         [&] { document.setProperty({at(document, "D")}, "name", lumo::Variant("\xff")); }},
+        {"the mesh of \"D\" has a vertex that is not finite",
+         [&] {
+             at(document, "D")->mesh()->asset = std::make_shared<MeshAsset>(MeshAsset{
+                 std::make_shared<MeshGeometry>(std::vector<QVector3D>{{infinity, 0, 0}},
+                                                std::vector<QVector3D>(), std::vector<quint32>()),
+                 {}});
+         }},
+    };
+    for (const auto& [reason, spoil] : flaws) {
+        openSample();
+        spoil();
+        EXPECT_THAT(refusal("scene.glb"), HasSubstr(reason));
+    }
+    EXPECT_THAT(refusal("a.obj"), HasSubstr("\".obj\""));
+    EXPECT_THAT(writeScene(*document.root(), file("no/folder.glb")).toStdString(),
+                HasSubstr("No such file"));
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 4) << "nothing half-written";
+}
+
 TEST_F(SceneWriterTest, anEmptySceneCanBeSaved)
 {
     for (const char* name : {"empty.kyrscene", "empty.gltf", "empty.glb"}) {
@@ -125,31 +251,6 @@ TEST_F(SceneWriterTest, anEmptySceneCanBeSaved)
         saveAndOpen(name);
         EXPECT_EQ(shapeOf(*document.root()), "group A") << name;
     }
-}
-
-TEST_F(SceneWriterTest, aFailedSaveNamesTheReasonAndKeepsTheFile)
-{
-    openSample();
-    const std::string nowhere = writeScene(*document.root(), file("no/folder.glb")).toStdString();
-    EXPECT_THAT(nowhere, HasSubstr("Cannot save \"" + file("no/folder.glb").toStdString()));
-    EXPECT_THAT(nowhere, HasSubstr("No such file"));
-    EXPECT_THAT(writeScene(*document.root(), file("a.obj")).toStdString(), HasSubstr("\".obj\""));
-
-    SceneObjectPtr last = SceneObject::create(ObjectKind::Scene, "Deep");
-    const SceneObjectPtr deep = last;
-    for (int i = 0; i < 3000; ++i) {
-        const SceneObjectPtr next = SceneObject::create(ObjectKind::Group, "G");
-        last->append(next);
-        last = next;
-    }
-    QFile old(file("old.glb"));
-    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
-    old.write("old");
-    old.close();
-    EXPECT_THAT(writeScene(*deep, file("old.glb")).toStdString(), HasSubstr("too deeply"));
-    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
-    EXPECT_EQ(old.readAll(), QByteArray("old"));
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{"old.glb"});
 }
 
 } // namespace
