@@ -1,12 +1,10 @@
-# The installed package: libraries, public headers, the QML module, KyrSceneOutlineConfig.cmake.
+# What is installed: libraries, public headers, the QML module, the CMake package and its pkg-config
+# file. The editor and its extensions say themselves what of them is.
 include(CMakePackageConfigHelpers)
 
 set(KYR_INSTALL_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/KyrSceneOutline)
-set(KYR_INSTALL_QMLDIR ${CMAKE_INSTALL_LIBDIR}/qml)
 
-set_target_properties(kyr_host kyr_scene_outline kyr_scene_outline_panel PROPERTIES
-    INSTALL_RPATH "$ORIGIN")
-install(TARGETS kyr_cpp_utils kyr_host kyr_scene_outline kyr_scene_outline_panel
+install(TARGETS kyr_host_core kyr_cpp_utils kyr_host kyr_scene_outline
     EXPORT KyrSceneOutlineTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
@@ -14,20 +12,15 @@ install(TARGETS kyr_cpp_utils kyr_host kyr_scene_outline kyr_scene_outline_panel
 install(EXPORT KyrSceneOutlineTargets NAMESPACE Kyr:: DESTINATION ${KYR_INSTALL_CMAKEDIR})
 
 install(DIRECTORY host lib/kyr_cpp_utils
-    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
-install(FILES tools/common/string_utils.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tools/common)
-install(FILES
-    lib/kyr_scene_outline/abstract_filter_data.h
-    lib/kyr_scene_outline/abstract_selectable_data.h
-    lib/kyr_scene_outline/export.h
-    lib/kyr_scene_outline/item_roles.h
-    lib/kyr_scene_outline/property_job.h
-    lib/kyr_scene_outline/property_paste_report.h
-    lib/kyr_scene_outline/scene_browser_data.h
-    lib/kyr_scene_outline/scene_browser_extension.h
-    lib/kyr_scene_outline/scene_browser_panel_base.h
-    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kyr_scene_outline)
+    DESTINATION ${KYR_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
+install(FILES tools/common/string_utils.h DESTINATION ${KYR_INSTALL_INCLUDEDIR}/tools/common)
+# The headers at the top of the library are the public ones.
+file(GLOB kyr_public_headers CONFIGURE_DEPENDS lib/kyr_scene_outline/*.h)
+install(FILES ${kyr_public_headers} ${PROJECT_BINARY_DIR}/include/kyr_scene_outline/version.h
+    DESTINATION ${KYR_INSTALL_INCLUDEDIR}/kyr_scene_outline)
 
+# The panel is reached through QML alone: its library is part of the module, not of the package.
+install(TARGETS kyr_scene_outline_panel LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} NAMELINK_SKIP)
 install(TARGETS kyr_scene_outline_panelplugin
     LIBRARY DESTINATION ${KYR_INSTALL_QMLDIR}/Kyr/SceneOutline)
 install(DIRECTORY panel/qml/ DESTINATION ${KYR_INSTALL_QMLDIR}/Kyr/SceneOutline)
@@ -42,3 +35,18 @@ install(FILES
     ${PROJECT_BINARY_DIR}/KyrSceneOutlineConfig.cmake
     ${PROJECT_BINARY_DIR}/KyrSceneOutlineConfigVersion.cmake
     DESTINATION ${KYR_INSTALL_CMAKEDIR})
+
+configure_file(cmake/kyr_scene_outline.pc.in ${PROJECT_BINARY_DIR}/kyr_scene_outline.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/kyr_scene_outline.pc
+    DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+if(KYR_IS_TOP_LEVEL)
+    set(CPACK_GENERATOR DEB)
+    set(CPACK_PACKAGE_NAME kyr-scene-outline)
+    set(CPACK_PACKAGE_CONTACT "Kyr Scene Outline developers")
+    set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+    set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+    set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR})
+    set(CPACK_DEBIAN_PACKAGE_DEPENDS "qml-module-qtquick2, qml-module-qtquick-controls2, qml-module-qtquick-layouts, qml-module-qtquick-templates2, qml-module-qtquick-window2, qml-module-qtquick-dialogs, qml-module-qtqml, qml-module-qtqml-models2, qml-module-qt-labs-platform, qml-module-qt-labs-settings")
+    include(CPack)
+endif()

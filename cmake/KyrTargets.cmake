@@ -18,7 +18,10 @@ function(kyr_target_defaults target)
     target_compile_definitions(${target} PRIVATE QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII)
     target_compile_options(${target} PRIVATE
         -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align
-        -Wunused -Wnull-dereference -Werror)
+        -Wunused -Wnull-dereference)
+    if(KYR_WARNINGS_AS_ERRORS)
+        target_compile_options(${target} PRIVATE -Werror)
+    endif()
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         # Reports a null object for inlined shared pointers that were tested before.
         target_compile_options(${target} PRIVATE -Wno-null-dereference)
@@ -32,6 +35,26 @@ function(kyr_target_defaults target)
                 ${KyrSceneOutline_SOURCE_DIR}/tests/support/sanitizer/keep_graphics_drivers.cpp)
         endif()
     endif()
+endfunction()
+
+# The build tree is laid out like the installed one, so that what is shipped finds its libraries the
+# same way in both: relative to itself. CMake pads other paths with empty entries, which stand for
+# the current directory.
+function(kyr_shipped target folder path_to_libraries)
+    set_target_properties(${target} PROPERTIES
+        LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${folder}
+        RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${folder}
+        BUILD_WITH_INSTALL_RPATH ON
+        INSTALL_RPATH "$ORIGIN/${path_to_libraries}")
+endfunction()
+
+# A library of the package: <name.h> is found below the source tree and below one installed folder.
+function(kyr_package_library target export_name)
+    set_target_properties(${target} PROPERTIES
+        EXPORT_NAME ${export_name} VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+    target_include_directories(${target} INTERFACE
+        $<INSTALL_INTERFACE:${KYR_INSTALL_INCLUDEDIR}>)
+    kyr_shipped(${target} ${CMAKE_INSTALL_LIBDIR} .)
 endfunction()
 
 # kyr_add_test(NAME SOURCES file... [LIBRARIES target...] [DISPLAY] [TIMEOUT seconds])

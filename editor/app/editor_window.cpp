@@ -46,14 +46,13 @@ void prepareWindows()
 
 QString bundledScene()
 {
-    return besideProgram("share/kyr_scene_outline/street.kyrscene");
+    return besideProgram(KYR_DATA_DIR "/street.kyrscene");
 }
 
 EditorWindow::EditorWindow(EditorSession& session, QObject* parent)
-    : QObject(parent), m_session(session), m_extensions(besideProgram("extensions"))
+    : QObject(parent), m_session(session), m_extensions(besideProgram(KYR_EXTENSION_DIR))
 {
-    m_engine.addImportPath(besideProgram("qml"));
-    m_engine.addImportPath(besideProgram("lib/qml"));
+    m_engine.addImportPath(besideProgram(KYR_QML_DIR));
     m_engine.rootContext()->setContextProperty(QStringLiteral("session"), &session);
     m_engine.rootContext()->setContextProperty(QStringLiteral("theme"), session.theme());
     m_extensions.attach(*session.browser(), m_engine);

@@ -56,7 +56,7 @@ public:
     {
         static_assert(std::is_invocable_r_v<R, std::decay_t<Callable>&, Args...>,
                       "the callable does not fit the signal's signature");
-        return impl().connect(std::forward<Callable>(callable), orderKey);
+        return Connection(impl().connect(std::forward<Callable>(callable), orderKey));
     }
 
     /// Emits: calls the slots on this thread. Returns an `std::optional` of the last slot's result

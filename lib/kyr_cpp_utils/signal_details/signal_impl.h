@@ -1,6 +1,5 @@
 #pragma once
 
-#include <kyr_cpp_utils/connection.h>
 #include <kyr_cpp_utils/signal_details/slot_holder.h>
 
 #include <host/core/smart_pointer.h>
@@ -36,7 +35,7 @@ class SignalImpl<R(Args...), Combiner> final : public SignalImplBase
 {
 public:
     template <typename Callable>
-    Connection connect(Callable&& callable, std::int32_t orderKey)
+    Zar::SmartPointer<SlotHolderBase> connect(Callable&& callable, std::int32_t orderKey)
     {
         using Holder = RegularSlotHolder<R(Args...), std::decay_t<Callable>>;
         Zar::SmartPointer<SlotHolderBase> slot(
@@ -44,7 +43,7 @@ public:
         const std::lock_guard lock(mutex());
         slot->setConnectGeneration(m_emissionGeneration);
         attach(*slot);
-        return Connection(std::move(slot));
+        return slot;
     }
 
     /// False while no slot is connected. Needs no lock: a connection that is not yet known here was

@@ -1,4 +1,4 @@
-#include "item_roles.h"
+#include <kyr_scene_outline/item_roles.h>
 
 namespace kyr {
 

@@ -1,9 +1,9 @@
-#include "scene_browser_data.h"
+#include <kyr_scene_outline/scene_browser_data.h>
 
-#include "properties/clipboard_transport.h"
-#include "properties/property_copy_job.h"
-#include "properties/property_document.h"
-#include "properties/property_paste_job.h"
+#include <kyr_scene_outline/properties/clipboard_transport.h>
+#include <kyr_scene_outline/properties/property_copy_job.h>
+#include <kyr_scene_outline/properties/property_document.h>
+#include <kyr_scene_outline/properties/property_paste_job.h>
 
 #include <host/core/debug_message.h>
 #include <host/core/stack_tracker.h>

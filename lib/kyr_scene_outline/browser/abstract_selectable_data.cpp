@@ -1,4 +1,4 @@
-#include "abstract_selectable_data.h"
+#include <kyr_scene_outline/abstract_selectable_data.h>
 
 AbstractSelectableData::AbstractSelectableData() = default;
 AbstractSelectableData::~AbstractSelectableData() = default;

@@ -1,7 +1,7 @@
-#include "scene_browser_data.h"
+#include <kyr_scene_outline/scene_browser_data.h>
 
 #include "checkable_proxy_model.h"
-#include "selection/row_selection_model.h"
+#include <kyr_scene_outline/selection/row_selection_model.h>
 
 #include <host/core/debug_message.h>
 #include <host/core/stack_tracker.h>

@@ -1,4 +1,4 @@
-#include "abstract_filter_data.h"
+#include <kyr_scene_outline/abstract_filter_data.h>
 
 AbstractFilterData::AbstractFilterData() = default;
 AbstractFilterData::~AbstractFilterData() = default;

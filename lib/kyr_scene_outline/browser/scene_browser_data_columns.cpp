@@ -1,5 +1,5 @@
 #include "checkable_proxy_model.h"
-#include "scene_browser_data.h"
+#include <kyr_scene_outline/scene_browser_data.h>
 
 #include <KSelectionProxyModel>
 

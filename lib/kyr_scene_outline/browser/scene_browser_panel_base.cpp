@@ -1,4 +1,4 @@
-#include "scene_browser_panel_base.h"
+#include <kyr_scene_outline/scene_browser_panel_base.h>
 
 SceneBrowserPanelBase::SceneBrowserPanelBase() = default;
 SceneBrowserPanelBase::~SceneBrowserPanelBase() = default;

@@ -1,7 +1,7 @@
-#include "abstract_filter_data.h"
-#include "abstract_selectable_data.h"
-#include "scene_browser_data.h"
-#include "scene_browser_panel_base.h"
+#include <kyr_scene_outline/abstract_filter_data.h>
+#include <kyr_scene_outline/abstract_selectable_data.h>
+#include <kyr_scene_outline/scene_browser_data.h>
+#include <kyr_scene_outline/scene_browser_panel_base.h>
 
 QObject* SceneBrowserData::headerPanel() const
 {

@@ -1,4 +1,4 @@
-#include "scene_browser_data.h"
+#include <kyr_scene_outline/scene_browser_data.h>
 
 #include "row_object.h"
 #include "scoped_flag.h"

@@ -1,7 +1,7 @@
-#include "scene_item.h"
+#include <host/variant/scene_item.h>
 
-#include <host/reflection/bound_property.h>
-#include <host/reflection/fuzzy_function.h>
+#include "bound_property.h"
+#include "fuzzy_function.h"
 
 namespace Meta {
 namespace {
