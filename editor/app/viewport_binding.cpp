@@ -3,47 +3,11 @@
 #include "selection_edits.h"
 #include "viewport_items.h"
 
-#include <editor/document/scene_commands.h>
 #include <editor/document/transform_math.h>
 
 #include <algorithm>
-#include <unordered_set>
 
 namespace editor {
-
-namespace {
-
-struct MarkedItems
-{
-    std::vector<quint32> ids;
-    /// How many at the end belong to the object selected last.
-    std::size_t primaryCount = 0;
-};
-
-/// The objects with everything below them, each item once, at its last place. O(n).
-MarkedItems withBranches(const SceneObjects& objects)
-{
-    MarkedItems marked;
-    std::unordered_set<const SceneObject*> visited;
-    for (auto object = objects.rbegin(); object != objects.rend(); ++object) {
-        std::vector<const SceneObject*> waiting{object->get()};
-        while (!waiting.empty()) {
-            const SceneObject* next = waiting.back();
-            waiting.pop_back();
-            if (!visited.insert(next).second)
-                continue;
-            marked.ids.push_back(next->id());
-            for (const SceneObjectPtr& child : next->children())
-                waiting.push_back(child.get());
-        }
-        if (object == objects.rbegin())
-            marked.primaryCount = marked.ids.size();
-    }
-    std::reverse(marked.ids.begin(), marked.ids.end());
-    return marked;
-}
-
-} // namespace
 
 ViewportBinding::ViewportBinding(SceneDocument& document, IAssetSelection& selection,
                                  QObject* parent)
@@ -57,11 +21,13 @@ ViewportBinding::ViewportBinding(SceneDocument& document, IAssetSelection& selec
 
 void ViewportBinding::followDocument()
 {
-    connect(&m_document, &SceneDocument::reset, this, [this] {
+    // Another scene is announced by both signals; the second one builds the items.
+    connect(&m_document, &SceneDocument::reset, this, [this] { m_isNewScene = true; });
+    connect(&m_document, &SceneDocument::structureChanged, this, [this] {
         resetItems();
-        m_controller.frameAll();
+        if (std::exchange(m_isNewScene, false))
+            m_controller.frameAll();
     });
-    connect(&m_document, &SceneDocument::structureChanged, this, &ViewportBinding::resetItems);
     connect(&m_document, &SceneDocument::objectsChanged, this, &ViewportBinding::updateItems);
 }
 
@@ -100,11 +66,7 @@ void ViewportBinding::followView()
 
 void ViewportBinding::resetItems()
 {
-    std::vector<ViewportItem> items;
-    items.reserve(std::size_t(m_document.objectCount()) + 1);
-    forEachViewportItem(*m_document.root(),
-                        [&items](ViewportItem item) { items.push_back(std::move(item)); });
-    m_controller.setItems(std::move(items));
+    m_controller.setItems(viewportItems(*m_document.root()));
     showSelection();
     showHover();
 }
@@ -115,7 +77,12 @@ void ViewportBinding::updateItems(const ObjectChanges& changes)
                                 ChangeAspect::Transform | ChangeAspect::Material |
                                 ChangeAspect::Other;
     // An update costs a search in the view's index; for many objects a new index is cheaper.
-    if (changes.size() > std::size_t(m_document.objectCount()) / 4 + 100) {
+    std::size_t affected = 0;
+    for (const ObjectChange& change : changes) {
+        const bool movesBranch = change.aspects & ChangeAspect::Transform;
+        affected += movesBranch ? m_controller.items().branchOf(change.object->id()).size() : 1;
+    }
+    if (affected > std::size_t(m_document.objectCount()) / 4 + 100) {
         resetItems();
         return;
     }
@@ -123,9 +90,8 @@ void ViewportBinding::updateItems(const ObjectChanges& changes)
         if (!(change.aspects & shown) || !m_document.contains(change.object))
             continue;
         if (change.aspects & ChangeAspect::Transform) {
-            forEachViewportItem(*change.object, [this](const ViewportItem& item) {
+            for (const ViewportItem& item : viewportItems(*change.object))
                 m_controller.updateItem(item);
-            });
         } else {
             m_controller.updateItem(viewportItem(*change.object, worldTransform(*change.object)));
         }
@@ -134,24 +100,29 @@ void ViewportBinding::updateItems(const ObjectChanges& changes)
 
 void ViewportBinding::showSelection()
 {
-    const MarkedItems marked = withBranches(selectedObjects(m_document, m_selection));
-    m_controller.setSelectedIds(marked.ids, marked.primaryCount);
+    m_controller.setSelectedIds(idsOf(m_selection.objects()));
 }
 
 void ViewportBinding::showHover()
 {
-    SceneObjects objects;
-    for (const kyr::PersistentObject& hovered : m_hovered) {
-        SceneObject* object = sceneObjectOf(hovered.object());
+    m_controller.setHoveredIds(idsOf(m_hovered));
+}
+
+std::vector<quint32> ViewportBinding::idsOf(const IAssetSelection::Objects& objects) const
+{
+    std::vector<quint32> ids;
+    ids.reserve(objects.size());
+    for (const kyr::PersistentObject& reference : objects) {
+        const SceneObject* object = sceneObjectOf(reference.object());
         if (m_document.contains(object))
-            objects.push_back(object->shared_from_this());
+            ids.push_back(object->id());
     }
-    m_controller.setHoveredIds(withBranches(objects).ids);
+    return ids;
 }
 
 void ViewportBinding::frame(SceneObject& object)
 {
-    m_controller.frame(withBranches({object.shared_from_this()}).ids);
+    m_controller.frame({object.id()});
 }
 
 void ViewportBinding::frameSelection()

@@ -4,8 +4,6 @@
 #include <editor/viewport/viewport_controller.h>
 #include <host/scene/asset_selection.h>
 
-#include <functional>
-
 namespace editor {
 
 /// Keeps a 3D view in step with the scene, and its marks and picks with the selection and the
@@ -43,11 +41,14 @@ private:
     void pick(quint32 id, Qt::KeyboardModifiers modifiers);
     void selectIds(const std::vector<quint32>& ids, Qt::KeyboardModifiers modifiers);
     IAssetSelection::Objects objectsOf(const std::vector<quint32>& ids) const;
+    /// Without those that are not in the scene.
+    std::vector<quint32> idsOf(const IAssetSelection::Objects& objects) const;
 
     SceneDocument& m_document;
     IAssetSelection& m_selection;
     ViewportController m_controller;
     IAssetSelection::Objects m_hovered;
+    bool m_isNewScene = false;
     vex::Connection m_selectionChanged;
     vex::Connection m_hoverChanged;
 };

@@ -48,25 +48,33 @@ ViewportItem viewportItem(const SceneObject& object, const QMatrix4x4& world)
     return item;
 }
 
-void forEachViewportItem(const SceneObject& branch, const std::function<void(ViewportItem)>& visit)
+std::vector<ViewportItem> viewportItems(const SceneObject& branch)
 {
     struct Placed
     {
         const SceneObject* object;
         QMatrix4x4 world;
+        std::size_t parent;
     };
-    std::vector<Placed> waiting{{&branch, worldTransform(branch)}};
+    std::vector<ViewportItem> items;
+    std::vector<std::size_t> parents;
+    std::vector<Placed> waiting{{&branch, worldTransform(branch), 0}};
     while (!waiting.empty()) {
         const Placed placed = waiting.back();
         waiting.pop_back();
-        visit(viewportItem(*placed.object, placed.world));
+        const std::size_t index = items.size();
+        items.push_back(viewportItem(*placed.object, placed.world));
+        parents.push_back(placed.parent);
         const auto& children = placed.object->children();
         for (auto child = children.rbegin(); child != children.rend(); ++child) {
             const TransformComponent* local = (*child)->transform();
             waiting.push_back(
-                {child->get(), local ? placed.world * matrixOf(*local) : placed.world});
+                {child->get(), local ? placed.world * matrixOf(*local) : placed.world, index});
         }
     }
+    for (std::size_t index = items.size() - 1; index > 0; --index)
+        items[parents[index]].descendants += items[index].descendants + 1;
+    return items;
 }
 
 } // namespace editor

@@ -3,7 +3,6 @@
 #include <editor/document/scene_object.h>
 #include <editor/viewport/viewport_item.h>
 
-#include <functional>
 #include <vector>
 
 namespace editor {
@@ -11,7 +10,7 @@ namespace editor {
 /// How the 3D view shows an object that stands at `world`.
 ViewportItem viewportItem(const SceneObject& object, const QMatrix4x4& world);
 
-/// Calls `visit` with the item of `branch` and of everything below it, parents first. O(n).
-void forEachViewportItem(const SceneObject& branch, const std::function<void(ViewportItem)>& visit);
+/// The items of `branch` and of everything below it, branch by branch. O(n).
+std::vector<ViewportItem> viewportItems(const SceneObject& branch);
 
 } // namespace editor

@@ -41,14 +41,52 @@ void ItemSet::assign(std::vector<ViewportItem> items)
     m_indexOf.reserve(int(items.size()));
     std::vector<Box> boxes;
     boxes.reserve(items.size());
+    std::vector<quint32> place; // of the item, or of the next one that is kept
+    place.reserve(items.size() + 1);
     for (ViewportItem& item : items) {
+        place.push_back(quint32(m_items.size()));
         if (item.id == 0 || m_indexOf.contains(item.id))
             continue;
         m_indexOf.insert(item.id, quint32(m_items.size()));
         boxes.push_back(item.bounds());
         m_items.push_back(std::move(item));
     }
+    place.push_back(quint32(m_items.size()));
+    m_branchEnds.clear();
+    m_branchEnds.reserve(m_items.size());
+    for (std::size_t i = 0; i + 1 < place.size(); ++i) {
+        if (place[i] == place[i + 1])
+            continue;
+        const std::size_t below = m_items[place[i]].descendants;
+        m_branchEnds.push_back(place[std::min(i + 1 + below, items.size())]);
+    }
     m_tree = Bvh(std::move(boxes));
+}
+
+ItemRange ItemSet::branchOf(quint32 id) const
+{
+    const auto found = m_indexOf.constFind(id);
+    return found == m_indexOf.constEnd() ? ItemRange() : ItemRange{*found, m_branchEnds[*found]};
+}
+
+std::vector<ItemRange> ItemSet::branchesOf(const std::vector<quint32>& ids) const
+{
+    std::vector<ItemRange> branches;
+    branches.reserve(ids.size());
+    for (quint32 id : ids) {
+        const ItemRange branch = branchOf(id);
+        if (branch.size() > 0)
+            branches.push_back(branch);
+    }
+    std::sort(branches.begin(), branches.end(), [](const ItemRange& a, const ItemRange& b) {
+        return a.first != b.first ? a.first < b.first : a.end > b.end;
+    });
+    std::vector<ItemRange> outermost;
+    for (const ItemRange& branch : branches) {
+        if (outermost.empty() || branch.first >= outermost.back().end)
+            outermost.push_back(branch);
+    }
+    return outermost;
 }
 
 std::optional<quint32> ItemSet::update(const ViewportItem& item)
@@ -83,12 +121,30 @@ Box ItemSet::visibleBounds() const
 Box ItemSet::boundsOf(const std::vector<quint32>& ids) const
 {
     Box box;
-    for (quint32 id : ids) {
-        const auto found = m_indexOf.constFind(id);
-        if (found != m_indexOf.constEnd())
-            box.include(m_tree.box(*found));
+    for (const ItemRange& branch : branchesOf(ids)) {
+        for (quint32 index = branch.first; index < branch.end; ++index)
+            box.include(m_tree.box(index));
     }
     return box;
+}
+
+template <typename Visit>
+void ItemSet::visitMarkers(const OrbitCamera& camera, const QPointF& position, Visit visit) const
+{
+    const Ray ray = camera.rayAt(position);
+    const QPointF reach = QPointF(1, 1) * double(markerRadius);
+    const ConvexVolume around = camera.volumeOf(QRectF(position - reach, position + reach));
+    m_tree.visitVolume(around, [&](quint32 index, ConvexVolume::Overlap) {
+        const ViewportItem& item = m_items[index];
+        if (!item.isMarker() || !canBePicked(item))
+            return true;
+        const QVector3D offset = item.origin() - ray.origin;
+        const float depth = QVector3D::dotProduct(offset, camera.forward());
+        const float radius = markerRadius * camera.pixelSize() * depth;
+        if ((ray.at(depth) - item.origin()).length() <= radius)
+            visit(Hit{item.id, depth * (1.0f - markerLift), item.origin()});
+        return true;
+    });
 }
 
 std::optional<ItemSet::Hit> ItemSet::pick(const OrbitCamera& camera, const QPointF& position) const
@@ -105,23 +161,29 @@ std::optional<ItemSet::Hit> ItemSet::pick(const OrbitCamera& camera, const QPoin
             best = Hit{item.id, camera.nearPlane() + *distance, drawn.at(*distance)};
         }
     });
-
-    const QPointF reach = QPointF(1, 1) * double(markerRadius);
-    const ConvexVolume around = camera.volumeOf(QRectF(position - reach, position + reach));
-    m_tree.visitVolume(around, [&](quint32 index, ConvexVolume::Overlap) {
-        const ViewportItem& item = m_items[index];
-        if (!item.isMarker() || !canBePicked(item))
-            return true;
-        const QVector3D offset = item.origin() - ray.origin;
-        const float depth = QVector3D::dotProduct(offset, camera.forward());
-        const float drawnDepth = depth * (1.0f - markerLift);
-        const float radius = markerRadius * camera.pixelSize() * depth;
-        if ((!best || drawnDepth < best->depth) &&
-            (ray.at(depth) - item.origin()).length() <= radius)
-            best = Hit{item.id, drawnDepth, item.origin()};
-        return true;
+    visitMarkers(camera, position, [&best](const Hit& hit) {
+        if (!best || hit.depth < best->depth)
+            best = hit;
     });
     return best;
+}
+
+std::vector<ItemSet::Hit> ItemSet::pickAll(const OrbitCamera& camera, const QPointF& position) const
+{
+    std::vector<Hit> hits;
+    const Ray ray = camera.rayAt(position);
+    const Ray drawn{ray.at(camera.nearPlane()), ray.direction};
+    m_tree.visitRay(drawn, Box::infinity, [&](quint32 index, float&) {
+        const ViewportItem& item = m_items[index];
+        if (!item.isMesh() || !canBePicked(item))
+            return;
+        if (const auto distance = hitDistance(item, drawn, Box::infinity))
+            hits.push_back({item.id, camera.nearPlane() + *distance, drawn.at(*distance)});
+    });
+    visitMarkers(camera, position, [&hits](const Hit& hit) { hits.push_back(hit); });
+    std::stable_sort(hits.begin(), hits.end(),
+                     [](const Hit& a, const Hit& b) { return a.depth < b.depth; });
+    return hits;
 }
 
 std::vector<quint32> ItemSet::idsWithin(const OrbitCamera& camera, const QRectF& rectangle) const

@@ -25,28 +25,42 @@ public:
     /// does not hide it.
     static constexpr float markerLift = 0.02f;
 
-    /// An item whose id is 0 or taken is left out. O(n log n).
+    /// Each item comes before those below it in the tree, branch by branch. One whose id is 0 or
+    /// taken is left out. O(n log n).
     void assign(std::vector<ViewportItem> items);
-    /// Replaces the item with that id, if there is one, and returns its index. O(log n).
+    /// Replaces the item with that id, if there is one, and returns its index. What is below it
+    /// stays the same. O(log n).
     std::optional<quint32> update(const ViewportItem& item);
 
     const std::vector<ViewportItem>& items() const { return m_items; }
     const ViewportItem* find(quint32 id) const;
+    /// The item and all below it; empty for an unknown id. O(1).
+    ItemRange branchOf(quint32 id) const;
+    /// The branches of the items, in order, without those that lie in another one.
+    std::vector<ItemRange> branchesOf(const std::vector<quint32>& ids) const;
     /// The indices of all items, neighbours in space near each other.
     const std::vector<quint32>& spatialOrder() const { return m_tree.order(); }
     /// Around every item, also hidden ones. O(1).
     Box bounds() const { return m_tree.bounds(); }
     /// Around the visible meshes or, without any, the visible markers. O(n).
     Box visibleBounds() const;
+    /// Around the branches of the items.
     Box boundsOf(const std::vector<quint32>& ids) const;
 
     /// The nearest item that is drawn at a position.
     std::optional<Hit> pick(const OrbitCamera& camera, const QPointF& position) const;
+    /// Every item at a position, also behind others, nearest first.
+    std::vector<Hit> pickAll(const OrbitCamera& camera, const QPointF& position) const;
     /// The items drawn at least in part in a rectangle, also behind others, in their order.
     std::vector<quint32> idsWithin(const OrbitCamera& camera, const QRectF& rectangle) const;
 
 private:
+    /// Calls `visit(hit)` for each marker at a position.
+    template <typename Visit>
+    void visitMarkers(const OrbitCamera& camera, const QPointF& position, Visit visit) const;
+
     std::vector<ViewportItem> m_items;
+    std::vector<quint32> m_branchEnds; // by item
     QHash<quint32, quint32> m_indexOf;
     Bvh m_tree;
 };

@@ -9,10 +9,16 @@ namespace {
 constexpr double zoomPerWheelStep = 0.88;
 constexpr double wheelStep = 120.0; // Qt's unit of a wheel's notch
 constexpr double zoomPerPixel = 0.994;
+constexpr int frameInterval = 16; // milliseconds
 
 } // namespace
 
-ViewportController::ViewportController(QObject* parent) : QObject(parent) {}
+ViewportController::ViewportController(QObject* parent) : QObject(parent)
+{
+    m_frame.setSingleShot(true);
+    m_frame.setInterval(frameInterval);
+    connect(&m_frame, &QTimer::timeout, this, &ViewportController::lookUnderPointer);
+}
 
 void ViewportController::setItems(std::vector<ViewportItem> items)
 {
@@ -52,16 +58,12 @@ std::vector<quint32> ViewportController::known(const std::vector<quint32>& ids) 
     return result;
 }
 
-void ViewportController::setSelectedIds(const std::vector<quint32>& ids, std::size_t primaryCount)
+void ViewportController::setSelectedIds(const std::vector<quint32>& ids)
 {
-    primaryCount = std::min(primaryCount, ids.size());
-    std::vector<quint32> primary(ids.end() - std::ptrdiff_t(primaryCount), ids.end());
-    primaryCount = known(primary).size();
     std::vector<quint32> selected = known(ids);
-    if (selected == m_selectedIds && primaryCount == m_primaryCount)
+    if (selected == m_selectedIds)
         return;
     m_selectedIds = std::move(selected);
-    m_primaryCount = primaryCount;
     Q_EMIT selectionChanged();
 }
 
@@ -134,8 +136,8 @@ Qt::CursorShape ViewportController::cursorShape() const
 
 QPointF ViewportController::projectToScreen(quint32 id) const
 {
-    const Box box = m_items.boundsOf({id});
-    const auto position = box.isEmpty() ? std::nullopt : m_camera.project(box.centre());
+    const ViewportItem* item = m_items.find(id);
+    const auto position = item ? m_camera.project(item->bounds().centre()) : std::nullopt;
     return position.value_or(QPointF(qQNaN(), qQNaN()));
 }
 
@@ -155,7 +157,7 @@ void ViewportController::press(const QPointF& position, int button, int modifier
 void ViewportController::move(const QPointF& position)
 {
     if (!m_gesture.isActive()) {
-        pointAt(idAt(position));
+        movePointer(position);
         return;
     }
     const auto before = m_gesture.kind();
@@ -181,7 +183,7 @@ void ViewportController::release(const QPointF& position, int button, int modifi
     if (kind == PointerGesture::Kind::RubberBand)
         Q_EMIT rubberBandSelected(m_items.idsWithin(m_camera, band), keys);
     if (!m_gesture.isActive())
-        pointAt(idAt(position));
+        movePointer(position);
 }
 
 void ViewportController::click(const QPointF& position, Qt::KeyboardModifiers modifiers)
@@ -234,17 +236,33 @@ void ViewportController::wheel(const QPointF& position, qreal angleDelta)
     m_camera.zoom(float(std::pow(zoomPerWheelStep, angleDelta / wheelStep)), position);
     Q_EMIT cameraChanged();
     if (!m_gesture.isActive())
-        pointAt(idAt(position));
+        movePointer(position);
 }
 
 void ViewportController::leave()
 {
+    m_pointer.reset();
     pointAt(0);
 }
 
 void ViewportController::cancel()
 {
     gestureChanged(m_gesture.release());
+}
+
+void ViewportController::movePointer(const QPointF& position)
+{
+    m_pointer = position;
+    if (!m_frame.isActive())
+        lookUnderPointer();
+}
+
+void ViewportController::lookUnderPointer()
+{
+    if (!m_pointer || m_gesture.isActive())
+        return;
+    m_frame.start();
+    pointAt(idAt(*std::exchange(m_pointer, std::nullopt)));
 }
 
 void ViewportController::pointAt(quint32 id)

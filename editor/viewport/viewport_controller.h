@@ -5,7 +5,10 @@
 #include "pointer_gesture.h"
 
 #include <QObject>
+#include <QTimer>
 #include <QVariant>
+
+#include <optional>
 
 namespace editor {
 
@@ -35,13 +38,16 @@ public:
     /// One changed item; ignored when its id is unknown. O(log n).
     void updateItem(const ViewportItem& item);
 
-    /// In the order of selection; the last `primaryCount` are the primary object, which is more
-    /// than one item when it is a group. Unknown ids are left out.
-    void setSelectedIds(const std::vector<quint32>& ids, std::size_t primaryCount = 1);
+    // Items show with all that is below them. Unknown ids are left out.
+
+    /// In the order of selection; the last one is the primary one.
+    void setSelectedIds(const std::vector<quint32>& ids);
+    /// O(1) for one id, whatever is below it.
     void setHoveredIds(const std::vector<quint32>& ids);
     void setHoveredId(quint32 id) { setHoveredIds({id}); }
 
-    /// Moves the camera so that the items fill the view. Does nothing for unknown ids alone.
+    /// Moves the camera so that the items and all below them fill the view. Does nothing for
+    /// unknown ids alone.
     void frame(const std::vector<quint32>& ids);
     Q_INVOKABLE void frameSelected();
     Q_INVOKABLE void frameAll();
@@ -50,10 +56,6 @@ public:
     const ItemSet& items() const { return m_items; }
     const OrbitCamera& camera() const { return m_camera; }
     const std::vector<quint32>& selectedIds() const { return m_selectedIds; }
-    bool isPrimary(std::size_t selectedIndex) const
-    {
-        return selectedIndex + m_primaryCount >= m_selectedIds.size();
-    }
     const std::vector<quint32>& hoveredIds() const { return m_hoveredIds; }
     QSizeF viewportSize() const { return m_camera.viewport(); }
     void setViewportSize(const QSizeF& size);
@@ -88,7 +90,8 @@ Q_SIGNALS:
     /// A click with the left button; 0 is empty space.
     void picked(quint32 id, Qt::KeyboardModifiers modifiers);
     void rubberBandSelected(const std::vector<quint32>& ids, Qt::KeyboardModifiers modifiers);
-    /// The user's pointer came over another item; 0 is none. Not emitted by setHoveredIds().
+    /// The user's pointer came over another item; 0 is none. Told once a frame at most, however
+    /// often the pointer moves. Not emitted by setHoveredIds().
     void hovered(quint32 id);
     /// A double click on an item.
     void activated(quint32 id);
@@ -105,6 +108,8 @@ Q_SIGNALS:
 
 private:
     std::vector<quint32> known(const std::vector<quint32>& ids) const;
+    void movePointer(const QPointF& position);
+    void lookUnderPointer();
     void pointAt(quint32 id);
     void drag(const QPointF& pixels);
     void click(const QPointF& position, Qt::KeyboardModifiers modifiers);
@@ -114,9 +119,10 @@ private:
     OrbitCamera m_camera;
     PointerGesture m_gesture;
     std::vector<quint32> m_selectedIds;
-    std::size_t m_primaryCount = 1;
     std::vector<quint32> m_hoveredIds;
-    quint32 m_pointedId = 0; // last reported by hovered()
+    std::optional<QPointF> m_pointer; // where to look once the frame is over
+    QTimer m_frame;                   // runs from one look to the next
+    quint32 m_pointedId = 0;          // last reported by hovered()
     double m_triangleCount = 0;
     int m_meshCount = 0;
 };

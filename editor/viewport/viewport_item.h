@@ -7,6 +7,16 @@
 
 namespace editor {
 
+/// Items that follow each other, by their places in the order.
+struct ItemRange
+{
+    quint32 first = 0;
+    quint32 end = 0; ///< behind the last one
+
+    quint32 size() const { return end - first; }
+    bool meets(const ItemRange& other) const { return first < other.end && other.first < end; }
+};
+
 /// What the viewport knows of an object.
 struct ViewportItem
 {
@@ -24,7 +34,8 @@ struct ViewportItem
     QMatrix4x4 transform;     ///< to the world; affine
     QColor color = Qt::lightGray;
     bool visible = true;
-    bool pickable = true; ///< false when locked: neither picked nor hovered nor rubber-banded
+    bool pickable = true;    ///< false when locked: neither picked nor hovered nor rubber-banded
+    quint32 descendants = 0; ///< how many of the items that follow are below it in the tree
 
     bool isMesh() const { return geometry != nullptr; }
     bool isMarker() const { return !geometry && (kind == Kind::Light || kind == Kind::Camera); }

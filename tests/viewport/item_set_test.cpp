@@ -268,6 +268,33 @@ TEST(ItemSet, MarkersAreHitWithinTheirDiscAndNotThroughWalls)
               set.idsWithin(camera, QRectF(QPointF(), camera.viewport())));
 }
 
+TEST(ItemSet, KnowsBranchesAlsoWhereItemsAreLeftOut)
+{
+    // 1 { 2 { 3, (0) { 4 } }, (2) }, 5
+    std::vector<ViewportItem> items;
+    for (const auto& [id, descendants] :
+         {std::pair(1u, 5u), {2u, 3u}, {3u, 0u}, {0u, 1u}, {4u, 0u}, {2u, 0u}, {5u, 99u}}) {
+        items.push_back(meshItem(id, cubeMesh(), {float(id), 0, 0}));
+        items.back().descendants = descendants;
+    }
+    ItemSet set;
+    set.assign(items);
+    const auto text = [](const ItemRange& range) {
+        return std::to_string(range.first) + '-' + std::to_string(range.end);
+    };
+    EXPECT_EQ("0-4", text(set.branchOf(1)));
+    EXPECT_EQ("1-4", text(set.branchOf(2)));
+    EXPECT_EQ("4-5", text(set.branchOf(5)));
+    EXPECT_EQ(0u, set.branchOf(77).size());
+    set.update(meshItem(2, cubeMesh(), {}));
+    EXPECT_EQ("1-4", text(set.branchOf(2)));
+    std::string branches;
+    for (const ItemRange& branch : set.branchesOf({5, 3, 77, 2, 4}))
+        branches += text(branch) + ' ';
+    EXPECT_EQ("1-4 4-5 ", branches);
+    EXPECT_EQ(4.5f, set.boundsOf({2}).upper.x());
+}
+
 TEST(ItemSet, SurvivesNumbersThatAreNone)
 {
     ViewportItem broken = meshItem(1, cubeMesh(), {float(qQNaN()), 0, 0});

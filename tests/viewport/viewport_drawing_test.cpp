@@ -1,6 +1,6 @@
 #include "mesh_samples.h"
 
-#include <editor/viewport/viewport_controller.h>
+#include <editor/viewport/render/viewport_surface.h>
 #include <editor/viewport/viewport_types.h>
 
 #include <QQmlEngine>
@@ -46,6 +46,14 @@ protected:
         m_controller.frameAll();
     }
 
+    ViewportSurface* surface() { return m_view.rootObject()->findChild<ViewportSurface*>(); }
+    // Until nothing is drawn for a while; a view that never rests fails.
+    void waitForRest()
+    {
+        m_view.grabWindow(); // also waits for a frame on its way
+        QSignalSpy frames(&m_view, &QQuickWindow::frameSwapped);
+        EXPECT_TRUE(QTest::qWaitFor([&frames] { return !frames.wait(300); }, 20000));
+    }
     QColor pixel(const QPointF& position)
     {
         return m_view.grabWindow().pixelColor(position.toPoint());
@@ -122,6 +130,23 @@ TEST_F(ViewportDrawingTest, HighlightsOutlineTheItem)
     m_controller.setHoveredId(2);
     EXPECT_TRUE(shows("hoverColor"));
     EXPECT_FALSE(shows("primaryColor"));
+    m_controller.setHoveredId(0);
+    EXPECT_FALSE(shows("hoverColor"));
+
+    // A group of many shows what is in it, and nothing else.
+    ViewportItem group = meshItem(10, nullptr, {});
+    group.descendants = 20;
+    std::vector<ViewportItem> items{meshItem(1, cubeMesh(), {-3, 0, 0}), group};
+    for (quint32 id = 11; id <= 30; ++id)
+        items.push_back(meshItem(id, cubeMesh(), {2, float(id) * 0.01f, 0}));
+    m_controller.setItems(std::move(items));
+    m_controller.frameAll();
+    const QColor alone = pixel(1);
+    const QColor within = pixel(11);
+    m_controller.setHoveredId(10);
+    EXPECT_TRUE(shows("hoverColor"));
+    EXPECT_EQ(alone, pixel(1));
+    EXPECT_NE(within, pixel(11));
 }
 
 TEST_F(ViewportDrawingTest, KeepsUpWithResizeThemeAndAnotherWindow)
@@ -144,14 +169,37 @@ TEST_F(ViewportDrawingTest, KeepsUpWithResizeThemeAndAnotherWindow)
     EXPECT_FALSE(looksLike(pixel(QPointF(450, 150)), green));
 }
 
-TEST_F(ViewportDrawingTest, RestsWhileNothingChanges)
+TEST_F(ViewportDrawingTest, HoverOver100000ItemsListsAndDrawsNoneOfThemAgain)
 {
-    QTest::qWait(200);
-    QSignalSpy frames(&m_view, &QQuickWindow::frameSwapped);
-    QTest::qWait(500);
-    EXPECT_EQ(0, frames.count());
-    m_controller.setHoveredId(1);
-    EXPECT_TRUE(frames.wait(2000));
+    const MeshGeometryPtr mesh = cubeMesh();
+    std::vector<ViewportItem> items{meshItem(1, nullptr, {})};
+    items.front().descendants = 100000;
+    for (quint32 id = 2; id <= 100001; ++id)
+        items.push_back(meshItem(id, mesh, {float(id % 400) * 2, 0, float(id / 400) * 2}));
+    m_controller.setItems(std::move(items));
+    m_controller.frameAll();
+    m_controller.setSelectedIds({1, 777});
+    const DrawCounts& counts = surface()->drawCounts();
+    waitForRest();
+    const int scenes = counts.scenes;
+    const int listed = counts.listed;
+    const int frames = counts.frames;
+    EXPECT_GE(listed, 200000);
+
+    for (quint32 id : {2u, 1u, 50000u, 1u}) { // the group and items in it
+        m_controller.setHoveredId(id);
+        waitForRest();
+    }
+    m_controller.leave();
+    waitForRest();
+    EXPECT_EQ(scenes, counts.scenes);
+    EXPECT_EQ(listed + 2, counts.listed);
+    EXPECT_LE(counts.frames, frames + 5);
+    EXPECT_GT(counts.frames, frames);
+    m_controller.lookFrom(30, 30);
+    waitForRest();
+    EXPECT_EQ(scenes + 1, counts.scenes);
+    EXPECT_EQ(listed + 2, counts.listed);
 }
 
 TEST_F(ViewportDrawingTest, PointerAndKeysDriveTheController)

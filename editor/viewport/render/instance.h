@@ -5,15 +5,16 @@
 
 namespace editor {
 
-/// What the shaders read once for every drawn item: the upper three rows of its transform and its
-/// colour, 64 bytes in the layout of the vertex attributes.
+/// What the shaders read once for every drawn item: the upper three rows of its transform, its
+/// colour and its place among the items, 64 bytes in the layout of the vertex attributes.
 struct Instance
 {
     float rows[3][4];
-    float color[4];
+    float color[3];
+    float place; ///< exact up to 2^24 items
 
-    Instance(const QMatrix4x4& transform, const QColor& tint)
-        : color{float(tint.redF()), float(tint.greenF()), float(tint.blueF()), float(tint.alphaF())}
+    Instance(const QMatrix4x4& transform, const QColor& tint, quint32 index)
+        : color{float(tint.redF()), float(tint.greenF()), float(tint.blueF())}, place(float(index))
     {
         for (int row = 0; row < 3; ++row) {
             for (int column = 0; column < 4; ++column)

@@ -14,7 +14,7 @@ namespace {
 
 void bindInstances(QOpenGLExtraFunctions* gl, std::size_t first)
 {
-    constexpr int attributeCount = 4; // three rows and the colour
+    constexpr int attributeCount = 4; // three rows, and the colour with the place
     for (int i = 0; i < attributeCount; ++i) {
         const auto location = GLuint(attribute::instanceRow + i);
         const std::size_t offset = first * sizeof(Instance) + std::size_t(i) * sizeof(float[4]);
@@ -44,26 +44,53 @@ void InstanceBuffer::apply(const Patch& patch)
     m_buffer.bind();
     m_buffer.write(int(patch.slot * sizeof(Instance)), &patch.instance, int(sizeof(Instance)));
     m_buffer.release();
-    const auto next = std::upper_bound(
-        m_chunks.begin(), m_chunks.end(), patch.slot,
-        [](quint32 slot, const InstanceList::Chunk& chunk) { return slot < chunk.first; });
-    std::prev(next)->bounds.include(patch.bounds);
+    chunkOf(patch.slot)->bounds.include(patch.bounds);
 }
 
-void InstanceBuffer::draw(InstanceList::Shape shape, const ConvexVolume& view, MeshCache& meshes)
+std::vector<InstanceList::Chunk>::iterator InstanceBuffer::chunkOf(quint32 slot)
 {
-    auto* gl = QOpenGLContext::currentContext()->extraFunctions();
+    return std::prev(std::upper_bound(
+        m_chunks.begin(), m_chunks.end(), slot,
+        [](quint32 wanted, const InstanceList::Chunk& chunk) { return wanted < chunk.first; }));
+}
+
+void InstanceBuffer::draw(InstanceList::Shape shape, const ConvexVolume& view, MeshCache& meshes,
+                          const std::optional<ItemRange>& items)
+{
     for (const InstanceList::Chunk& chunk : m_chunks) {
         const bool inView = shape == InstanceList::Shape::Marker ||
                             view.overlap(chunk.bounds) != ConvexVolume::Overlap::None;
-        if (chunk.shape != shape || !inView)
-            continue;
-        meshes.bind(chunk.mesh);
-        m_buffer.bind();
-        bindInstances(gl, chunk.first);
-        gl->glDrawElementsInstanced(GL_TRIANGLES, GLsizei(chunk.mesh->indices().size()),
-                                    GL_UNSIGNED_INT, nullptr, GLsizei(chunk.count));
+        if (chunk.shape == shape && inView && (!items || items->meets(chunk.items)))
+            drawInstances(chunk, chunk.first, chunk.count, meshes);
     }
+}
+
+void InstanceBuffer::drawSlot(quint32 slot, InstanceList::Shape shape, MeshCache& meshes)
+{
+    const InstanceList::Chunk& chunk = *chunkOf(slot);
+    if (chunk.shape == shape)
+        drawInstances(chunk, slot, 1, meshes);
+}
+
+void InstanceBuffer::drawInstances(const InstanceList::Chunk& chunk, quint32 first, quint32 count,
+                                   MeshCache& meshes)
+{
+    meshes.bind(chunk.mesh);
+    m_buffer.bind();
+    auto* gl = QOpenGLContext::currentContext()->extraFunctions();
+    bindInstances(gl, first);
+    gl->glDrawElementsInstanced(GL_TRIANGLES, GLsizei(chunk.mesh->indices().size()),
+                                GL_UNSIGNED_INT, nullptr, GLsizei(count));
+}
+
+Box InstanceBuffer::boundsOf(const ItemRange& items) const
+{
+    Box box;
+    for (const InstanceList::Chunk& chunk : m_chunks) {
+        if (items.meets(chunk.items))
+            box.include(chunk.bounds);
+    }
+    return box;
 }
 
 } // namespace editor

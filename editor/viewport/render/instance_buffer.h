@@ -4,6 +4,8 @@
 
 #include <QOpenGLBuffer>
 
+#include <optional>
+
 namespace editor {
 
 class MeshCache;
@@ -24,10 +26,21 @@ public:
     void apply(const Patch& patch);
     bool isEmpty() const { return m_chunks.empty(); }
 
-    /// Draws the chunks of a shape that may be in view with the bound program.
-    void draw(InstanceList::Shape shape, const ConvexVolume& view, MeshCache& meshes);
+    /// Draws the chunks of a shape that may be in view with the bound program. Given `items`, those
+    /// without any of them are skipped; the program has to tell the others apart.
+    void draw(InstanceList::Shape shape, const ConvexVolume& view, MeshCache& meshes,
+              const std::optional<ItemRange>& items = std::nullopt);
+    /// Draws one instance, if it is of that shape.
+    void drawSlot(quint32 slot, InstanceList::Shape shape, MeshCache& meshes);
+
+    /// Around the chunks that hold any of the items. Linear in chunks.
+    Box boundsOf(const ItemRange& items) const;
 
 private:
+    void drawInstances(const InstanceList::Chunk& chunk, quint32 first, quint32 count,
+                       MeshCache& meshes);
+    std::vector<InstanceList::Chunk>::iterator chunkOf(quint32 slot);
+
     QOpenGLBuffer m_buffer{QOpenGLBuffer::VertexBuffer};
     std::vector<InstanceList::Chunk> m_chunks;
 };

@@ -35,7 +35,7 @@ InstanceList::InstanceList(const std::vector<Entry>& entries)
         const Entry& first = entries[group.firstEntry];
         for (quint32 done = 0; done < group.count; done += chunkSize) {
             const quint32 count = std::min(chunkSize, group.count - done);
-            m_chunks.push_back({first.mesh, first.shape, slot + done, count, {}});
+            m_chunks.push_back({first.mesh, first.shape, slot + done, count, {}, {}});
         }
         slot += group.count;
     }
@@ -48,9 +48,13 @@ InstanceList::InstanceList(const std::vector<Entry>& entries)
     }
     m_instances.reserve(entries.size());
     for (Chunk& chunk : m_chunks) {
+        chunk.items = {~quint32(0), 0};
         for (quint32 i = chunk.first; i < chunk.first + chunk.count; ++i) {
-            m_instances.push_back(entries[entryAt[i]].instance);
-            chunk.bounds.include(entries[entryAt[i]].bounds);
+            const Entry& entry = entries[entryAt[i]];
+            m_instances.push_back(entry.instance);
+            chunk.bounds.include(entry.bounds);
+            chunk.items.first = std::min(chunk.items.first, entry.index);
+            chunk.items.end = std::max(chunk.items.end, entry.index + 1);
         }
     }
 }

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "../viewport_item.h"
 #include "instance.h"
-#include <editor/geometry/mesh_geometry.h>
 
 namespace editor {
 
@@ -22,6 +22,7 @@ public:
         Shape shape;
         Instance instance;
         Box bounds;
+        quint32 index; ///< the item's place among the items
     };
     struct Chunk
     {
@@ -30,6 +31,7 @@ public:
         quint32 first;
         quint32 count;
         Box bounds;
+        ItemRange items; ///< the first and the last one's places, and maybe others' in between
     };
 
     InstanceList() = default;

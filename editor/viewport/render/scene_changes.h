@@ -32,14 +32,35 @@ struct SceneColors
     QColor grid;
 };
 
+/// What is selected: an outline in one colour, and in another one for the primary branch.
+struct SelectionMarks
+{
+    InstanceList items;
+    ItemRange primary;
+};
+
+/// What is hovered, named among the drawn items so that a mark costs the same for any branch.
+struct HoverMarks
+{
+    std::vector<quint32> slots; ///< of the items of small branches
+    std::vector<ItemRange> branches;
+    Box slotBounds;
+
+    bool isEmpty() const { return slots.empty() && branches.empty(); }
+};
+
 /// All that a renderer has to catch up with. What is not set has not changed.
 struct SceneChanges
 {
     std::optional<InstanceList> items;
     std::vector<InstanceBuffer::Patch> patches; ///< of the items, after `items`
-    std::optional<InstanceList> highlights;     ///< with the mask's channels for a colour
+    std::optional<SelectionMarks> selection;
+    std::optional<HoverMarks> hover; ///< after `items`
     std::optional<SceneView> view;
     std::optional<SceneColors> colors;
+
+    /// Whether the picture below the outlines is another one.
+    bool touchScene() const { return items || !patches.empty() || view || colors; }
 };
 
 } // namespace editor

@@ -1,22 +1,24 @@
 #pragma once
 
-#include "mesh_cache.h"
-#include "scene_changes.h"
+#include "draw_counts.h"
+#include "outline_pass.h"
 
 #include <QOpenGLVertexArrayObject>
 #include <QQuickFramebufferObject>
 
-class QOpenGLShaderProgram;
 class QQuickWindow;
 
 namespace editor {
 
 /// Draws a ViewportSurface. Lives on Qt Quick's render thread with its context current; meets the
 /// surface in synchronize() alone, while the GUI thread waits.
+///
+/// The drawn scene is kept: a frame in which only marks changed puts outlines over the same
+/// picture.
 class SceneRenderer : public QQuickFramebufferObject::Renderer
 {
 public:
-    SceneRenderer();
+    explicit SceneRenderer(std::shared_ptr<DrawCounts> counts);
     ~SceneRenderer() override;
 
 protected:
@@ -26,35 +28,32 @@ protected:
 
 private:
     using Program = std::unique_ptr<QOpenGLShaderProgram>;
+    using Target = std::unique_ptr<QOpenGLFramebufferObject>;
 
     void loadPrograms();
     void applyChanges();
-    void prepare();
-    void use(QOpenGLShaderProgram& program);
-    /// Draws the silhouettes of what is highlighted into the mask.
-    void drawMask();
+    void drawScene(const QSize& size);
     void drawItems();
     void drawGrid();
-    void drawOutlines();
     void drawMarkers();
 
+    std::shared_ptr<DrawCounts> m_counts;
     SceneChanges m_changes;
     SceneView m_view;
     SceneColors m_colors;
     QQuickWindow* m_window = nullptr;
     bool m_isNew = true;
+    bool m_isSceneStale = true;
 
     QOpenGLVertexArrayObject m_vertexArray;
-    std::unique_ptr<QOpenGLFramebufferObject> m_mask;
+    Target m_scene; // colour and depth, several samples a pixel
+    Target m_color; // the same, one sample a pixel
     MeshCache m_meshes;
     InstanceBuffer m_items;
-    InstanceBuffer m_highlights;
+    OutlinePass m_outlines;
     Program m_meshProgram;
     Program m_markerProgram;
     Program m_gridProgram;
-    Program m_meshMaskProgram;
-    Program m_markerMaskProgram;
-    Program m_outlineProgram;
 };
 
 } // namespace editor

@@ -10,11 +10,6 @@ namespace {
 constexpr float gridReachPerDistance = 25.0f;
 constexpr float gridLinesPerDistance = 20.0f;
 
-// What to set of the mask from which outlines are made.
-const QColor selectedChannels(255, 0, 0, 0);
-const QColor primaryChannels(255, 255, 0, 0);
-const QColor hoveredChannels(0, 0, 255, 0);
-
 SceneView viewOf(const OrbitCamera& camera)
 {
     SceneView view;
@@ -50,9 +45,8 @@ void ViewportSurface::setController(ViewportController* controller)
         connect(m_controller, &ViewportController::itemsReset, this, [this] { schedule(Items); });
         connect(m_controller, &ViewportController::itemChanged, this, &ViewportSurface::patchItem);
         connect(m_controller, &ViewportController::selectionChanged, this,
-                [this] { schedule(Highlights); });
-        connect(m_controller, &ViewportController::hoverChanged, this,
-                [this] { schedule(Highlights); });
+                [this] { schedule(Selection); });
+        connect(m_controller, &ViewportController::hoverChanged, this, [this] { schedule(Hover); });
         connect(m_controller, &ViewportController::cameraChanged, this, [this] { schedule(View); });
         connect(m_controller, &QObject::destroyed, this, [this] { schedule(Everything); });
     }
@@ -62,7 +56,7 @@ void ViewportSurface::setController(ViewportController* controller)
 
 QQuickFramebufferObject::Renderer* ViewportSurface::createRenderer() const
 {
-    return new SceneRenderer;
+    return new SceneRenderer(m_counts);
 }
 
 void ViewportSurface::schedule(int changes)
@@ -89,8 +83,10 @@ SceneChanges ViewportSurface::takeChanges()
     else
         changes.patches = std::move(m_patches);
     m_patches.clear();
-    if (changed & (Items | Highlights))
-        changes.highlights = listHighlights();
+    if (changed & (Items | Selection))
+        changes.selection = listSelection();
+    if (changed & (Items | Hover))
+        changes.hover = listHover();
     if ((changed & View) && m_controller)
         changes.view = viewOf(m_controller->camera());
     if (changed & Colors)
@@ -100,7 +96,8 @@ SceneChanges ViewportSurface::takeChanges()
 
 void ViewportSurface::patchItem(quint32 index)
 {
-    schedule(Highlights | View); // what moves may move the far plane
+    // What moves may move the far plane, and take an outline along.
+    schedule(View | Hover | (m_controller->selectedIds().empty() ? 0 : Selection));
     if (m_changes & Items)
         return;
     const ViewportItem& item = m_controller->items().items()[index];
@@ -108,7 +105,8 @@ void ViewportSurface::patchItem(quint32 index)
     // A hidden view takes no changes away; better to start anew than to heap them up.
     const bool isSparse = m_patches.size() < m_slots.size() / 4 + 16;
     if (keepsSlot && item.visible && isSparse)
-        m_patches.push_back({m_slots[index], Instance(item.transform, item.color), item.bounds()});
+        m_patches.push_back(
+            {m_slots[index], Instance(item.transform, item.color, index), item.bounds()});
     else
         schedule(Items);
 }
@@ -120,10 +118,17 @@ const MeshGeometryPtr& ViewportSurface::meshOf(const ViewportItem& item) const
     return item.kind == ViewportItem::Kind::Light ? m_lightSign : m_cameraSign;
 }
 
-InstanceList::Entry ViewportSurface::entryOf(const ViewportItem& item, const QColor& color) const
+InstanceList::Entry ViewportSurface::entryOf(quint32 index) const
 {
+    const ViewportItem& item = m_controller->items().items()[index];
     const auto shape = item.isMarker() ? InstanceList::Shape::Marker : InstanceList::Shape::Mesh;
-    return {meshOf(item), shape, Instance(item.transform, color), item.bounds()};
+    return {meshOf(item), shape, Instance(item.transform, item.color, index), item.bounds(), index};
+}
+
+InstanceList ViewportSurface::listOf(const std::vector<InstanceList::Entry>& entries) const
+{
+    m_counts->listed += int(entries.size());
+    return InstanceList(entries);
 }
 
 InstanceList ViewportSurface::listItems()
@@ -132,43 +137,58 @@ InstanceList ViewportSurface::listItems()
         return {};
     const ItemSet& items = m_controller->items();
     std::vector<InstanceList::Entry> entries;
-    std::vector<quint32> drawn;
     entries.reserve(items.items().size());
-    drawn.reserve(items.items().size());
     m_drawnMeshes.assign(items.items().size(), nullptr);
     for (quint32 index : items.spatialOrder()) {
         const ViewportItem& item = items.items()[index];
         if (!isDrawn(item))
             continue;
-        entries.push_back(entryOf(item, item.color));
-        drawn.push_back(index);
+        entries.push_back(entryOf(index));
         m_drawnMeshes[index] = meshOf(item).get();
     }
 
-    InstanceList list(entries);
+    InstanceList list = listOf(entries);
     m_slots.assign(items.items().size(), noSlot);
-    for (quint32 i = 0; i < drawn.size(); ++i)
-        m_slots[drawn[i]] = list.slotOf(i);
+    for (quint32 i = 0; i < entries.size(); ++i)
+        m_slots[entries[i].index] = list.slotOf(i);
     return list;
 }
 
-InstanceList ViewportSurface::listHighlights() const
+SelectionMarks ViewportSurface::listSelection() const
 {
-    if (!m_controller)
+    if (!m_controller || m_controller->selectedIds().empty())
         return {};
-    const auto& selected = m_controller->selectedIds();
+    const ItemSet& items = m_controller->items();
     std::vector<InstanceList::Entry> entries;
-    entries.reserve(selected.size() + m_controller->hoveredIds().size());
-    const auto mark = [&](quint32 id, const QColor& channels) {
-        const ViewportItem* item = m_controller->items().find(id);
-        if (item && isDrawn(*item))
-            entries.push_back(entryOf(*item, channels));
-    };
-    for (std::size_t i = 0; i < selected.size(); ++i)
-        mark(selected[i], m_controller->isPrimary(i) ? primaryChannels : selectedChannels);
-    for (quint32 id : m_controller->hoveredIds())
-        mark(id, hoveredChannels);
-    return InstanceList(entries);
+    for (const ItemRange& branch : items.branchesOf(m_controller->selectedIds())) {
+        for (quint32 index = branch.first; index < branch.end; ++index) {
+            if (isDrawn(items.items()[index]))
+                entries.push_back(entryOf(index));
+        }
+    }
+    return {listOf(entries), items.branchOf(m_controller->selectedIds().back())};
+}
+
+HoverMarks ViewportSurface::listHover() const
+{
+    HoverMarks marks;
+    if (!m_controller)
+        return marks;
+    const ItemSet& items = m_controller->items();
+    for (const ItemRange& branch : items.branchesOf(m_controller->hoveredIds())) {
+        if (branch.size() > smallBranch) {
+            marks.branches.push_back(branch);
+            continue;
+        }
+        for (quint32 index = branch.first; index < branch.end; ++index) {
+            if (m_slots[index] == noSlot)
+                continue;
+            marks.slots.push_back(m_slots[index]);
+            marks.slotBounds.include(items.items()[index].bounds());
+            ++m_counts->listed;
+        }
+    }
+    return marks;
 }
 
 } // namespace editor

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../viewport_controller.h"
+#include "draw_counts.h"
 #include "scene_changes.h"
 
 #include <QColor>
@@ -10,7 +11,8 @@
 namespace editor {
 
 /// The item that draws what a ViewportController holds, on a transparent background. Draws only
-/// after a change, so a view at rest costs nothing.
+/// after a change, so a view at rest costs nothing, and draws the items only when they or the
+/// camera changed.
 class ViewportSurface : public QQuickFramebufferObject
 {
     Q_OBJECT
@@ -37,6 +39,8 @@ public:
     QColor gridColor() const { return m_colors.grid; }
     void setGridColor(const QColor& color) { setColor(m_colors.grid, color); }
 
+    const DrawCounts& drawCounts() const { return *m_counts; }
+
     Renderer* createRenderer() const override;
 
     /// @name For the renderer, while the GUI thread waits
@@ -54,23 +58,29 @@ private:
     {
         View = 1,
         Items = 2,
-        Highlights = 4,
-        Colors = 8,
-        Everything = 15
+        Selection = 4,
+        Hover = 8,
+        Colors = 16,
+        Everything = 31
     };
     static constexpr quint32 noSlot = ~quint32(0);
+    /// Branches with no more items than this are hovered item by item.
+    static constexpr quint32 smallBranch = 16;
 
     void schedule(int changes);
     void setColor(QColor& color, const QColor& value);
     void patchItem(quint32 index);
     InstanceList listItems();
-    InstanceList listHighlights() const;
+    SelectionMarks listSelection() const;
+    HoverMarks listHover() const;
     /// What to draw for an item; null for a group.
     const MeshGeometryPtr& meshOf(const ViewportItem& item) const;
     bool isDrawn(const ViewportItem& item) const { return item.visible && meshOf(item); }
-    InstanceList::Entry entryOf(const ViewportItem& item, const QColor& color) const;
+    InstanceList::Entry entryOf(quint32 index) const;
+    InstanceList listOf(const std::vector<InstanceList::Entry>& entries) const;
 
     QPointer<ViewportController> m_controller;
+    std::shared_ptr<DrawCounts> m_counts = std::make_shared<DrawCounts>();
     int m_changes = Everything;
     std::vector<InstanceBuffer::Patch> m_patches;
     std::vector<quint32> m_slots;                   // by item

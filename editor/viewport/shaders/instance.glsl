@@ -1,7 +1,7 @@
 in vec4 instanceRow0;
 in vec4 instanceRow1;
 in vec4 instanceRow2;
-in vec4 instanceColor;
+in vec4 instanceColor; // a: the item's place among the items
 
 vec3 toWorld(vec3 position)
 {

@@ -1,10 +1,10 @@
 #version 150 core
 
-in vec4 color; // which of the mask's channels to set
-
 out vec4 fragment;
+
+uniform vec4 channels; // which of the mask's channels to set
 
 void main()
 {
-    fragment = color;
+    fragment = channels;
 }
