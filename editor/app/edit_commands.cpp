@@ -34,6 +34,7 @@ EditCommands::EditCommands(SceneDocument& document, IAssetSelection& selection,
     // Drawing the scene again and again would take longer than the paste.
     connect(&m_task, &PropertyTask::runningChanged, this,
             [this] { m_document.setTellsOnlyWholeSteps(m_task.isRunning()); });
+    connect(&m_document, &SceneDocument::refused, this, &EditCommands::reported);
     connect(&m_task, &PropertyTask::canceled, this,
             [this](const QString& name) { Q_EMIT reported(tr("%1 was cancelled").arg(name)); });
 }
@@ -100,7 +101,9 @@ void EditCommands::pasteProperties()
     }
     const PropertyPasteJob& paste = *job;
     m_task.start(tr("Pasting properties"), std::move(job), [this, failure, &paste] {
-        Q_EMIT reported(paste.hasSucceeded() ? pasteSummary(paste.report()) : failure);
+        const QString summary = paste.hasSucceeded() ? pasteSummary(paste.report()) : failure;
+        const QString locked = m_document.takeRefusal();
+        Q_EMIT reported(locked.isEmpty() ? summary : tr("%1; %2").arg(summary, locked));
     });
 }
 

@@ -85,7 +85,7 @@ void InspectorModel::followSelection()
 void InspectorModel::readValues()
 {
     readPrimaryValues();
-    emitChanged(0, {ValueRole, MixedRole});
+    emitChanged(0, {ValueRole, MixedRole, ReadOnlyRole});
     compareSlice();
 }
 
@@ -93,6 +93,11 @@ void InspectorModel::readPrimaryValues()
 {
     m_compareTimer.stop();
     m_compared = 1;
+    const bool locked =
+        !m_objects.empty() && std::all_of(m_objects.begin(), m_objects.end(),
+                                          [](const auto& o) { return o->isEffectivelyLocked(); });
+    if (std::exchange(m_locked, locked) != locked)
+        Q_EMIT lockedChanged();
     if (m_objects.empty())
         return;
     const kyr::ReflectedObject primary = m_objects.front()->reflected();
@@ -149,7 +154,7 @@ QVariant InspectorModel::data(const QModelIndex& index, int role) const
     case MixedRole:
         return value.isFullyMixed();
     case ReadOnlyRole:
-        return property.isReadOnly;
+        return property.isReadOnly || (m_locked && property.path != "locked");
     case UnitRole:
         return property.unit;
     case MinimumRole:
@@ -180,7 +185,16 @@ QHash<int, QByteArray> InspectorModel::roleNames() const
 
 void InspectorModel::setBoolean(int row, bool value)
 {
-    edit(row, [value](const lumo::Variant&) { return lumo::Variant(value); });
+    const InspectorProperty* property = propertyAt(row);
+    if (!property || property->isReadOnly)
+        return;
+    const std::string path = property->path;
+    {
+        const Zar::CommitChangesScope step("Set " + property->label.toStdString(),
+                                           m_document.changesController().get());
+        m_document.setProperty(SceneObjects(m_objects), path, lumo::Variant(value));
+    }
+    emitChanged(row, {ValueRole});
 }
 
 void InspectorModel::setNumber(int row, double value)

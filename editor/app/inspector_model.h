@@ -26,6 +26,7 @@ class InspectorModel final : public QAbstractListModel
 {
     Q_OBJECT
     Q_PROPERTY(int objectCount READ objectCount NOTIFY objectsChanged)
+    Q_PROPERTY(bool locked READ isLocked NOTIFY lockedChanged)
 
 public:
     enum Role
@@ -50,6 +51,8 @@ public:
     ~InspectorModel() override;
 
     int objectCount() const noexcept { return int(m_objects.size()); }
+    /// Whether all objects are locked, so that nothing but their locks can be edited.
+    bool isLocked() const noexcept { return m_locked; }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -72,6 +75,7 @@ public:
 
 Q_SIGNALS:
     void objectsChanged();
+    void lockedChanged();
 
 private:
     struct Line
@@ -96,6 +100,7 @@ private:
     SceneObjects m_objects;
     std::vector<Line> m_lines;
     QSet<QString> m_foldedGroups;
+    bool m_locked = false;
     std::size_t m_compared = 0;
     QTimer m_compareTimer;
     std::optional<Zar::CommitChangesScope> m_change;

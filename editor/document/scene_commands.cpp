@@ -32,12 +32,20 @@ SceneObjects selectedObjects(const SceneDocument& document, const IAssetSelectio
 
 bool removeSelected(SceneDocument& document, IAssetSelection& selection)
 {
-    const SceneObjects doomed = document.topmost(selectedObjects(document, selection));
+    const SceneObjects selected = selectedObjects(document, selection);
+    const SceneObjects doomed = document.removable(selected);
     if (doomed.empty())
         return false;
     const Zar::CommitChangesScope scope("Delete", document.changesController().get());
     selection.clearSelection();
-    return document.remove(doomed);
+    document.remove(doomed);
+    SceneObjects left;
+    std::copy_if(selected.begin(), selected.end(), std::back_inserter(left),
+                 [&document](const SceneObjectPtr& object) {
+                     return object != document.root() && document.contains(object.get());
+                 });
+    selection.setSelection(referencesTo(left), false);
+    return true;
 }
 
 bool duplicateSelected(SceneDocument& document, IAssetSelection& selection)

@@ -50,6 +50,9 @@ SceneDocument::SceneDocument(QObject* parent)
     m_flushTimer.setSingleShot(true);
     m_flushTimer.setInterval(0);
     connect(&m_flushTimer, &QTimer::timeout, this, &SceneDocument::flushChanges);
+    m_refusalTimer.setSingleShot(true);
+    m_refusalTimer.setInterval(0);
+    connect(&m_refusalTimer, &QTimer::timeout, this, &SceneDocument::tellRefusal);
     // The stack moves when a step is complete: recorded, undone or redone.
     connect(&undoStack(), &QUndoStack::indexChanged, this, &SceneDocument::flushChanges);
     registerObjectReferences();
@@ -78,6 +81,7 @@ void SceneDocument::open(SceneObjectPtr root, const QString& filePath)
         m_lastId = std::max(m_lastId, object->id());
     attach(*m_root);
     m_filePath = filePath;
+    m_refused.clear();
     declareSaved();
     forgetChanges();
     Q_EMIT reset();
@@ -131,6 +135,7 @@ void SceneDocument::attach(SceneObject& branch)
         }
         object->m_document = this;
         updateInherited(*object);
+        object->m_protected = object->m_effectivelyLocked;
     }
 }
 
@@ -215,6 +220,8 @@ void SceneDocument::setTellsOnlyWholeSteps(bool wholeSteps)
         m_flushTimer.stop();
     else if (!m_pending.empty())
         m_flushTimer.start();
+    if (!wholeSteps && !m_refused.empty())
+        m_refusalTimer.start();
 }
 
 void SceneDocument::forgetChanges()
@@ -230,6 +237,7 @@ void SceneDocument::flushChanges()
     changes.reserve(m_pending.size());
     const SceneObjects pending = std::exchange(m_pending, {});
     for (const SceneObjectPtr& object : pending) {
+        object->m_protected = object->m_document && object->m_effectivelyLocked;
         if (const int aspects = std::exchange(object->m_pendingAspects, 0))
             changes.push_back({object.get(), ChangeAspects(aspects)});
     }

@@ -12,6 +12,7 @@
 #include <memory>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace editor {
@@ -65,7 +66,8 @@ public:
 
     // Operations. Objects that are not in the scene, and the root where it cannot take part, are
     // left out; what is then empty or changes nothing leaves no step. Each is linear in the
-    // objects it touches and their siblings.
+    // objects it touches and their siblings. What is locked is left out as well, and `refused`
+    // tells of it: it stays where it is with all below it, and takes nothing in.
 
     bool rename(const SceneObjectPtr& object, const QString& name);
     /// Puts a free tree before the child at `row`.
@@ -74,11 +76,12 @@ public:
     /// keeps its place in the world as far as position, rotation and scale can say it. Objects
     /// below another one that moves stay with it. False when the parent is inside one of them.
     bool reparent(const SceneObjects& objects, SceneObject& parent, int row = -1);
+    /// Objects with something locked below them stay as well.
     bool remove(const SceneObjects& objects);
     /// Puts a copy of each object, with all below it, behind the original. Returns the copies.
     SceneObjects duplicate(const SceneObjects& objects);
     /// Sets the property at a dotted path, such as "light.intensity", on every object that has
-    /// it. Returns how many took another value.
+    /// it. Returns how many took another value. Locks can be opened and closed by this alone.
     int setProperty(const SceneObjects& objects, std::string_view path, const lumo::Variant& value);
 
     /// While set, changes of values wait for the end of their step. Otherwise those of a long step
@@ -88,11 +91,21 @@ public:
     /// Those of `objects` that are in the scene, without the root and those below another one, in
     /// tree order.
     SceneObjects topmost(const SceneObjects& objects) const;
+    /// The topmost ones that `remove` takes away.
+    SceneObjects removable(const SceneObjects& objects);
+
+    /// Notes that a command left a locked object alone.
+    void refuse(const SceneObject& object);
+    /// Why objects were left alone since this was last told, in one sentence; empty when none was.
+    /// Who takes it tells it, instead of `refused`.
+    QString takeRefusal();
 
 Q_SIGNALS:
     void filePathChanged();
     void modifiedChanged(bool modified);
     void objectsChanged(const editor::ObjectChanges& changes);
+    /// Told from the event loop, once for all that was left alone until then.
+    void refused(const QString& reason);
     /// Objects came, went or moved; once a step.
     void structureChanged();
 
@@ -138,6 +151,11 @@ private:
     void gatherScattered(const SceneObjects& objects);
     void placeInWorld(const SceneObjectPtr& object, const QMatrix4x4& world);
 
+    bool refuses(const SceneObject& object);
+    SceneObjects unlocked(SceneObjects objects);
+    bool allowsChange(const SceneObject& object, const kyr::BoundProperty& property);
+    void tellRefusal();
+
     void perform(std::unique_ptr<Change> change, Zar::StringRef name);
     void propertyChanged(SceneObject& object, const kyr::BoundProperty& property,
                          const lumo::Variant& before, const lumo::Variant& after,
@@ -152,6 +170,8 @@ private:
     std::unordered_map<quint32, SceneObject*> m_byId;
     std::vector<SceneObjectPtr> m_pending;
     QTimer m_flushTimer;
+    QTimer m_refusalTimer;
+    std::unordered_set<quint32> m_refused;
     QString m_filePath;
     QUuid m_sceneKey = QUuid::createUuid();
     quint32 m_lastId = 0;
@@ -160,6 +180,7 @@ private:
     quint32 m_savedVersion = 0;
     quint32 m_saveCount = 0;
     bool m_tellsOnlyWholeSteps = false;
+    bool m_setsLocks = false;
     bool m_structureChanged = false;
     bool m_announcedModified = false;
 };

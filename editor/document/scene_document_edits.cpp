@@ -9,6 +9,8 @@
 #include <editor/document/tree_order.h>
 #include <host/undo/commit_changes_scope.h>
 
+#include <QScopedValueRollback>
+
 #include <algorithm>
 #include <cmath>
 #include <numeric>
@@ -41,6 +43,20 @@ std::vector<SceneObjects> byParent(const SceneObjects& objects)
         groups[entry->second].push_back(object);
     }
     return groups;
+}
+
+const SceneObject* lockedBelow(const SceneObject& branch)
+{
+    std::vector<const SceneObject*> waiting{&branch};
+    while (!waiting.empty()) {
+        const SceneObject* object = waiting.back();
+        waiting.pop_back();
+        if (object->isProtected())
+            return object;
+        for (const SceneObjectPtr& child : object->children())
+            waiting.push_back(child.get());
+    }
+    return nullptr;
 }
 
 bool nearlyEqual(const lumo::Vector3& a, const lumo::Vector3& b)
@@ -80,7 +96,8 @@ SceneObjects SceneDocument::topmost(const SceneObjects& objects) const
 bool SceneDocument::rename(const SceneObjectPtr& object, const QString& name)
 {
     const QString trimmed = name.trimmed();
-    if (!contains(object.get()) || trimmed.isEmpty() || trimmed == object->displayName())
+    if (!contains(object.get()) || trimmed.isEmpty() || trimmed == object->displayName() ||
+        refuses(*object))
         return false;
     const Zar::CommitChangesScope scope("Rename " + object->name(), m_controller.get());
     return object->reflected().property("name").set(lumo::Variant(trimmed.toStdString()));
@@ -90,7 +107,7 @@ bool SceneDocument::insert(const SceneObjectPtr& object, SceneObject& parent, in
 {
     const int count = static_cast<int>(parent.children().size());
     if (!object || object->document() || object->parent() || !contains(&parent) || row < 0 ||
-        row > count)
+        row > count || refuses(parent))
         return false;
     const auto holder = std::static_pointer_cast<SceneObject>(parent.shared_from_this());
     perform(std::make_unique<RowsChange>(*this, holder, row, SceneObjects{object}),
@@ -98,9 +115,21 @@ bool SceneDocument::insert(const SceneObjectPtr& object, SceneObject& parent, in
     return true;
 }
 
+SceneObjects SceneDocument::removable(const SceneObjects& objects)
+{
+    SceneObjects doomed = unlocked(topmost(objects));
+    doomed.erase(std::remove_if(doomed.begin(), doomed.end(),
+                                [this](const SceneObjectPtr& object) {
+                                    const SceneObject* locked = lockedBelow(*object);
+                                    return locked && refuses(*locked);
+                                }),
+                 doomed.end());
+    return doomed;
+}
+
 bool SceneDocument::remove(const SceneObjects& objects)
 {
-    const SceneObjects doomed = topmost(objects);
+    const SceneObjects doomed = removable(objects);
     if (doomed.empty())
         return false;
     const Zar::CommitChangesScope scope(stepName("Delete", doomed), m_controller.get());
@@ -117,7 +146,11 @@ bool SceneDocument::remove(const SceneObjects& objects)
 
 SceneObjects SceneDocument::duplicate(const SceneObjects& objects)
 {
-    const SceneObjects originals = topmost(objects);
+    SceneObjects originals = topmost(objects);
+    originals.erase(
+        std::remove_if(originals.begin(), originals.end(),
+                       [this](const SceneObjectPtr& object) { return refuses(*object->parent()); }),
+        originals.end());
     SceneObjects copies;
     if (originals.empty())
         return copies;
@@ -140,7 +173,9 @@ SceneObjects SceneDocument::duplicate(const SceneObjects& objects)
 
 bool SceneDocument::reparent(const SceneObjects& objects, SceneObject& parent, int row)
 {
-    const SceneObjects moving = topmost(objects);
+    if (contains(&parent) && refuses(parent))
+        return false;
+    const SceneObjects moving = unlocked(topmost(objects));
     const bool isCircular =
         std::any_of(moving.begin(), moving.end(), [&parent](const SceneObjectPtr& object) {
             return object.get() == &parent || parent.isInside(*object);
@@ -215,6 +250,7 @@ int SceneDocument::setProperty(const SceneObjects& objects, std::string_view pat
                                const lumo::Variant& value)
 {
     const Zar::CommitChangesScope scope("Set " + std::string(path), m_controller.get());
+    const QScopedValueRollback setsLocks(m_setsLocks, true);
     int changed = 0;
     for (const SceneObjectPtr& object : objects) {
         if (!contains(object.get()))

@@ -82,6 +82,11 @@ const kyr::ReflectedClass& SceneObject::reflectedClass() const
     return description;
 }
 
+bool SceneObject::allowsChange(const kyr::BoundProperty& property)
+{
+    return !m_document || m_document->allowsChange(*this, property);
+}
+
 void SceneObject::propertyChanged(const kyr::BoundProperty& property, const lumo::Variant& before,
                                   const lumo::Variant& after, vex::Flags<kyr::SetterFlag> flags)
 {

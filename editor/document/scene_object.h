@@ -33,6 +33,7 @@ public:
 
     const kyr::ReflectedClass& reflectedClass() const override;
     std::string reflectedName() const override { return m_name; }
+    bool allowsChange(const kyr::BoundProperty& property) override;
     void propertyChanged(const kyr::BoundProperty& property, const lumo::Variant& before,
                          const lumo::Variant& after, vex::Flags<kyr::SetterFlag> flags) override;
     /// The handle of this object.
@@ -49,6 +50,9 @@ public:
     bool isEffectivelyVisible() const noexcept { return m_effectivelyVisible; }
     /// Locked, or below something that is; O(1) within a document.
     bool isEffectivelyLocked() const noexcept { return m_effectivelyLocked; }
+    /// Nothing but its lock may change: it was locked, or below something that was, when the step
+    /// that is open began. What a step itself locks or unlocks counts from the next one on.
+    bool isProtected() const noexcept { return m_protected; }
     /// Differs from what the file holds.
     bool isModified() const noexcept;
     /// Whether a view starts with the object's branch open.
@@ -114,6 +118,7 @@ private:
     bool m_locked = false;
     bool m_effectivelyVisible = true;
     bool m_effectivelyLocked = false;
+    bool m_protected = false;
     bool m_expanded = false;
 };
 

@@ -77,7 +77,10 @@ bool SceneItemModel::canDropMimeData(const QMimeData* data, Qt::DropAction actio
         if (object.get() == target || target->isInside(*object))
             return false;
     }
-    return !objects.empty();
+    // Told while the pointer is over the row, which says why nothing can be dropped there.
+    if (target->isProtected())
+        m_document.refuse(*target);
+    return !objects.empty() && !target->isProtected();
 }
 
 bool SceneItemModel::dropMimeData(const QMimeData* data, Qt::DropAction action, int row, int column,

@@ -42,6 +42,8 @@ bool BoundProperty::set(const lumo::Variant& value, vex::Flags<SetterFlag> flags
 {
     if (!isValid() || isConst() || isReadOnly() || !m_property->set)
         return false;
+    if (m_topLevel && !flags.has(SetterFlag::Replay) && !m_topLevel->allowsChange(*this))
+        return false;
     const lumo::Variant before = get();
     if (!m_property->set(*m_object, value)) {
         const std::string* text = value.tryGet<std::string>();

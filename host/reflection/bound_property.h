@@ -31,7 +31,8 @@ public:
 
     lumo::Variant get() const;
     /// Converts `value` to the property's type and stores it; the top-level object is told when
-    /// the value really changed. A value that does not convert is reported and changes nothing.
+    /// the value really changed. False, with nothing changed, for a value that does not convert,
+    /// which is reported, and for an object that refuses.
     bool set(const lumo::Variant& value, vex::Flags<SetterFlag> flags = {}) const;
 
     const std::shared_ptr<IReflected>& topLevel() const noexcept { return m_topLevel; }

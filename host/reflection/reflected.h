@@ -32,6 +32,10 @@ public:
     /// What a user calls this object.
     virtual std::string reflectedName() const { return reflectedClass().name; }
 
+    /// Asked of the top-level object before a property of it, or of an object nested in it, is set.
+    /// False refuses; why is the object's to tell. An earlier state is restored without asking.
+    virtual bool allowsChange(const BoundProperty& /*property*/) { return true; }
+
     /// Called on the top-level object after a property of it, or of an object nested in it, took
     /// another value.
     virtual void propertyChanged(const BoundProperty& /*property*/, const lumo::Variant& /*before*/,

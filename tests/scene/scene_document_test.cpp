@@ -5,6 +5,8 @@
 #include <editor/document/transform_math.h>
 #include <host/undo/commit_changes_scope.h>
 
+#include <QCoreApplication>
+
 #include <gmock/gmock.h>
 
 namespace {
@@ -135,6 +137,49 @@ TEST_F(SceneDocumentTest, refusesWhatChangesNothing)
     EXPECT_FALSE(document.isModified());
 }
 
+TEST_F(SceneDocumentTest, whatIsLockedStaysAsItIsAndSaysSoOnce)
+{
+    QStringList reasons;
+    QObject::connect(&document, &SceneDocument::refused,
+                     [&reasons](const QString& reason) { reasons << reason; });
+    document.setProperty(at(document, {"A/A2", "D"}), "locked", lumo::Variant(true));
+    const std::string before = contentOf(*document.root());
+    const SceneObjectPtr light = at(document, "A/A2/L");
+    const kyr::ReflectedObject values = light->reflected();
+
+    EXPECT_FALSE(document.rename(light, QStringLiteral("M")));
+    EXPECT_FALSE(document.remove({light}));
+    EXPECT_FALSE(document.reparent({light}, *document.root()));
+    EXPECT_EQ(document.setProperty({light}, "light.range", lumo::Variant(3.0f)), 0);
+    EXPECT_FALSE(propertyAtPath(values, "transform.position").set(lumo::Variant(lumo::Vector3())));
+    EXPECT_FALSE(values.property("locked").set(lumo::Variant(true))) << "such as a paste sets it";
+    QCoreApplication::processEvents();
+    EXPECT_EQ(reasons, QStringList{QStringLiteral("“L” is locked with “A2”")});
+    EXPECT_TRUE(document.duplicate({light}).empty());
+    EXPECT_FALSE(document.reparent(at(document, {"A/A1"}), *at(document, "A/A2")));
+    EXPECT_FALSE(document.insert(SceneObject::create(ObjectKind::Mesh, "N"), *light, 0));
+    EXPECT_FALSE(document.remove(at(document, {"A", "D"}))) << "A holds something locked";
+    QCoreApplication::processEvents();
+    EXPECT_EQ(reasons.last(), QStringLiteral("3 objects are locked"));
+    EXPECT_EQ(contentOf(*document.root()), before);
+
+    EXPECT_TRUE(document.reparent(at(document, {"D", "A/A1"}), *at(document, "B")));
+    EXPECT_EQ(document.undoStack().undoText(), QStringLiteral("Move A1"));
+    document.undoStack().undo();
+    {
+        const Zar::CommitChangesScope step("Both", document.changesController().get());
+        const kyr::ReflectedObject mesh = at(document, "A/A1")->reflected();
+        EXPECT_TRUE(mesh.property("locked").set(lumo::Variant(true)));
+        EXPECT_TRUE(mesh.property("visible").set(lumo::Variant(false))) << "locked by this step";
+        EXPECT_EQ(document.setProperty(at(document, {"D"}), "locked", lumo::Variant(false)), 1);
+        EXPECT_FALSE(document.rename(at(document, "D"), QStringLiteral("E")));
+    }
+    EXPECT_FALSE(document.rename(at(document, "A/A1"), QStringLiteral("E")));
+    EXPECT_TRUE(document.rename(at(document, "D"), QStringLiteral("E")));
+    document.undoStack().setIndex(0);
+    EXPECT_TRUE(document.rename(at(document, "D"), QStringLiteral("E"))) << "unlocked by undo";
+}
+
 TEST_F(SceneDocumentTest, scatteredRowsAreRemovedAndMovedWithoutManySignals)
 {
     document.open(makeGridScene(1001, 1000), {});
@@ -234,11 +279,11 @@ TEST_F(SceneDocumentTest, tellsOfAStepAtItsEndAndOfWhatItInherits)
     EXPECT_EQ(told.size(), 2u);
     EXPECT_TRUE(at(document, "A/A2/L")->isEffectivelyVisible());
 
-    document.setProperty(at(document, {"B"}), "locked", lumo::Variant(true));
+    document.setProperty(at(document, {"B"}), "visible", lumo::Variant(false));
     document.reparent(at(document, {"A/A1"}), *at(document, "B"));
-    EXPECT_TRUE(at(document, "B/A1")->isEffectivelyLocked());
+    EXPECT_FALSE(at(document, "B/A1")->isEffectivelyVisible());
     document.undoStack().undo();
-    EXPECT_FALSE(at(document, "A/A1")->isEffectivelyLocked());
+    EXPECT_TRUE(at(document, "A/A1")->isEffectivelyVisible());
 }
 
 TEST_F(SceneDocumentTest, findsObjectsByIdOnlyWhileTheyAreInTheScene)

@@ -136,7 +136,7 @@ void editAtRandom(SceneDocument& document, std::mt19937& random)
                         static_cast<int>(row));
         break;
     case 4:
-        document.setProperty(some, below(2) ? "visible" : "locked", lumo::Variant(below(2) == 0));
+        document.setProperty(some, below(2) ? "visible" : "locked", lumo::Variant(below(4) == 0));
         break;
     default:
         document.setProperty(some, "transform.position",

@@ -29,7 +29,7 @@ PaneHeader {
             anchors {
                 left: icon.right
                 leftMargin: 6
-                right: others.left
+                right: locked.left
                 rightMargin: 8
                 verticalCenter: parent.verticalCenter
             }
@@ -38,6 +38,19 @@ PaneHeader {
             font { pixelSize: 12; bold: true }
             elide: Text.ElideRight
             textFormat: Text.PlainText
+        }
+        PanelIcon {
+            id: locked
+
+            anchors {
+                right: others.left
+                rightMargin: others.visible ? 8 : 0
+                verticalCenter: parent.verticalCenter
+            }
+            visible: session.inspector.locked
+            width: visible ? 16 : 0
+            name: "locked"
+            color: theme.warning
         }
         Text {
             id: others
