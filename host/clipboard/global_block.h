@@ -6,6 +6,7 @@
 
 namespace Zar::platform {
 
+/// A block of bytes that a clipboard backend hands over, zeroed at first.
 class GlobalBlock
 {
 public:

@@ -13,6 +13,7 @@ namespace kyr {
 class Annotations
 {
 public:
+    /// Where an annotation was found; invalid past the end.
     class untyped_iterator
     {
     public:

@@ -58,6 +58,7 @@ struct BoundPropertyArgument
     }
 };
 
+/// Lets a callback that is handed a property take the property's value instead.
 struct BoundPropertyArgumentConvertor
 {
     static BoundPropertyArgument convert(const BoundProperty& property) noexcept

@@ -58,6 +58,7 @@ bool isEmpty([[maybe_unused]] const Callable& callable) noexcept
 
 } // namespace fuzzy_details
 
+/// Adapts a callable to a signature; see the specialisation.
 template <typename Signature, typename Callable, typename Convertor = DefaultArgumentsConvertor>
 class FuzzyArgumentsAdaptor;
 
@@ -89,6 +90,7 @@ private:
     mutable Callable m_callable;
 };
 
+/// A function object of a signature; see the specialisation.
 template <typename Signature, typename Convertor = DefaultArgumentsConvertor>
 class FuzzyFunction;
 

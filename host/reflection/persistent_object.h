@@ -42,11 +42,16 @@ private:
 
 } // namespace kyr
 
+namespace std {
+
+/// By identity, like the comparison.
 template <>
-struct std::hash<kyr::PersistentObject>
+struct hash<kyr::PersistentObject>
 {
     std::size_t operator()(const kyr::PersistentObject& object) const noexcept
     {
         return std::hash<const void*>()(object.identity());
     }
 };
+
+} // namespace std

@@ -17,6 +17,8 @@ public:
     /// Ordered: the object selected last is the primary one.
     using Objects = std::vector<kyr::PersistentObject>;
 
+    /// What was selected before a change and what is now. The lists live as long as the
+    /// notification.
     struct SelectionChange
     {
         const Objects& before;

@@ -19,6 +19,7 @@ public:
     virtual void popup() = 0;
 };
 
+/// Where the browser gets its context menu from. Asked anew for each menu.
 class IPopupMenuProvider
 {
 public:

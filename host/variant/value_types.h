@@ -7,12 +7,14 @@
 
 namespace lumo {
 
+/// Two components; as text "x y".
 struct Vector2
 {
     float x = 0;
     float y = 0;
 };
 
+/// Three components; as text "x y z".
 struct Vector3
 {
     float x = 0;
@@ -20,6 +22,7 @@ struct Vector3
     float z = 0;
 };
 
+/// Four components; as text "x y z w".
 struct Vector4
 {
     float x = 0;

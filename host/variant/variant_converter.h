@@ -14,6 +14,7 @@ namespace lumo {
 
 namespace detail {
 
+/// How the values of one type are written as text and read back.
 struct TextForm
 {
     /// False when the value has no text. The value is of the form's own type.

@@ -11,6 +11,7 @@
 
 namespace vex {
 
+/// A set of callbacks of one signature; see the specialisation.
 template <typename Signature>
 class Signal;
 
