@@ -63,6 +63,8 @@ function(kyr_add_test name)
     cmake_parse_arguments(ARG "DISPLAY" "TIMEOUT" "SOURCES;LIBRARIES" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     kyr_target_defaults(${name})
+    # Tests are compiled more often than run: what they test is optimised, they need not be.
+    target_compile_options(${name} PRIVATE -O0 -g1)
     target_link_libraries(${name} PRIVATE kyr_test_support GTest::gtest GTest::gmock ${ARG_LIBRARIES})
     if(ARG_DISPLAY)
         add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/cmake/with-display $<TARGET_FILE:${name}>)
