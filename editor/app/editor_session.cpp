@@ -15,6 +15,8 @@ EditorSession::EditorSession(QObject* parent)
     , m_undoStatus(m_document.undoStack())
     , m_loader(m_document)
     , m_files(m_document, m_loader)
+    , m_exporter(m_document)
+    , m_recovery(m_document, m_loader)
     , m_edit(m_document, m_selection, m_browser)
 {
     m_browser.setPopupMenuProvider(makeContextMenuProvider(m_edit, m_selectionStatus));
@@ -25,6 +27,11 @@ EditorSession::EditorSession(QObject* parent)
     connect(&m_document, &SceneDocument::aboutToReset, this, [this] {
         m_selection.setHoveredObjects({});
         m_selection.clearSelection();
+    });
+    connect(&m_exporter, &SceneExport::exported, this, [this](const QString& path) {
+        // Over the file that was imported: that is nobody else's change.
+        if (path == m_document.filePath())
+            m_files.keepMine();
     });
     connect(&m_assetModel, &SceneAssetModel::activated, this,
             [this](SceneObject* object) { m_view.frame(*object); });

@@ -5,6 +5,8 @@
 #include "inspector_model.h"
 #include "load_controller.h"
 #include "log_model.h"
+#include "recovery_journal.h"
+#include "scene_export.h"
 #include "selection_status.h"
 #include "theme_controller.h"
 #include "undo_status.h"
@@ -34,6 +36,8 @@ class EditorSession final : public QObject
     Q_PROPERTY(editor::UndoStatus* undoStatus READ undoStatus CONSTANT)
     Q_PROPERTY(editor::LoadController* loader READ loader CONSTANT)
     Q_PROPERTY(editor::FileCommands* files READ files CONSTANT)
+    Q_PROPERTY(editor::RecoveryJournal* recovery READ recovery CONSTANT)
+    Q_PROPERTY(editor::SceneExport* exporter READ exporter CONSTANT)
     Q_PROPERTY(editor::EditCommands* edit READ edit CONSTANT)
     Q_PROPERTY(editor::PropertyTask* task READ task CONSTANT)
     Q_PROPERTY(editor::LogModel* log READ log CONSTANT)
@@ -54,6 +58,8 @@ public:
     UndoStatus* undoStatus() { return &m_undoStatus; }
     LoadController* loader() { return &m_loader; }
     FileCommands* files() { return &m_files; }
+    RecoveryJournal* recovery() { return &m_recovery; }
+    SceneExport* exporter() { return &m_exporter; }
     EditCommands* edit() { return &m_edit; }
     PropertyTask* task() { return &m_edit.task(); }
     LogModel* log() { return &m_log; }
@@ -84,6 +90,8 @@ private:
     UndoStatus m_undoStatus;
     LoadController m_loader;
     FileCommands m_files;
+    SceneExport m_exporter;
+    RecoveryJournal m_recovery;
     EditCommands m_edit;
     vex::Connection m_columnChooserRequested;
     std::optional<Zar::CommitChangesScope> m_step;

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QQmlContext>
+#include <QStandardPaths>
 #include <QStyleFactory>
 
 static void initializeResources()
@@ -41,12 +42,20 @@ void prepareWindows()
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     qputenv("QT_QUICK_CONTROLS_STYLE", "Fusion");
     registerViewportTypes();
+    qmlRegisterUncreatableType<FileCommands>("Editor.App", 1, 0, "FileCommands",
+                                             QStringLiteral("Comes with the session"));
     qRegisterMetaType<SceneObjectPtr>();
 }
 
 QString bundledScene()
 {
     return besideProgram(KYR_DATA_DIR "/street.kyrscene");
+}
+
+QString recoveryFolder()
+{
+    return QDir(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation))
+        .filePath(QStringLiteral("recovery"));
 }
 
 EditorWindow::EditorWindow(EditorSession& session, QObject* parent)

@@ -16,6 +16,8 @@ void prepareWindows();
 
 /// The scene that opens when none is named.
 QString bundledScene();
+/// Where the sessions of this user keep unsaved work.
+QString recoveryFolder();
 
 /// The editor's main window over a session.
 class EditorWindow final : public QObject

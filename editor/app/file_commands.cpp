@@ -5,10 +5,7 @@
 #include <editor/files/scene_writer.h>
 
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
-#include <QGuiApplication>
-#include <QWindow>
 
 #include <utility>
 
@@ -16,70 +13,77 @@ namespace editor {
 
 namespace {
 
-QStringList openFilters()
+QString loadFilter()
 {
-    return {FileCommands::tr("Scenes (%1)").arg(SceneLoader::namePatterns().join(QLatin1Char(' '))),
-            FileCommands::tr("All files (*)")};
-}
-
-QStringList saveFilters()
-{
-    return {FileCommands::tr("Editor scene (*.kyrscene)"), FileCommands::tr("glTF 2 (*.gltf)"),
-            FileCommands::tr("Binary glTF 2 (*.glb)")};
+    return FileCommands::tr("Scenes (%1)").arg(SceneLoader::namePatterns().join(QLatin1Char(' ')));
 }
 
 } // namespace
 
 FileCommands::FileCommands(SceneDocument& document, LoadController& loader, QObject* parent)
-    : QObject(parent), m_document(document), m_loader(loader)
-{}
+    : QObject(parent), m_document(document), m_loader(loader), m_saver(document)
+{
+    connect(&m_saver, &SceneSaver::saved, this, &FileCommands::finishSaving);
+    connect(&m_saver, &SceneSaver::failed, this, &FileCommands::failSaving);
+    connect(&m_saver, &SceneSaver::canceled, this, [this](const QString& path) {
+        m_afterSaving = {};
+        reportNote(tr("Saving %1 was cancelled").arg(QDir::toNativeSeparators(path)));
+    });
+    connect(&m_document, &SceneDocument::filePathChanged, this, [this] {
+        const QString path = m_document.filePath();
+        const FileStamp known = std::exchange(m_loading, {});
+        setConflict(NoConflict);
+        m_watch.follow(path, known.modified.isValid() ? known : FileStamp::of(path));
+    });
+    connect(&m_loader, &LoadController::failed, this, [this] { m_loading = {}; });
+    connect(&m_watch, &FileWatch::changed, this, [this] {
+        // What is being written or read just now is looked at again when that is done.
+        if (!m_saver.isSaving() && !m_loader.isLoading() && m_conflict == NoConflict)
+            setConflict(FileChanged);
+    });
+}
 
 FileCommands::~FileCommands() = default;
 
 void FileCommands::open()
 {
-    auto dialog = std::make_unique<QFileDialog>();
-    dialog->setWindowTitle(tr("Open Scene"));
-    dialog->setFileMode(QFileDialog::ExistingFile);
-    dialog->setNameFilters(openFilters());
-    askForPath(std::move(dialog), [this](const QString& path) { openFile(path); });
+    m_dialog.askToOpen(
+        {tr("Open Scene"), {loadFilter(), tr("All files (*)")}, m_document.filePath(), {}},
+        [this](const QString& path) { openFile(path); });
 }
 
 void FileCommands::openFile(const QString& path)
 {
-    unlessUnsaved([this, path] { m_loader.load(path); });
+    unlessUnsaved([this, path] { load(path); });
 }
 
 void FileCommands::save()
 {
-    if (canWriteScene(m_document.filePath()))
-        saveTo(m_document.filePath());
-    else
+    const QString path = m_document.filePath();
+    if (!isOwnFormat(path))
         saveAs();
+    else if (m_watch.isChanged())
+        setConflict(SaveWaits);
+    else
+        saveTo(path);
 }
 
 void FileCommands::saveAs()
 {
-    auto dialog = std::make_unique<QFileDialog>();
-    dialog->setWindowTitle(tr("Save Scene As"));
-    dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setFileMode(QFileDialog::AnyFile);
-    dialog->setNameFilters(saveFilters());
-    dialog->setDefaultSuffix(QStringLiteral("kyrscene"));
-    connect(dialog.get(), &QFileDialog::filterSelected, dialog.get(),
-            [dialog = dialog.get()](const QString& filter) {
-                const int begin = filter.indexOf(QLatin1String("*.")) + 2;
-                dialog->setDefaultSuffix(filter.mid(begin, filter.length() - begin - 1));
-            });
-    const QFileInfo file(m_document.filePath());
-    if (!m_document.filePath().isEmpty())
-        dialog->selectFile(file.completeBaseName());
-    askForPath(std::move(dialog), [this](const QString& path) { saveTo(path); });
+    m_dialog.askToWrite(
+        {tr("Save Scene As"),
+         {tr("Editor scene (*.kyrscene)")},
+         m_document.filePath(),
+         QFileInfo(m_document.filePath()).completeBaseName()},
+        [this](const QString& path) { saveTo(path); }, [this] { m_afterSaving = {}; });
 }
 
 void FileCommands::quit()
 {
-    unlessUnsaved([this] { Q_EMIT quitConfirmed(); });
+    if (m_saver.isSaving())
+        m_afterSaving = [this] { quit(); };
+    else
+        unlessUnsaved([this] { Q_EMIT quitConfirmed(); });
 }
 
 void FileCommands::saveAndContinue()
@@ -102,6 +106,34 @@ void FileCommands::stay()
     setConfirmation({});
 }
 
+void FileCommands::reload()
+{
+    m_afterSaving = {};
+    setConflict(NoConflict);
+    load(m_document.filePath());
+}
+
+void FileCommands::keepMine()
+{
+    const bool saveWaits = m_conflict == SaveWaits;
+    setConflict(NoConflict);
+    m_watch.accept();
+    if (saveWaits)
+        saveTo(m_document.filePath());
+}
+
+void FileCommands::saveElsewhere()
+{
+    setConflict(NoConflict);
+    saveAs();
+}
+
+void FileCommands::decideLater()
+{
+    m_afterSaving = {};
+    setConflict(NoConflict);
+}
+
 void FileCommands::unlessUnsaved(Continuation continuation)
 {
     if (m_document.isModified())
@@ -116,34 +148,43 @@ void FileCommands::setConfirmation(Continuation continuation)
     Q_EMIT confirmingChanged();
 }
 
+void FileCommands::setConflict(Conflict conflict)
+{
+    if (m_conflict == conflict)
+        return;
+    m_conflict = conflict;
+    Q_EMIT conflictChanged();
+}
+
+void FileCommands::load(const QString& path)
+{
+    m_loading = FileStamp::of(path);
+    m_loader.load(path);
+}
+
 void FileCommands::saveTo(const QString& path)
 {
-    const Continuation continuation = std::exchange(m_afterSaving, {});
-    const QString error = writeScene(*m_document.root(), path);
-    if (!error.isEmpty()) {
-        reportFailure(error);
-        Q_EMIT saveFailed(path, error);
-        return;
-    }
-    m_document.markSaved(path);
+    m_saver.save(path);
+}
+
+void FileCommands::finishSaving(const QString& path, bool isCurrent)
+{
+    if (isCurrent)
+        m_document.markSaved(path);
+    else
+        m_document.markUnsaved(path);
+    m_watch.follow(path, FileStamp::of(path));
     reportNote(tr("Saved %1").arg(QDir::toNativeSeparators(path)));
     Q_EMIT saved(path);
-    if (continuation)
+    if (const Continuation continuation = std::exchange(m_afterSaving, {}))
         continuation();
 }
 
-void FileCommands::askForPath(std::unique_ptr<QFileDialog> dialog,
-                              std::function<void(const QString&)> chosen)
+void FileCommands::failSaving(const QString& path, const QString& reason)
 {
-    m_dialog = std::move(dialog);
-    if (!m_document.filePath().isEmpty())
-        m_dialog->setDirectory(QFileInfo(m_document.filePath()).absolutePath());
-    connect(m_dialog.get(), &QFileDialog::fileSelected, this, chosen);
-    connect(m_dialog.get(), &QFileDialog::rejected, this, [this] { m_afterSaving = {}; });
-    m_dialog->setWindowModality(Qt::ApplicationModal);
-    m_dialog->winId(); // makes the window that the next line needs
-    m_dialog->windowHandle()->setTransientParent(QGuiApplication::focusWindow());
-    m_dialog->show();
+    m_afterSaving = {};
+    reportFailure(reason);
+    Q_EMIT saveFailed(path, reason);
 }
 
 } // namespace editor

@@ -1,32 +1,47 @@
 #pragma once
 
+#include "file_watch.h"
 #include "load_controller.h"
+#include "path_dialog.h"
+
+#include <editor/files/scene_saver.h>
 
 #include <QUrl>
 
 #include <functional>
-#include <memory>
-
-class QFileDialog;
 
 namespace editor {
 
-/// The File menu: opening, saving, and asking before unsaved changes are lost.
+/// The File menu: opening, saving, and asking before anything is lost, here or in the file.
 class FileCommands final : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(bool confirming READ isConfirming NOTIFY confirmingChanged)
+    Q_PROPERTY(Conflict conflict READ conflict NOTIFY conflictChanged)
+    Q_PROPERTY(editor::SceneSaver* saver READ saver CONSTANT)
 
 public:
+    /// The open scene's file was changed by somebody else.
+    enum Conflict
+    {
+        NoConflict,
+        FileChanged,
+        /// The same, and a save waits for the answer.
+        SaveWaits,
+    };
+    Q_ENUM(Conflict)
+
     /// Document and loader must outlive it.
     FileCommands(SceneDocument& document, LoadController& loader, QObject* parent = nullptr);
     ~FileCommands() override;
+
+    SceneSaver* saver() { return &m_saver; }
 
     /// With a file dialog.
     Q_INVOKABLE void open();
     Q_INVOKABLE void openFile(const QString& path);
     Q_INVOKABLE void openUrl(const QUrl& url) { openFile(url.toLocalFile()); }
-    /// Falls back on `saveAs` for a scene whose format cannot be written.
+    /// Goes on as `saveAs` for a scene that has no file in the own format, imported ones included.
     Q_INVOKABLE void save();
     Q_INVOKABLE void saveAs();
     Q_INVOKABLE void quit();
@@ -37,8 +52,19 @@ public:
     Q_INVOKABLE void discardAndContinue();
     Q_INVOKABLE void stay();
 
+    // Answers to the question that `conflict` asks.
+    Conflict conflict() const noexcept { return m_conflict; }
+    /// Loses unsaved changes.
+    Q_INVOKABLE void reload();
+    /// The file's new contents are replaced by the next save, or by the one that waits.
+    Q_INVOKABLE void keepMine();
+    Q_INVOKABLE void saveElsewhere();
+    /// The next save asks again.
+    Q_INVOKABLE void decideLater();
+
 Q_SIGNALS:
     void confirmingChanged();
+    void conflictChanged();
     void saved(const QString& path);
     /// `reason` is one sentence that names the file.
     void saveFailed(const QString& path, const QString& reason);
@@ -49,15 +75,22 @@ private:
 
     void unlessUnsaved(Continuation continuation);
     void setConfirmation(Continuation continuation);
+    void setConflict(Conflict conflict);
+    void load(const QString& path);
     void saveTo(const QString& path);
-    void askForPath(std::unique_ptr<QFileDialog> dialog,
-                    std::function<void(const QString&)> chosen);
+    void finishSaving(const QString& path, bool isCurrent);
+    void failSaving(const QString& path, const QString& reason);
 
     SceneDocument& m_document;
     LoadController& m_loader;
+    SceneSaver m_saver;
+    FileWatch m_watch;
+    PathDialog m_dialog;
+    /// Of the file that is being opened, from before it is read.
+    FileStamp m_loading;
     Continuation m_afterConfirmation;
     Continuation m_afterSaving;
-    std::unique_ptr<QFileDialog> m_dialog;
+    Conflict m_conflict = NoConflict;
 };
 
 } // namespace editor

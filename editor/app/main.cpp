@@ -50,6 +50,8 @@ int main(int argc, char** argv)
     editor::Screenshot screenshot(editorWindow.window(), options.screenshot);
     if (!options.screenshot.isEmpty())
         runUnattended(session, screenshot);
-    session.loader()->load(options.scene.isEmpty() ? editor::bundledScene() : options.scene);
+    else
+        session.recovery()->start(editor::recoveryFolder());
+    session.files()->openFile(options.scene.isEmpty() ? editor::bundledScene() : options.scene);
     return QApplication::exec();
 }

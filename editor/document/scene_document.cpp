@@ -11,6 +11,9 @@ namespace editor {
 
 namespace {
 
+// No state has it.
+constexpr quint32 neverSaved = ~0u;
+
 ChangeAspects aspectsOf(const SceneObject& object, const kyr::BoundProperty& property)
 {
     if (property.object() == object.transform())
@@ -93,11 +96,23 @@ void SceneDocument::open(SceneObjectPtr root, const QString& filePath)
 void SceneDocument::markSaved(const QString& filePath)
 {
     declareSaved();
-    if (m_filePath != filePath) {
-        m_filePath = filePath;
-        Q_EMIT filePathChanged();
-    }
+    setFilePath(filePath);
     flushChanges();
+}
+
+void SceneDocument::markUnsaved(const QString& filePath)
+{
+    m_savedVersion = neverSaved;
+    setFilePath(filePath);
+    flushChanges();
+}
+
+void SceneDocument::setFilePath(const QString& filePath)
+{
+    if (m_filePath == filePath)
+        return;
+    m_filePath = filePath;
+    Q_EMIT filePathChanged();
 }
 
 void SceneDocument::declareSaved()

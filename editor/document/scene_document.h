@@ -40,6 +40,8 @@ public:
     void open(SceneObjectPtr root, const QString& filePath);
     /// Declares the present state to be what `filePath` holds.
     void markSaved(const QString& filePath);
+    /// Declares `filePath` to be the scene's file, but not to hold any state of it there is now.
+    void markUnsaved(const QString& filePath);
 
     const SceneObjectPtr& root() const noexcept { return m_root; }
     QString filePath() const { return m_filePath; }
@@ -133,6 +135,7 @@ private:
     class OrderChange;
 
     void declareSaved();
+    void setFilePath(const QString& filePath);
     void attach(SceneObject& branch);
     void detach(SceneObject& branch);
     /// Works out what the object has from its parent; whether that changed.

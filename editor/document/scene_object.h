@@ -29,6 +29,9 @@ public:
     static SceneObjectPtr create(ObjectKind kind, std::string name);
     /// A free copy of the object and all below it, under new identifiers.
     SceneObjectPtr clone() const;
+    /// A free copy of the object alone, under no identifier. Its references lead where those of
+    /// the original do.
+    SceneObjectPtr copyValues() const;
     ~SceneObject() override;
 
     const kyr::ReflectedClass& reflectedClass() const override;
@@ -91,7 +94,6 @@ private:
     static constexpr quint32 neverSaved = ~0u;
 
     SceneObject(ObjectKind kind, std::string name);
-    SceneObjectPtr copyValues() const;
 
     std::string m_name;
     std::vector<SceneObjectPtr> m_children;

@@ -43,6 +43,11 @@ std::array<double, 4> quaternionOf(const lumo::Vector3& degrees)
     return result;
 }
 
+bool keepsAngles(const lumo::Vector3& degrees)
+{
+    return std::abs(degrees.x) < 180 && std::abs(degrees.y) < 90 && std::abs(degrees.z) < 180;
+}
+
 ConeOfLight coneOf(const LightComponent& light)
 {
     const double outer =

@@ -11,6 +11,10 @@ namespace editor {
 /// x, y, z, w of the unit quaternion that turns as `degrees` does; w is not negative.
 std::array<double, 4> quaternionOf(const lumo::Vector3& degrees);
 
+/// Whether the quaternion of `degrees` gives the same angles again, to the last bit. Others come
+/// back as angles of the same turn: those beyond half a turn, or with y at a quarter turn.
+bool keepsAngles(const lumo::Vector3& degrees);
+
 /// Radians from the axis, the inner one below the outer one, which is at most a quarter turn.
 struct ConeOfLight
 {

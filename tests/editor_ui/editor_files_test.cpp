@@ -1,6 +1,11 @@
 #include "editor_test.h"
+#include "row_of_boxes.h"
 
+#include <editor/files/scene_writer.h>
+
+#include <QApplication>
 #include <QFile>
+#include <QFileDialog>
 #include <QImage>
 #include <QProcess>
 #include <QSignalSpy>
@@ -20,8 +25,35 @@ protected:
         file.write(contents);
     }
 
+    QByteArray contents(const char* name) const
+    {
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    void save()
+    {
+        session.files()->save();
+        ASSERT_TRUE(QTest::qWaitFor([this] { return !session.files()->saver()->isSaving(); }));
+    }
+    /// A file of another editor's scene in the place of ours.
+    void writeOther(const char* name)
+    {
+        ASSERT_EQ(editor::writeScene(*makeRowOfBoxes(3, 1), path(name)), QString());
+    }
+
     QTemporaryDir directory;
 };
+
+/// The visible file dialog; null when there is none.
+QFileDialog* fileDialog()
+{
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        auto* dialog = qobject_cast<QFileDialog*>(widget);
+        if (dialog && dialog->isVisible())
+            return dialog;
+    }
+    return nullptr;
+}
 
 TEST_F(EditorFilesTest, fileThatCannotBeOpenedKeepsTheScene)
 {
@@ -43,7 +75,7 @@ TEST_F(EditorFilesTest, savedSceneOpensWithItsChanges)
     EXPECT_TRUE(session.document()->isModified());
     session.document()->markSaved(path("stage.kyrscene"));
     session.document()->rename(object("Near"), "Nearer");
-    session.files()->save();
+    save();
     EXPECT_FALSE(session.document()->isModified());
 
     select({"Nearer"});
@@ -60,10 +92,80 @@ TEST_F(EditorFilesTest, failedSaveTellsWhyAndStaysModified)
 {
     session.document()->markSaved(path("no/such/folder/stage.kyrscene"));
     session.document()->rename(object("Far"), "Further");
-    session.files()->save();
+    save();
     EXPECT_TRUE(
         item("message_dialog_text")->property("text").toString().contains("stage.kyrscene"));
     EXPECT_TRUE(session.document()->isModified());
+}
+
+TEST_F(EditorFilesTest, importedFileIsNeverWritten)
+{
+    writeOther("scene.glb");
+    const QByteArray before = contents("scene.glb");
+    session.document()->markSaved(path("scene.glb"));
+    session.document()->rename(object("Far"), "Further");
+    session.files()->save();
+    ASSERT_NE(fileDialog(), nullptr);
+    EXPECT_EQ(fileDialog()->windowTitle(), "Save Scene As");
+    fileDialog()->selectFile(path("scene"));
+    QMetaObject::invokeMethod(fileDialog(), "accept");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !session.document()->isModified(); }));
+    EXPECT_EQ(session.document()->filePath(), path("scene.kyrscene"));
+    EXPECT_EQ(contents("scene.glb"), before);
+}
+
+TEST_F(EditorFilesTest, exportSaysWhatTheFileWillNotCarry)
+{
+    object("Left")->light()->type = editor::LightType::Area;
+    session.document()->rename(object("Far"), "Further");
+    session.exporter()->begin();
+    EXPECT_TRUE(
+        session.exporter()->losses().contains("Area lights, written as point lights: 1 (Left)"));
+    EXPECT_TRUE(session.exporter()->losses().contains(
+        "Shapes, written as plain meshes: 2 (Near, Further)"));
+    session.exporter()->chooseFile();
+    ASSERT_NE(fileDialog(), nullptr);
+    fileDialog()->selectFile(path("scene"));
+    QSignalSpy exported(session.exporter(), &editor::SceneExport::exported);
+    QMetaObject::invokeMethod(fileDialog(), "accept");
+    ASSERT_TRUE(exported.wait());
+    EXPECT_TRUE(contents("scene.glb").startsWith("glTF"));
+    EXPECT_TRUE(session.document()->isModified()) << "an export is no save";
+}
+
+TEST_F(EditorFilesTest, fileThatSomebodyElseChangedIsAskedAbout)
+{
+    using editor::FileCommands;
+    const char* const name = "stage.kyrscene";
+    session.document()->markSaved(path(name));
+    save();
+    QSignalSpy asked(session.files(), &FileCommands::conflictChanged);
+    writeOther(name);
+    ASSERT_TRUE(asked.wait()) << "without a save";
+    EXPECT_TRUE(item("changed_file_text")->property("text").toString().contains(name));
+    key(Qt::Key_Escape);
+    ASSERT_TRUE(QTest::qWaitFor(
+        [this] { return session.files()->conflict() == FileCommands::NoConflict; }));
+
+    const QByteArray theirs = contents(name);
+    session.document()->rename(object("Far"), "Further");
+    save();
+    EXPECT_EQ(session.files()->conflict(), FileCommands::SaveWaits);
+    EXPECT_EQ(contents(name), theirs);
+    session.files()->keepMine();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !session.document()->isModified(); }));
+    EXPECT_TRUE(contents(name).contains("Further"));
+    save();
+    EXPECT_EQ(session.files()->conflict(), FileCommands::NoConflict) << "our own save is no change";
+
+    session.document()->rename(object("Further"), "Mine");
+    writeOther(name);
+    save();
+    QSignalSpy loaded(session.loader(), &editor::LoadController::loaded);
+    session.files()->reload();
+    ASSERT_TRUE(loaded.wait());
+    EXPECT_NE(object("Box 2"), nullptr);
+    EXPECT_EQ(session.files()->conflict(), FileCommands::NoConflict);
 }
 
 TEST_F(EditorFilesTest, unsavedChangesAreAskedFor)

@@ -5,6 +5,7 @@
 #include <editor/files/scene_writer.h>
 
 #include <QClipboard>
+#include <QDirIterator>
 #include <QFile>
 #include <QGuiApplication>
 #include <QProcess>
@@ -35,7 +36,7 @@ std::string contents(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
 }
 
-/// An editor in a process of its own.
+/// An editor in a process of its own, which ends by being killed.
 class EditorProcess
 {
 public:
@@ -43,6 +44,7 @@ public:
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("XDG_CONFIG_HOME", settings);
+        environment.insert("XDG_DATA_HOME", settings);
         m_process.setProcessEnvironment(environment);
         m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         m_process.start(SCENE_EDITOR, {scene});
@@ -118,6 +120,43 @@ TEST(EditorProcessesTest, copyInOneAndPasteInTheOther)
     second.press({"ctrl+s"});
     ASSERT_TRUE(second.waitsForTitle("to.kyrscene"));
     EXPECT_EQ(contents(to), before) << "one undo restores every value";
+}
+
+TEST(EditorProcessesTest, unsavedWorkOutlivesTheProgram)
+{
+    const QTemporaryDir directory;
+    const QString settings = directory.filePath("settings");
+    const QString scene = directory.filePath("scene.kyrscene");
+    ASSERT_EQ(editor::writeScene(*makeRowOfBoxes(3, 1), scene), "");
+    const std::string before = contents(scene);
+    const auto journals = [&settings] {
+        QStringList paths;
+        for (QDirIterator files(settings, {"scene.kyrscene"}, QDir::Files,
+                                QDirIterator::Subdirectories);
+             files.hasNext();)
+            paths.append(files.next());
+        return paths;
+    };
+    {
+        EditorProcess first(scene, settings);
+        ASSERT_TRUE(first.waitsForTitle("scene.kyrscene"));
+        first.press({"ctrl+a", "ctrl+d"});
+        ASSERT_TRUE(first.waitsForTitle("• scene.kyrscene"));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !journals().isEmpty(); }, patience));
+    }
+    {
+        EditorProcess second(scene, settings);
+        ASSERT_TRUE(second.waitsForTitle("scene.kyrscene"));
+        EditorProcess other(scene, settings);
+        ASSERT_TRUE(other.waitsForTitle("scene.kyrscene"));
+        second.press({"space"});
+        ASSERT_TRUE(second.waitsForTitle("• scene.kyrscene"));
+        EXPECT_EQ(contents(scene), before);
+        second.press({"ctrl+s"});
+        ASSERT_TRUE(second.waitsForTitle("scene.kyrscene"));
+        EXPECT_NE(contents(scene), before);
+    }
+    EXPECT_EQ(journals(), QStringList()) << "what is saved needs no journal";
 }
 
 } // namespace test

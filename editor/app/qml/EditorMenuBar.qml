@@ -57,6 +57,11 @@ MenuBar {
             shortcut: "Ctrl+Shift+S"
             onTriggered: session.files.saveAs()
         }
+        Action {
+            text: qsTr("&Export…")
+            shortcut: "Ctrl+Shift+E"
+            onTriggered: session.exporter.begin()
+        }
         MenuSeparator {}
         Action {
             text: qsTr("&Quit")

@@ -38,10 +38,6 @@ ApplicationWindow {
             window.closing = true;
             window.close();
         }
-        function onSaved(path) { statusBar.show(qsTr("Saved %1").arg(path)); }
-        function onSaveFailed(path, reason) {
-            messageDialog.show(qsTr("The scene was not saved"), reason);
-        }
     }
     Connections {
         target: session.loader
@@ -49,7 +45,10 @@ ApplicationWindow {
         function onFailed(path, reason) {
             messageDialog.show(qsTr("The file cannot be opened"), reason);
         }
-        function onLoaded(path) { viewport.forceActiveFocus(); }
+        function onLoaded(path) {
+            if (!session.recovery.offering)
+                viewport.forceActiveFocus();
+        }
     }
     Connections {
         target: session.edit
@@ -180,8 +179,9 @@ ApplicationWindow {
 
         objectName: "message_dialog"
     }
-    ConfirmDialog {
-        objectName: "confirm_dialog"
+    FileDialogs {
+        onFailed: messageDialog.show(heading, reason)
+        onTold: statusBar.show(text)
     }
     HelpDialog {
         id: helpDialog

@@ -1,0 +1,80 @@
+#include "recovery_entry.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace editor {
+
+namespace {
+
+const char* const lockName = "/lock";
+const char* const originName = "/origin";
+
+// Nobody else's business.
+QString made(const QString& folder)
+{
+    QDir().mkpath(folder);
+    QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return folder;
+}
+
+} // namespace
+
+RecoveryEntry::RecoveryEntry(const QString& folder)
+    : m_folder(made(folder)), m_lock(m_folder + QLatin1String(lockName))
+{
+    // It is stale when its process is gone, not when it is old.
+    m_lock.setStaleLockTime(0);
+    if (!m_lock.tryLock(0))
+        return;
+    QFile origin(m_folder + QLatin1String(originName));
+    if (origin.open(QIODevice::ReadOnly))
+        m_originalPath = QString::fromUtf8(origin.readAll());
+}
+
+bool RecoveryEntry::isFull() const
+{
+    return QFileInfo::exists(scenePath());
+}
+
+QString RecoveryEntry::scenePath() const
+{
+    const QString name = m_originalPath.isEmpty()
+                             ? QCoreApplication::translate("editor::SceneDocument", "Untitled")
+                             : QFileInfo(m_originalPath).completeBaseName();
+    return QDir(m_folder).filePath(name + QLatin1String(".kyrscene"));
+}
+
+QDateTime RecoveryEntry::written() const
+{
+    return QFileInfo(scenePath()).lastModified();
+}
+
+void RecoveryEntry::setOriginalPath(const QString& path)
+{
+    if (path == m_originalPath && QFileInfo::exists(m_folder + QLatin1String(originName)))
+        return;
+    removeScene();
+    m_originalPath = path;
+    QSaveFile origin(m_folder + QLatin1String(originName));
+    if (origin.open(QIODevice::WriteOnly)) {
+        origin.write(path.toUtf8());
+        origin.commit();
+    }
+}
+
+void RecoveryEntry::removeScene()
+{
+    QFile::remove(scenePath());
+}
+
+void RecoveryEntry::remove()
+{
+    m_lock.unlock();
+    QDir(m_folder).removeRecursively();
+}
+
+} // namespace editor
