@@ -207,6 +207,22 @@ void TreeModel::setRowFlags(const std::string& name, Qt::ItemFlags flags)
     nodeAt(find(name))->flags = flags;
 }
 
+bool TreeModel::insertColumns(int column, int count, const QModelIndex& parent)
+{
+    beginInsertColumns(parent, column, column + count - 1);
+    m_columns += count;
+    endInsertColumns();
+    return true;
+}
+
+bool TreeModel::removeColumns(int column, int count, const QModelIndex& parent)
+{
+    beginRemoveColumns(parent, column, column + count - 1);
+    m_columns -= count;
+    endRemoveColumns();
+    return true;
+}
+
 TreeModel::Node* TreeModel::nodeAt(const QModelIndex& index) const
 {
     return index.isValid() ? static_cast<Node*>(index.internalPointer()) : m_root.get();

@@ -55,6 +55,9 @@ public:
     /// What the object role gives for rows without an object of their own.
     void setObjectValue(const std::string& name, const QVariant& value);
     void setRowFlags(const std::string& name, Qt::ItemFlags flags);
+    /// For trees without a second level.
+    bool insertColumns(int column, int count, const QModelIndex& parent = {}) override;
+    bool removeColumns(int column, int count, const QModelIndex& parent = {}) override;
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
     QModelIndex parent(const QModelIndex& child) const override;

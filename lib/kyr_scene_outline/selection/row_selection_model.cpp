@@ -1,7 +1,7 @@
 #include "row_selection_model.h"
 
-#include "saved_layout.h"
 #include "selection_algebra.h"
+#include "structure_changes.h"
 
 #include <QAbstractItemModel>
 #include <QSignalBlocker>
@@ -13,45 +13,21 @@ namespace kyr::selection {
 RowSelectionModel::RowSelectionModel(QAbstractItemModel* model, QObject* parent)
     : QItemSelectionModel(nullptr, parent)
 {
-    // The first to hear of a change: one that `select` does not announce is the base class's own,
-    // made before the model's announcement got here.
-    connect(this, &QItemSelectionModel::selectionChanged, this, [this] {
-        if (!std::exchange(m_announcing, false))
-            m_joined = true;
-    });
     connect(this, &QItemSelectionModel::modelChanged, this, &RowSelectionModel::followModel);
     setModel(model);
 }
 
-void RowSelectionModel::followModel()
+void RowSelectionModel::retire(RowSelectionModel* model)
 {
-    for (const QMetaObject::Connection& connection : m_modelConnections)
-        disconnect(connection);
-    m_modelConnections.clear();
-    m_joined = true;
-    QAbstractItemModel* source = model();
-    if (!source)
+    if (!model || model->m_runningOperations == 0) {
+        delete model;
         return;
-    const auto join = [this] { m_joined = true; };
-    const auto save = [this] { saveLayout(false); };
-    const auto restore = [this] { restoreLayout(); };
-    using Model = QAbstractItemModel;
-    m_modelConnections = {
-        connect(source, &Model::rowsAboutToBeInserted, this, join),
-        connect(source, &Model::rowsAboutToBeRemoved, this, join),
-        connect(source, &Model::columnsAboutToBeInserted, this, join),
-        connect(source, &Model::columnsAboutToBeRemoved, this, join),
-        connect(source, &Model::modelAboutToBeReset, this, join),
-        connect(source, &Model::rowsAboutToBeMoved, this, save),
-        connect(source, &Model::columnsAboutToBeMoved, this, save),
-        connect(source, &Model::rowsMoved, this, restore),
-        connect(source, &Model::columnsMoved, this, restore),
-        connect(source, &Model::layoutAboutToBeChanged, this,
-                [this](const QList<QPersistentModelIndex>&, Model::LayoutChangeHint hint) {
-                    saveLayout(hint == Model::VerticalSortHint);
-                }),
-        connect(source, &Model::layoutChanged, this, restore),
-    };
+    }
+    model->m_retired = true;
+    model->disconnect();
+    for (const QMetaObject::Connection& connection : model->m_modelConnections)
+        disconnect(connection);
+    model->setParent(nullptr);
 }
 
 void RowSelectionModel::select(const QItemSelection& selection,
@@ -64,72 +40,105 @@ void RowSelectionModel::select(const QItemSelection& selection,
     if (command == NoUpdate)
         return;
 
-    settle();
-    const QItemSelection before = m_stored;
+    const Operation running(*this);
+    forgetDeadRanges();
+    const QItemSelection before = m_finished;
     if (command & Clear) {
         m_ranges.clear();
         m_current.clear();
     } else if (!(command & Current)) {
-        m_ranges = before;
-        m_current.clear();
+        finalize();
     }
     if (command & (Select | Deselect | Toggle)) {
         m_currentCommand = command;
         m_current = command & (Rows | Columns) ? expanded(selection, *model(), command) : selection;
+        if (m_fitted)
+            m_current = m_fitted(m_current);
     }
-    const QItemSelection after = merged(m_ranges, m_current, m_currentCommand);
-    store(after);
-
-    const Difference change = difference(before, after);
-    if (!change.isEmpty()) {
-        m_announcing = !signalsBlocked();
+    m_finished = merged(m_ranges, m_current, m_currentCommand);
+    const Difference change = difference(before, m_finished);
+    if (m_finished.isEmpty() || !(m_finished == before))
+        publish();
+    if (!change.isEmpty())
         Q_EMIT selectionChanged(change.selected, change.deselected);
-    }
 }
 
-// From empty, the base class takes a list over without comparing ranges.
-void RowSelectionModel::store(const QItemSelection& selection)
+void RowSelectionModel::setCurrentIndex(const QModelIndex& index,
+                                        QItemSelectionModel::SelectionFlags command)
 {
-    const QSignalBlocker blocker(this);
-    QItemSelectionModel::select(QItemSelection(), Clear);
-    QItemSelectionModel::select(selection, Select);
-    m_stored = selection;
+    const Operation running(*this);
+    QItemSelectionModel::setCurrentIndex(index, command);
+}
+
+void RowSelectionModel::clear()
+{
+    const Operation running(*this);
+    QItemSelectionModel::clear();
+}
+
+void RowSelectionModel::reset()
+{
+    const Operation running(*this);
+    QItemSelectionModel::reset();
+}
+
+void RowSelectionModel::clearCurrentIndex()
+{
+    const Operation running(*this);
+    QItemSelectionModel::clearCurrentIndex();
 }
 
 QItemSelection RowSelectionModel::finishedSelection() const
 {
-    return m_joined ? selection() : m_stored;
+    if (!model())
+        return {};
+    return m_mayHoldDead ? validRanges(m_finished) : m_finished;
 }
 
-void RowSelectionModel::settle()
+void RowSelectionModel::finalize()
 {
-    if (!m_joined)
-        return;
-    m_joined = false;
-    m_stored = selection();
-    m_ranges = m_stored;
+    const bool hides = m_finished.isEmpty() && !(m_ranges.isEmpty() && m_current.isEmpty());
+    m_ranges = m_finished;
     m_current.clear();
+    if (hides)
+        publish();
 }
 
-void RowSelectionModel::saveLayout(bool sortsRows)
+void RowSelectionModel::forgetDeadRanges()
 {
-    settle();
-    m_sortsRows = sortsRows;
-    m_savedRanges = savedCells(m_ranges, sortsRows);
-    m_savedCurrent = savedCells(m_current, sortsRows);
-}
-
-// The base class has restored the joined list by now; each part is restored on its own because
-// each is put into row order on its own.
-void RowSelectionModel::restoreLayout()
-{
-    const std::vector<SavedCells> ranges = std::exchange(m_savedRanges, {});
-    const std::vector<SavedCells> current = std::exchange(m_savedCurrent, {});
-    if (ranges.empty() && current.empty())
+    if (!std::exchange(m_mayHoldDead, false))
         return;
-    m_ranges = restoredCells(ranges, m_sortsRows);
-    m_current = restoredCells(current, m_sortsRows);
-    store(merged(m_ranges, m_current, m_currentCommand));
+    const QItemSelection ranges = validRanges(m_ranges);
+    const QItemSelection current = validRanges(m_current);
+    if (ranges.size() != m_ranges.size() || current.size() != m_current.size())
+        setParts(ranges, current);
+}
+
+void RowSelectionModel::setParts(const QItemSelection& ranges, const QItemSelection& current)
+{
+    m_ranges = ranges;
+    m_current = current;
+    m_finished = merged(m_ranges, m_current, m_currentCommand);
+    publish();
+}
+
+// From empty, the base class takes a list over without comparing ranges. It must not look empty
+// while there is something to clear, or `clearSelection` does not get here: then it holds a range
+// that was toggled twice.
+void RowSelectionModel::publish()
+{
+    const QSignalBlocker blocker(this);
+    QItemSelectionModel::select(QItemSelection(), Clear);
+    if (!m_finished.isEmpty()) {
+        QItemSelectionModel::select(m_finished, Select);
+        return;
+    }
+    const QItemSelection hidden = m_ranges.isEmpty() ? m_current : m_ranges;
+    if (!hidden.isEmpty()) {
+        const QItemSelection one(hidden.constFirst().topLeft(), hidden.constFirst().topLeft());
+        QItemSelectionModel::select(one, Select);
+        QItemSelectionModel::select(one, Toggle);
+    }
 }
 
 } // namespace kyr::selection

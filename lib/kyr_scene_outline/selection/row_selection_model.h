@@ -1,21 +1,25 @@
 #pragma once
 
-#include "saved_layout.h"
+#include "saved_cells.h"
 
 #include <QItemSelectionModel>
 #include <QMetaObject>
 
+#include <functional>
 #include <vector>
 
 namespace kyr::selection {
 
 /// A `QItemSelectionModel` for large scenes. It selects, reports and orders exactly as the stock
-/// model does, but every `select` costs O(n log n) in the ranges involved, where the stock model
-/// compares every range with every other.
+/// model does, but costs O(n log n) in the ranges involved, where the stock model compares every
+/// range with every other and takes ranges out of the middle of its list one by one.
 ///
-/// The base class always holds the finished selection as one list; which part of it belongs to
-/// the selection that `QItemSelectionModel::Current` replaces is kept here.
-/// Listeners of `selectionChanged` may select again.
+/// The selection lives here in the two parts that the stock model knows, and this class follows the
+/// item model. The base class holds the current index and, for its getters, the finished list.
+///
+/// Listeners of any signal may select again and may retire the model (see `retire`). Rows that are
+/// announced to go cannot be selected any more; ranges that died unannounced are forgotten. As in
+/// the stock model, what is selected between the two signals of a relayout or a move does not last.
 class RowSelectionModel : public QItemSelectionModel
 {
     Q_OBJECT
@@ -23,34 +27,75 @@ class RowSelectionModel : public QItemSelectionModel
 public:
     explicit RowSelectionModel(QAbstractItemModel* model, QObject* parent = nullptr);
 
+    /// Deletes `model`: now, or when its operations that still run have returned. It is silent and
+    /// deaf from here on.
+    static void retire(RowSelectionModel* model);
+
     /// What `selection()` returns, without the copy that it makes.
     QItemSelection finishedSelection() const;
 
     using QItemSelectionModel::select;
     void select(const QItemSelection& selection,
                 QItemSelectionModel::SelectionFlags command) override;
+    void setCurrentIndex(const QModelIndex& index,
+                         QItemSelectionModel::SelectionFlags command) override;
+    void clear() override;
+    void reset() override;
+    void clearCurrentIndex() override;
 
 private:
-    void followModel();
-    void store(const QItemSelection& selection);
-    void settle();
-    void saveLayout(bool sortsRows);
-    void restoreLayout();
+    /// Marks an operation of the model that is on the stack; the last one to return deletes a model
+    /// that was retired meanwhile.
+    class Operation
+    {
+    public:
+        explicit Operation(RowSelectionModel& model) : m_model(model)
+        {
+            ++m_model.m_runningOperations;
+        }
+        ~Operation()
+        {
+            if (--m_model.m_runningOperations == 0 && m_model.m_retired)
+                delete &m_model;
+        }
+        Operation(const Operation&) = delete;
+        Operation& operator=(const Operation&) = delete;
 
-    /// What the base class was last given.
-    QItemSelection m_stored;
+    private:
+        RowSelectionModel& m_model;
+    };
+
+    void followModel();
+    void beginRowsRemoval(const QModelIndex& parent, int first, int last);
+    void beginColumnsRemoval(const QModelIndex& parent, int first, int last);
+    void beginInsertion(const QModelIndex& behind,
+                        QItemSelection (*split)(const QItemSelection&, const QModelIndex&));
+    void keep(const CellKeeper& keeper);
+    void restoreKept();
+
+    void finalize();
+    void forgetDeadRanges();
+    void setParts(const QItemSelection& ranges, const QItemSelection& current);
+    void publish();
+
     QItemSelection m_ranges;
+    /// What the next selection with `Current` replaces.
     QItemSelection m_current;
     QItemSelectionModel::SelectionFlags m_currentCommand = QItemSelectionModel::NoUpdate;
-    /// The base class joined both parts because rows or columns came or went.
-    bool m_joined = false;
-    /// Set while `selectionChanged` is on its way from `select` to the first listener.
-    bool m_announcing = false;
+    /// Both parts merged.
+    QItemSelection m_finished;
 
-    std::vector<SavedCells> m_savedRanges;
-    std::vector<SavedCells> m_savedCurrent;
-    bool m_sortsRows = false;
+    /// What a change of the item model that is announced and not done makes of new ranges: they
+    /// lose rows that go and do not grow over rows that come.
+    std::function<QItemSelection(const QItemSelection&)> m_fitted;
+    /// The item model may have taken cells away without telling which.
+    bool m_mayHoldDead = false;
+    RestoredCells m_keptRanges;
+    RestoredCells m_keptCurrent;
     std::vector<QMetaObject::Connection> m_modelConnections;
+
+    int m_runningOperations = 0;
+    bool m_retired = false;
 };
 
 } // namespace kyr::selection

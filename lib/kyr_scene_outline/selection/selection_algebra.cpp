@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -82,9 +83,38 @@ QItemSelection rangesFrom(const QItemSelection& ranges, int first)
     return rest;
 }
 
-// Drops pairs of equal ranges. The stock model passes over some of the pairs and leaves them to
-// the comparison of cells, which shows where ranges overlap; the same pairs stay here.
-void removeEqualRanges(QItemSelection& deselected, QItemSelection& selected, ParentNumbers& numbers)
+// Whether blocks follow one another without sharing rows.
+bool areInOrder(const std::vector<Block>& blocks)
+{
+    for (std::size_t i = 1; i < blocks.size(); ++i) {
+        const Block& last = blocks[i - 1];
+        const Block& next = blocks[i];
+        if (next.parent < last.parent || (next.parent == last.parent && next.top <= last.bottom))
+            return false;
+    }
+    return true;
+}
+
+// Whether no block of one list shares rows with one of the other, where a single walk can tell.
+bool areApart(const std::vector<Block>& a, const std::vector<Block>& b)
+{
+    if (!areInOrder(a) || !areInOrder(b))
+        return false;
+    for (std::size_t i = 0, j = 0; i < a.size() && j < b.size();) {
+        if (a[i].parent == b[j].parent && a[i].top <= b[j].bottom && b[j].top <= a[i].bottom)
+            return false;
+        if (std::tie(a[i].parent, a[i].top) < std::tie(b[j].parent, b[j].top))
+            ++i;
+        else
+            ++j;
+    }
+    return true;
+}
+
+// Drops pairs of equal ranges; false when what is left shares no cells either. The stock model
+// passes over some of the pairs and leaves them to the comparison of cells, which shows where
+// ranges overlap; the same pairs stay here.
+bool removeEqualRanges(QItemSelection& deselected, QItemSelection& selected, ParentNumbers& numbers)
 {
     int same = 0;
     const int shorter = std::min(deselected.size(), selected.size());
@@ -94,10 +124,12 @@ void removeEqualRanges(QItemSelection& deselected, QItemSelection& selected, Par
     if (same == deselected.size() || same == selected.size()) {
         deselected = rangesFrom(deselected, same);
         selected = rangesFrom(selected, same);
-        return;
+        return false;
     }
     const std::vector<Block> wanted = blocksOf(deselected, numbers);
     const std::vector<Block> offered = blocksOf(selected, numbers);
+    if (same == 0 && areApart(wanted, offered))
+        return false;
     BlockPlaces places(offered, static_cast<std::size_t>(same));
     std::vector<bool> kept(static_cast<std::size_t>(selected.size()), true);
     std::fill_n(kept.begin(), same, false);
@@ -126,6 +158,7 @@ void removeEqualRanges(QItemSelection& deselected, QItemSelection& selected, Par
     }
     deselected = std::move(deselectedRest);
     selected = std::move(selectedRest);
+    return !selected.isEmpty() && !deselected.isEmpty();
 }
 
 // Takes the cells of `others` out of `ranges`; true when they shared any.
@@ -140,24 +173,6 @@ bool subtract(QItemSelection& ranges, const QItemSelection& others, ParentNumber
     return shared;
 }
 
-bool allValid(const QItemSelection& ranges)
-{
-    return std::all_of(ranges.begin(), ranges.end(),
-                       [](const QItemSelectionRange& range) { return range.isValid(); });
-}
-
-QItemSelection validRanges(const QItemSelection& ranges)
-{
-    if (allValid(ranges))
-        return ranges;
-    QItemSelection valid;
-    for (const QItemSelectionRange& range : ranges) {
-        if (range.isValid())
-            valid.append(range);
-    }
-    return valid;
-}
-
 QItemSelection joined(QItemSelection first, const QItemSelection& second)
 {
     first.append(second);
@@ -165,6 +180,19 @@ QItemSelection joined(QItemSelection first, const QItemSelection& second)
 }
 
 } // namespace
+
+QItemSelection validRanges(const QItemSelection& ranges)
+{
+    const auto isValid = [](const QItemSelectionRange& range) {
+        // Half of the test tells for a single cell, and without asking the model.
+        return range.topLeft() == range.bottomRight() ? range.topLeft().isValid() : range.isValid();
+    };
+    if (std::all_of(ranges.begin(), ranges.end(), isValid))
+        return ranges;
+    QItemSelection valid;
+    std::copy_if(ranges.begin(), ranges.end(), std::back_inserter(valid), isValid);
+    return valid;
+}
 
 QItemSelection merged(const QItemSelection& ranges, const QItemSelection& other,
                       QItemSelectionModel::SelectionFlags command)
@@ -226,8 +254,7 @@ Difference difference(const QItemSelection& before, const QItemSelection& after)
     if (before.isEmpty() || after.isEmpty())
         return change;
     ParentNumbers numbers;
-    removeEqualRanges(change.deselected, change.selected, numbers);
-    if (change.selected.isEmpty() || change.deselected.isEmpty())
+    if (!removeEqualRanges(change.deselected, change.selected, numbers))
         return change;
     const QItemSelection selected = change.selected;
     if (subtract(change.selected, change.deselected, numbers))

@@ -4,6 +4,9 @@
 
 namespace kyr::selection {
 
+/// `ranges` without those whose cells are gone.
+QItemSelection validRanges(const QItemSelection& ranges);
+
 /// What `QItemSelection::merge` makes of `ranges`: the same ranges in the same order, in
 /// O(n log n) instead of O(n^2).
 QItemSelection merged(const QItemSelection& ranges, const QItemSelection& other,

@@ -1,8 +1,12 @@
-#include "saved_layout.h"
+#include "saved_cells.h"
+
+#include "selectable_cell.h"
 
 #include <QAbstractItemModel>
 
 #include <algorithm>
+#include <memory>
+#include <vector>
 
 namespace kyr::selection {
 namespace {
@@ -15,11 +19,12 @@ struct Run
     QModelIndex parent;
 };
 
-bool canBeSelected(const QModelIndex& index)
+// Adjacent cells of one row that are followed through a change of the model's layout.
+struct SavedCells
 {
-    constexpr Qt::ItemFlags needed = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
-    return (index.flags() & needed) == needed;
-}
+    QPersistentModelIndex first;
+    int columns;
+};
 
 // Whole rows sort by their place alone, single cells by parent first, as the stock model has it.
 std::vector<Run> sortedRuns(const std::vector<SavedCells>& cells, bool wholeRows)
@@ -74,8 +79,6 @@ QItemSelection joinedRows(const std::vector<Run>& runs)
     return selection;
 }
 
-} // namespace
-
 std::vector<SavedCells> savedCells(const QItemSelection& ranges, bool wholeRows)
 {
     std::vector<SavedCells> cells;
@@ -102,6 +105,17 @@ QItemSelection restoredCells(const std::vector<SavedCells>& cells, bool wholeRow
 {
     const std::vector<Run> runs = sortedRuns(cells, wholeRows);
     return joinedRows(wholeRows ? runs : joinedColumns(runs));
+}
+
+} // namespace
+
+CellKeeper throughLayoutChange(bool wholeRows)
+{
+    return [wholeRows](const QItemSelection& ranges) -> RestoredCells {
+        // Shared, because a function object has to be copyable; persistent indexes are not cheap.
+        const auto cells = std::make_shared<std::vector<SavedCells>>(savedCells(ranges, wholeRows));
+        return [cells, wholeRows] { return restoredCells(*cells, wholeRows); };
+    };
 }
 
 } // namespace kyr::selection
