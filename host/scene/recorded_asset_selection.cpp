@@ -1,43 +1,18 @@
 #include "recorded_asset_selection.h"
 
 #include <algorithm>
-#include <unordered_set>
+#include <iterator>
 
 namespace {
 
-std::vector<const void*> sortedIdentities(const IAssetSelection::Objects& objects)
-{
-    std::vector<const void*> identities;
-    identities.reserve(objects.size());
-    for (const kyr::PersistentObject& object : objects)
-        identities.push_back(object.identity());
-    if (!std::is_sorted(identities.begin(), identities.end()))
-        std::sort(identities.begin(), identities.end());
-    return identities;
-}
-
-// Each object stays at its first place.
-void removeDuplicates(IAssetSelection::Objects& objects)
-{
-    const std::vector<const void*> identities = sortedIdentities(objects);
-    if (std::adjacent_find(identities.begin(), identities.end()) == identities.end())
-        return;
-    std::unordered_set<const void*> seen;
-    objects.erase(std::remove_if(objects.begin(), objects.end(),
-                                 [&seen](const kyr::PersistentObject& object) {
-                                     return !seen.insert(object.identity()).second;
-                                 }),
-                  objects.end());
-}
-
 IAssetSelection::Objects difference(const IAssetSelection::Objects& from,
-                                    const IAssetSelection::Objects& without)
+                                    IAssetSelection::Objects without)
 {
+    const ObjectTable table = ObjectTable::withoutDuplicates(without);
     IAssetSelection::Objects rest;
-    std::copy_if(from.begin(), from.end(), std::back_inserter(rest),
-                 [&without](const kyr::PersistentObject& object) {
-                     return std::find(without.begin(), without.end(), object) == without.end();
-                 });
+    std::copy_if(
+        from.begin(), from.end(), std::back_inserter(rest),
+        [&](const kyr::PersistentObject& object) { return !table.contains(without, object); });
     return rest;
 }
 
@@ -61,7 +36,7 @@ private:
     void apply(const SharedObjects& objects)
     {
         if (const auto selection = m_selection.lock())
-            (*selection)->apply(objects);
+            (*selection)->apply(objects, ObjectTable::of(*objects));
     }
 
     std::weak_ptr<RecordedAssetSelection*> m_selection;
@@ -79,27 +54,28 @@ void RecordedAssetSelection::setSelection(Objects objects, bool keepPresent)
 {
     if (keepPresent)
         objects.insert(objects.begin(), m_objects->begin(), m_objects->end());
-    removeDuplicates(objects);
+    if (objects == *m_objects)
+        return;
+    ObjectTable table = ObjectTable::withoutDuplicates(objects);
     if (objects == *m_objects)
         return;
     auto after = std::make_shared<const Objects>(std::move(objects));
     if (const auto controller = m_controller.lock())
         controller->record(std::make_unique<Change>(m_self, m_objects, after), "Set selection");
-    apply(std::move(after));
+    apply(std::move(after), std::move(table));
 }
 
-void RecordedAssetSelection::apply(SharedObjects objects)
+void RecordedAssetSelection::apply(SharedObjects objects, ObjectTable table)
 {
     const SharedObjects before = std::exchange(m_objects, std::move(objects));
     const SharedObjects after = m_objects;
-    m_identities = sortedIdentities(*after);
+    m_table = std::move(table);
     m_selectionChanged(vex::Connection(), SelectionChange{*before, *after});
 }
 
 bool RecordedAssetSelection::isSelected(const kyr::ReflectedObject& object) const
 {
-    return std::binary_search(m_identities.begin(), m_identities.end(),
-                              static_cast<const void*>(object.get()));
+    return m_table.contains(*m_objects, kyr::PersistentObject(object));
 }
 
 void RecordedAssetSelection::setHoveredObjects(Objects objects)

@@ -1,8 +1,7 @@
 #pragma once
 
 #include <host/scene/asset_selection.h>
-
-#include <vector>
+#include <host/scene/object_table.h>
 
 /// A selection whose changes are recorded for undo. An object that is handed in more than once is
 /// kept at its first place. Setting what is already selected notifies nobody.
@@ -31,11 +30,11 @@ private:
     class Change;
     using SharedObjects = std::shared_ptr<const Objects>;
 
-    void apply(SharedObjects objects);
+    void apply(SharedObjects objects, ObjectTable table);
 
     std::weak_ptr<Zar::ChangesController> m_controller;
     SharedObjects m_objects = std::make_shared<const Objects>();
-    std::vector<const void*> m_identities; // of the selected objects, sorted
+    ObjectTable m_table; // of the selected objects
     Objects m_hovered;
     vex::Signal<void(const vex::Connection&, const SelectionChange&)> m_selectionChanged;
     vex::Signal<void(const Objects&, const Objects&)> m_hoverChanged;

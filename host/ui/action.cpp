@@ -4,7 +4,8 @@ namespace lumo {
 
 Action::Action(std::shared_ptr<const ActionInfo> info, TriggerCallback trigger, StateCallback state,
                EnabledCallback enabled, ToggledCallback toggled)
-    : m_info(std::move(info))
+    : m_self(std::make_shared<Action*>(this))
+    , m_info(std::move(info))
     , m_trigger(std::move(trigger))
     , m_state(std::move(state))
     , m_enabled(std::move(enabled))
@@ -15,14 +16,18 @@ Action::~Action() = default;
 
 void Action::trigger()
 {
-    if (m_trigger && isEnabled())
-        m_trigger(this);
+    const std::weak_ptr<Action*> self = m_self;
+    const TriggerCallback callback = m_trigger;
+    if (callback && isEnabled() && !self.expired())
+        callback(this);
 }
 
 void Action::setChecked(bool checked)
 {
-    if (m_toggled && isEnabled())
-        m_toggled(checked);
+    const std::weak_ptr<Action*> self = m_self;
+    const ToggledCallback callback = m_toggled;
+    if (callback && isEnabled() && !self.expired())
+        callback(checked);
 }
 
 } // namespace lumo

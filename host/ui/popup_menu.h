@@ -6,7 +6,8 @@
 
 namespace lumo {
 
-/// A context menu that is filled and then shown. The actions stay their owners'.
+/// A context menu that is filled and then shown. The actions stay their owners', who may destroy
+/// them while the menu is shown: an entry keeps `Action::handle()` and then does nothing.
 class IPopupMenu
 {
 public:

@@ -5,6 +5,15 @@
 #include <QMenu>
 
 namespace lumo {
+namespace {
+
+Action* living(const std::weak_ptr<Action*>& handle)
+{
+    const std::shared_ptr<Action*> found = handle.lock();
+    return found ? *found : nullptr;
+}
+
+} // namespace
 
 class WidgetPopupMenuProvider::Menu : public IPopupMenu
 {
@@ -23,10 +32,14 @@ public:
         entry->setEnabled(action->isEnabled());
         entry->setCheckable(info.flags.has(ActionInfo::Flag::Checkable));
         entry->setChecked(action->state() != 0);
-        QObject::connect(entry, &QAction::triggered, entry, [action](bool checked) {
-            if (action->info().flags.has(ActionInfo::Flag::Checkable))
-                action->setChecked(checked);
-            action->trigger();
+        QObject::connect(entry, &QAction::triggered, entry, [handle = action->handle()](bool on) {
+            Action* shown = living(handle);
+            if (shown && shown->info().flags.has(ActionInfo::Flag::Checkable)) {
+                shown->setChecked(on);
+                shown = living(handle);
+            }
+            if (shown)
+                shown->trigger();
         });
     }
     void addSeparator() override { m_widget.addSeparator(); }

@@ -22,9 +22,14 @@
 
 class AbstractFilterData;
 class AbstractSelectableData;
-class KSelectionProxyModel;
-class SceneBrowserCheckableProxyModel;
 class SceneBrowserPanelBase;
+
+namespace kyr {
+class ColumnProxies;
+namespace selection {
+class RowSelectionModel;
+}
+} // namespace kyr
 
 /// The data side of one Scene Browser panel: the panel's QML binds to its properties, signals and
 /// invokable methods, the editor's code calls the rest.
@@ -32,6 +37,9 @@ class SceneBrowserPanelBase;
 /// Everything that is handed in stays its owner's and must outlive its use here; setting null
 /// detaches it. Setters announce every call, also when the value is the same. All calls belong on
 /// the GUI thread. Either model may be null, and what needs it then does nothing.
+///
+/// The browser may be destroyed inside every notification and every call of the editor that it
+/// causes; what it was about to do is then left.
 class KYR_SCENE_OUTLINE_EXPORT SceneBrowserData : public QObject
 {
     Q_OBJECT
@@ -81,7 +89,8 @@ public:
     /// The chosen columns in the order of their "columnOrder" role; null before `setColumnsModel`.
     /// Read it again after `columnsModelChanged`.
     QAbstractItemModel* selectedColumnsModel() const;
-    /// A column is chosen when its row is selected in `selectionModel`, which may be null.
+    /// A column is chosen when its row is selected in `selectionModel`, which may be null. Either
+    /// model may die before the browser, which then goes on without it.
     void setColumnsModel(QAbstractItemModel* columnsModel, QItemSelectionModel* selectionModel);
     /// Dropping the returned connection ends the subscription. A callback may subscribe, end
     /// subscriptions, ask again or destroy the browser; what it throws leaves `showColumnsDialog`.
@@ -134,6 +143,16 @@ Q_SIGNALS:
     void onShowItem(QModelIndex index);
 
 private:
+    // They end what may be about to return to whoever destroys the browser.
+    struct RetireSelection
+    {
+        void operator()(kyr::selection::RowSelectionModel* model) const;
+    };
+    struct RetireColumns
+    {
+        void operator()(kyr::ColumnProxies* columns) const;
+    };
+
     void initActions();
     void subscribe(vex::Connection connection);
     void connectItemModel();
@@ -150,11 +169,8 @@ private:
     std::vector<vex::Connection> m_connections;
     vex::Signal<void()> m_showColumnsDialog;
     std::shared_ptr<lumo::IPopupMenuProvider> m_popupMenuProvider;
-    std::unique_ptr<QItemSelectionModel> m_selectionModel;
-    std::unique_ptr<KSelectionProxyModel> m_columnsSelectionProxy;
-    std::unique_ptr<lumo::datamodels::proxy::BaseFilterProxyModel> m_checkableColumnsModel;
-    std::unique_ptr<lumo::datamodels::proxy::BaseFilterProxyModel> m_selectedColumnsModel;
-    std::unique_ptr<SceneBrowserCheckableProxyModel> m_checkableProxy;
+    std::unique_ptr<kyr::selection::RowSelectionModel, RetireSelection> m_selectionModel;
+    std::unique_ptr<kyr::ColumnProxies, RetireColumns> m_columns;
     std::unique_ptr<lumo::Action> m_expandAllAction;
     std::unique_ptr<lumo::Action> m_collapseAllAction;
     IAssetModel* m_assetModel = nullptr;

@@ -1,5 +1,7 @@
 #include "browser_fixture.h"
 
+#include <QCoreApplication>
+
 using test::BrowserTest;
 
 namespace {
@@ -11,10 +13,15 @@ public:
     {
         actions.push_back(action);
         log += action->info().identifier + "(" + text + ") ";
+        test::hostIsCalled();
     }
     void addSeparator() override { log += "| "; }
     bool isEmpty() const override { return log.empty(); }
-    void popup() override { log += "shown"; }
+    void popup() override
+    {
+        log += "shown";
+        test::hostIsCalled();
+    }
 
     std::vector<lumo::Action*> actions;
     std::string log;
@@ -23,7 +30,11 @@ public:
 class FakeProvider : public lumo::IPopupMenuProvider
 {
 public:
-    lumo::IPopupMenu* popupMenu() override { return menu; }
+    lumo::IPopupMenu* popupMenu() override
+    {
+        test::hostIsCalled();
+        return menu;
+    }
     FakeMenu* menu = nullptr;
 };
 
@@ -91,4 +102,62 @@ TEST_F(BrowserTest, commandsAndActionsAskTheViewOnce)
     second.requestMenu();
     EXPECT_NE(menu.actions[0], menu.actions[2]);
     EXPECT_EQ(&menu.actions[0]->info(), &menu.actions[2]->info());
+}
+
+TEST_F(BrowserTest, mayBeDestroyedInsideAnyCallThatItMakes)
+{
+    FakeMenu menu;
+    auto provider = std::make_shared<FakeProvider>();
+    provider->menu = &menu;
+    const auto trigger = [&menu] { menu.actions.at(0)->trigger(); };
+    const std::function<void()> causes[] = {
+        [this] { selectRow("b"); },
+        [this] { browser->selectionModel()->setCurrentIndex(model->find("b"), {3}); },
+        [this] { browser->selectAll(); },
+        [this] {
+            selection.setSelection(objects({"b", "c"}), false);
+        },
+        [this] {
+            browser->selectionModel()->reset();
+            model->emitUnannouncedInsertion({}, 0, 1);
+        },
+        [this] { model->remove({}, 0, 1); },
+        [this] {
+            Q_EMIT model->layoutChanged();
+            QCoreApplication::processEvents();
+        },
+        [this] { browser->syncHover(model->find("b")); },
+        [this] { browser->resetHover(); },
+        [this] { browser->requestMenu(); },
+        [this] { browser->expandAll(); },
+        [&] {
+            browser->requestMenu();
+            if (browser)
+                trigger();
+        },
+    };
+    for (const auto& cause : causes) {
+        for (int last = 1, calls = 1; calls >= last; ++last) {
+            menu.log.clear();
+            menu.actions.clear();
+            create("a\nb\n  c");
+            browser->setPopupMenuProvider(provider);
+            selection.setSelection(objects({"a", "c"}), false);
+            selection.setHoveredObjects(objects({"a"}));
+            calls = 0;
+            const auto count = [&] {
+                if (++calls == last)
+                    browser.reset();
+            };
+            test::onHostCall = count;
+            QObject::connect(browser->selectionModel(), &QItemSelectionModel::selectionChanged,
+                             count);
+            QObject::connect(browser->selectionModel(), &QItemSelectionModel::currentChanged,
+                             count);
+            QObject::connect(browser.get(), &SceneBrowserData::expandAllRequested, count);
+            cause();
+            test::onHostCall = nullptr;
+            EXPECT_EQ(calls < last, browser != nullptr);
+        }
+    }
 }

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -28,6 +29,31 @@ inline std::string names(const QItemSelection& selection)
     return text;
 }
 
+/// Called in every call of the browser to the editor that could change something.
+inline std::function<void()> onHostCall;
+
+inline void hostIsCalled()
+{
+    if (onHostCall)
+        onHostCall();
+}
+
+class HookedAssetModel : public TreeAssetModel
+{
+public:
+    using TreeAssetModel::TreeAssetModel;
+    QModelIndex indexOf(const kyr::ReflectedObject& object) const override
+    {
+        hostIsCalled();
+        return TreeAssetModel::indexOf(object);
+    }
+    void setObjectHovered(const kyr::ReflectedObject& object, bool hovered) override
+    {
+        hostIsCalled();
+        TreeAssetModel::setObjectHovered(object, hovered);
+    }
+};
+
 /// Writes down every call that changes the selection.
 class LoggedAssetSelection : public RecordedAssetSelection
 {
@@ -39,13 +65,20 @@ public:
         m_log += "set(" + names(objects) + ") ";
         if (onSet)
             onSet();
+        hostIsCalled();
         RecordedAssetSelection::setSelection(std::move(objects), keepPresent);
     }
     void setHoveredObjects(Objects objects) override
     {
         m_log += "hover(" + names(objects) + ") ";
         lastHovered = objects;
+        hostIsCalled();
         RecordedAssetSelection::setHoveredObjects(std::move(objects));
+    }
+    bool isSelected(const kyr::ReflectedObject& object) const override
+    {
+        hostIsCalled();
+        return RecordedAssetSelection::isSelected(object);
     }
     std::string takeLog() { return std::exchange(m_log, {}); }
 
@@ -62,7 +95,7 @@ protected:
     void create(const std::string& tree, int columns = 1)
     {
         model = std::make_unique<TreeModel>(tree, columns);
-        assetModel = std::make_unique<TreeAssetModel>(model.get());
+        assetModel = std::make_unique<HookedAssetModel>(model.get());
         browser = std::make_unique<SceneBrowserData>(assetModel.get(), &selection, nullptr);
     }
 
@@ -84,7 +117,7 @@ protected:
     std::shared_ptr<Zar::ChangesController> changes = std::make_shared<Zar::ChangesController>();
     LoggedAssetSelection selection{changes};
     std::unique_ptr<TreeModel> model;
-    std::unique_ptr<TreeAssetModel> assetModel;
+    std::unique_ptr<HookedAssetModel> assetModel;
     std::unique_ptr<SceneBrowserData> browser;
 };
 

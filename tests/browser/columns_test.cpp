@@ -2,6 +2,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QAbstractProxyModel>
+#include <QCoreApplication>
 #include <QStandardItemModel>
 
 using test::BrowserTest;
@@ -156,6 +157,68 @@ TEST_F(ColumnsTest, anotherColumnsModelBringsNewProxies)
     EXPECT_NE(before, browser->selectedColumnsModel());
     EXPECT_EQ("a b ", selectedColumns());
     browser->setColumnsModel(nullptr, nullptr);
+}
+
+TEST_F(ColumnsTest, columnsMayBeReplacedAndTheBrowserDestroyedInAnyNotificationOfTheirs)
+{
+    using Model = QAbstractItemModel;
+    const auto connectAll = [this](QObject* context, const std::function<void()>& then) {
+        QObject::connect(&chosen, &QItemSelectionModel::selectionChanged, context, then);
+        for (const Model* list :
+             {browser->selectedColumnsModel(), browser->checkableColumnsModel()}) {
+            QObject::connect(list, &Model::rowsAboutToBeInserted, context, then);
+            QObject::connect(list, &Model::rowsInserted, context, then);
+            QObject::connect(list, &Model::rowsAboutToBeRemoved, context, then);
+            QObject::connect(list, &Model::rowsRemoved, context, then);
+            QObject::connect(list, &Model::dataChanged, context, then);
+        }
+    };
+    const std::function<void()> causes[] = {
+        [this] { check("type", true); },
+        [this] { browser->setColumnsFilter("nothing"); },
+        [this] {
+            browser->removeFromSelectedColumns({browser->selectedColumnsModel()->index(0, 0)});
+        },
+        [this] { browser->clearSelectedColumns(); },
+    };
+    for (const auto& cause : causes) {
+        for (int notification = 1, seen = 1; seen >= notification; ++notification) {
+            for (const bool destroys : {false, true}) {
+                browser = std::make_unique<SceneBrowserData>(assetModel.get(), nullptr, nullptr);
+                chosen.clear();
+                browser->setColumnsModel(&columns, &chosen);
+                check("rotation", true);
+                seen = 0;
+                QObject context;
+                connectAll(&context, [&] {
+                    if (++seen == notification && destroys)
+                        browser.reset();
+                    else if (seen == notification)
+                        browser->setColumnsModel(&columns, &chosen);
+                });
+                cause();
+            }
+        }
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+TEST_F(ColumnsTest, theBrowserOutlivesColumnsAndTheirSelection)
+{
+    auto* mortal = new QStandardItemModel(1, 1);
+    browser->setColumnsModel(mortal, new QItemSelectionModel(mortal, mortal));
+    delete browser->property("columnsModel").value<QAbstractItemModel*>();
+    EXPECT_EQ(nullptr, browser->columnsModel());
+    {
+        QItemSelectionModel brief(&columns);
+        browser->setColumnsModel(&columns, &brief);
+        check("type", true);
+    }
+    EXPECT_EQ(&columns, browser->columnsModel());
+    EXPECT_EQ("", selectedColumns());
+    check("type", true);
+    browser->clearSelectedColumns();
+    browser->removeFromSelectedColumns({browser->selectedColumnsModel()->index(0, 0)});
 }
 
 TEST_F(BrowserTest, columnDialogRequestsReachTheSubscribersInOrder)

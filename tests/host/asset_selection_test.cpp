@@ -1,6 +1,9 @@
 #include <host/scene/recorded_asset_selection.h>
+#include <host/ui/widget_popup_menu.h>
 #include <host/undo/commit_changes_scope.h>
 #include <support/tree_model.h>
+
+#include <QMenu>
 
 #include <gtest/gtest.h>
 
@@ -73,4 +76,56 @@ TEST_F(AssetSelectionTest, stepsOutliveTheSelectionTheyBelongTo)
     changes->stack().undo();
     changes->stack().redo();
     EXPECT_EQ(1, changes->stack().count());
+}
+
+namespace {
+
+/// Lets go of its memory when the last handle goes, as an object that was not made with its count.
+std::shared_ptr<kyr::IReflected> objectAt(void* place)
+{
+    return {new (place) test::NamedObject("x"),
+            [](test::NamedObject* object) { object->~NamedObject(); }};
+}
+
+} // namespace
+
+TEST_F(AssetSelectionTest, aNewObjectAtADeadOnesAddressIsAnother)
+{
+    alignas(test::NamedObject) unsigned char place[sizeof(test::NamedObject)];
+    auto object = objectAt(place);
+    selection.setSelection({kyr::PersistentObject(kyr::ReflectedObject(object))}, false);
+    EXPECT_TRUE(selection.isSelected(kyr::ReflectedObject(object)));
+    object.reset();
+    object = objectAt(place);
+    EXPECT_FALSE(selection.isSelected(kyr::ReflectedObject(object)));
+    selection.setSelection({kyr::PersistentObject(kyr::ReflectedObject(object))}, true);
+    EXPECT_EQ(2u, selection.objects().size());
+}
+
+TEST_F(AssetSelectionTest, hoverChangesAreToldOnceAndInOrder)
+{
+    std::string log;
+    const auto connection = selection.connectHoverChanged(
+        [&](const IAssetSelection::Objects& entered, const IAssetSelection::Objects& left) {
+            log += "+" + text(entered) + "-" + text(left) + " ";
+        });
+    selection.setHoveredObjects(objects({"b", "a"}));
+    selection.setHoveredObjects(objects({"a", "b"}));
+    selection.setHoveredObjects(objects({"c", "b"}));
+    EXPECT_EQ("+ba- +c-a ", log);
+}
+
+TEST(WidgetPopupMenu, entriesOfAnActionThatIsGoneDoNothing)
+{
+    int triggered = 0;
+    const auto info = lumo::ActionInfo::create("id", "Text", "", "", "", "", {});
+    auto action = std::make_unique<lumo::Action>(
+        info, [&] { ++triggered; }, nullptr, nullptr, nullptr);
+    QMenu* shown = nullptr;
+    lumo::WidgetPopupMenuProvider provider([&shown](QMenu& menu) { shown = &menu; });
+    provider.popupMenu()->addAction(action.get(), "");
+    shown->actions().first()->trigger();
+    action.reset();
+    shown->actions().first()->trigger();
+    EXPECT_EQ(1, triggered);
 }

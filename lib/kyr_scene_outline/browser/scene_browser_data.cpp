@@ -1,13 +1,11 @@
 #include <kyr_scene_outline/scene_browser_data.h>
 
-#include "checkable_proxy_model.h"
+#include "column_proxies.h"
 #include <kyr_scene_outline/selection/row_selection_model.h>
 
 #include <host/core/debug_message.h>
 #include <host/core/stack_tracker.h>
 #include <host/reflection/fuzzy_function.h>
-
-#include <KSelectionProxyModel>
 
 #include <QTimer>
 
@@ -44,13 +42,11 @@ SceneBrowserData::SceneBrowserData(IAssetModel* assetModel, IAssetSelection* ass
         return;
 
     connectItemModel();
-    auto rows =
-        std::make_unique<kyr::selection::RowSelectionModel>(m_assetModel->itemModel(), this);
+    m_selectionModel.reset(new kyr::selection::RowSelectionModel(m_assetModel->itemModel(), this));
     connect(
-        rows.get(), &QItemSelectionModel::selectionChanged, rows.get(),
-        [this, model = rows.get()] { updateAssetSelection(model->finishedSelection()); },
+        m_selectionModel.get(), &QItemSelectionModel::selectionChanged, m_selectionModel.get(),
+        [this] { updateAssetSelection(m_selectionModel->finishedSelection()); },
         Qt::DirectConnection);
-    m_selectionModel = std::move(rows);
     updateAssetSelection(m_selectionModel->selection());
 }
 
@@ -60,6 +56,11 @@ SceneBrowserData::~SceneBrowserData()
     for (vex::Connection& connection : m_connections)
         connection.disconnect();
     m_connections.clear();
+}
+
+void SceneBrowserData::RetireSelection::operator()(kyr::selection::RowSelectionModel* model) const
+{
+    kyr::selection::RowSelectionModel::retire(model);
 }
 
 void SceneBrowserData::subscribe(vex::Connection connection)

@@ -1,5 +1,7 @@
 #include <kyr_scene_outline/scene_browser_data.h>
 
+#include <QPointer>
+
 namespace {
 
 using ActionInfoPointer = std::shared_ptr<const lumo::ActionInfo>;
@@ -57,14 +59,18 @@ void SceneBrowserData::requestMenu()
     const std::shared_ptr<lumo::IPopupMenuProvider> provider = m_popupMenuProvider;
     if (!provider)
         return;
+    const QPointer<SceneBrowserData> self(this);
     lumo::IPopupMenu* menu = provider->popupMenu();
-    if (!menu)
+    if (!self || !menu)
         return;
-    if (checkExpandable()) {
-        if (!menu->isEmpty())
-            menu->addSeparator();
-        menu->addAction(m_expandAllAction.get(), "");
-        menu->addAction(m_collapseAllAction.get(), "");
+    const bool expandable = checkExpandable();
+    if (self && expandable && !menu->isEmpty())
+        menu->addSeparator();
+    for (const auto action :
+         {&SceneBrowserData::m_expandAllAction, &SceneBrowserData::m_collapseAllAction}) {
+        if (self && expandable)
+            menu->addAction((this->*action).get(), "");
     }
-    menu->popup();
+    if (self)
+        menu->popup();
 }

@@ -1,18 +1,5 @@
-#include "checkable_proxy_model.h"
+#include "column_proxies.h"
 #include <kyr_scene_outline/scene_browser_data.h>
-
-#include <KSelectionProxyModel>
-
-using lumo::datamodels::proxy::BaseFilterProxyModel;
-
-namespace {
-
-int columnOrderRole(const QAbstractItemModel& columnsModel)
-{
-    return columnsModel.roleNames().key("columnOrder", Qt::DisplayRole);
-}
-
-} // namespace
 
 QAbstractItemModel* SceneBrowserData::columnsModel() const
 {
@@ -21,66 +8,57 @@ QAbstractItemModel* SceneBrowserData::columnsModel() const
 
 QAbstractItemModel* SceneBrowserData::checkableColumnsModel() const
 {
-    return m_checkableColumnsModel.get();
+    return m_columns ? m_columns->checkable() : nullptr;
 }
 
 QAbstractItemModel* SceneBrowserData::selectedColumnsModel() const
 {
-    return m_selectedColumnsModel.get();
+    return m_columns ? m_columns->selected() : nullptr;
 }
 
 void SceneBrowserData::setColumnsModel(QAbstractItemModel* columnsModel,
                                        QItemSelectionModel* selectionModel)
 {
     m_columnsModel = columnsModel;
-
-    m_columnsSelectionProxy = std::make_unique<KSelectionProxyModel>(selectionModel, nullptr);
-    m_columnsSelectionProxy->setFilterBehavior(KSelectionProxyModel::ExactSelection);
-    m_columnsSelectionProxy->setSourceModel(columnsModel);
-
-    m_selectedColumnsModel = std::make_unique<BaseFilterProxyModel>(nullptr);
-    m_selectedColumnsModel->setDynamicSortFilter(true);
-    if (columnsModel)
-        m_selectedColumnsModel->setSortRole(columnOrderRole(*columnsModel));
-    m_selectedColumnsModel->setSourceModel(m_columnsSelectionProxy.get());
-    m_selectedColumnsModel->sort(0, Qt::AscendingOrder);
-
-    m_checkableProxy = std::make_unique<SceneBrowserCheckableProxyModel>();
-    m_checkableProxy->setSourceModel(columnsModel);
-    if (selectionModel)
-        m_checkableProxy->setSelectionModel(selectionModel);
-
-    m_checkableColumnsModel = std::make_unique<BaseFilterProxyModel>(nullptr);
-    m_checkableColumnsModel->setDynamicSortFilter(true);
-    m_checkableColumnsModel->setFilterCaseSensitivity(Qt::CaseInsensitive);
-    m_checkableColumnsModel->setFilteringMode(BaseFilterProxyModel::FilteringMode::Branches);
-    m_checkableColumnsModel->setSourceModel(m_checkableProxy.get());
-
+    m_columns.reset(new kyr::ColumnProxies(columnsModel, selectionModel));
+    const auto onEnd = [this](const QObject* mortal, auto replace) {
+        if (mortal)
+            connect(mortal, &QObject::destroyed, m_columns.get(),
+                    [this, replace, watched = m_columns.get()] {
+                        if (m_columns.get() == watched)
+                            replace();
+                    });
+    };
+    onEnd(columnsModel, [this] { setColumnsModel(nullptr, nullptr); });
+    onEnd(selectionModel, [this] { setColumnsModel(m_columnsModel, nullptr); });
     Q_EMIT columnsModelChanged();
+}
+
+void SceneBrowserData::RetireColumns::operator()(kyr::ColumnProxies* columns) const
+{
+    kyr::ColumnProxies::retire(columns);
 }
 
 void SceneBrowserData::setColumnsFilter(QString filter)
 {
-    if (m_checkableColumnsModel)
-        m_checkableColumnsModel->setFilterFixedString(filter);
+    if (m_columns)
+        m_columns->setFilter(filter);
 }
 
 void SceneBrowserData::clearSelectedColumns()
 {
-    if (QItemSelectionModel* chosen =
-            m_checkableProxy ? m_checkableProxy->selectionModel() : nullptr)
+    if (QItemSelectionModel* chosen = m_columns ? m_columns->chosen() : nullptr)
         chosen->clear();
 }
 
 void SceneBrowserData::removeFromSelectedColumns(const QModelIndexList& indexes)
 {
-    QItemSelectionModel* chosen = m_checkableProxy ? m_checkableProxy->selectionModel() : nullptr;
+    QItemSelectionModel* chosen = m_columns ? m_columns->chosen() : nullptr;
     if (!chosen)
         return;
     QItemSelection selection;
     for (const QModelIndex& index : indexes) {
-        const QModelIndex column =
-            m_columnsSelectionProxy->mapToSource(m_selectedColumnsModel->mapToSource(index));
+        const QModelIndex column = m_columns->columnOf(index);
         selection.merge(QItemSelection(column, column), QItemSelectionModel::Select);
     }
     chosen->select(selection, QItemSelectionModel::Deselect);

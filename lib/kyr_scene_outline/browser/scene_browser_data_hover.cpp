@@ -2,6 +2,8 @@
 
 #include "row_object.h"
 
+#include <QPointer>
+
 void SceneBrowserData::syncHover(const QModelIndex& hoveredItem)
 {
     // Between the announcement and the end of a row update the index may not fit the model.
@@ -10,8 +12,10 @@ void SceneBrowserData::syncHover(const QModelIndex& hoveredItem)
     const QAbstractItemModel* itemModel = m_assetModel->itemModel();
     if (!itemModel)
         return;
+    const QPointer<SceneBrowserData> self(this);
     const QVariant value = itemModel->data(hoveredItem, kyr::ObjectRole);
-    m_assetSelection->setHoveredObjects({kyr::PersistentObject(kyr::objectOf(value))});
+    if (self)
+        m_assetSelection->setHoveredObjects({kyr::PersistentObject(kyr::objectOf(value))});
 }
 
 void SceneBrowserData::resetHover()
@@ -30,10 +34,14 @@ void SceneBrowserData::onDoubleClicked(const QModelIndex& index)
 void SceneBrowserData::onHoverChanged(const IAssetSelection::Objects& entered,
                                       const IAssetSelection::Objects& left)
 {
-    if (!m_assetModel)
-        return;
-    for (const kyr::PersistentObject& object : entered)
-        m_assetModel->setObjectHovered(object.object(), true);
-    for (const kyr::PersistentObject& object : left)
-        m_assetModel->setObjectHovered(object.object(), false);
+    const QPointer<SceneBrowserData> self(this);
+    const auto mark = [this, &self](const IAssetSelection::Objects& objects, bool hovered) {
+        for (const kyr::PersistentObject& object : objects) {
+            if (!self || !m_assetModel)
+                return;
+            m_assetModel->setObjectHovered(object.object(), hovered);
+        }
+    };
+    mark(entered, true);
+    mark(left, false);
 }

@@ -3,18 +3,19 @@
 #include "row_object.h"
 #include "scoped_flag.h"
 
+#include <kyr_scene_outline/selection/row_selection_model.h>
+#include <kyr_scene_outline/selection/selectable_cell.h>
+
 #include <host/core/profiler.h>
 #include <host/undo/commit_changes_scope.h>
+
+#include <QPointer>
 
 #include <optional>
 
 namespace {
 
-bool canBeSelected(const QModelIndex& index)
-{
-    constexpr Qt::ItemFlags needed = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
-    return (index.flags() & needed) == needed;
-}
+using kyr::selection::canBeSelected;
 
 // The objects of the cells that `QItemSelection::indexes` would list, in its order.
 IAssetSelection::Objects objectsOf(const QItemSelection& selection)
@@ -58,7 +59,9 @@ QItemSelection allRows(const QAbstractItemModel& model)
         // Ranges under different parents share no cells, so appending is merging.
         const QModelIndex first = model.index(0, 0, level.parent);
         const QModelIndex last = model.index(level.rows - 1, 0, level.parent);
-        if (first.isValid() && last.isValid())
+        if (level.rows == 1 && first.isValid())
+            selection.append(QItemSelectionRange(first)); // one look-up less
+        else if (first.isValid() && last.isValid())
             selection.append(QItemSelectionRange(first, last));
         levels.pop_back();
     }
@@ -71,11 +74,14 @@ void SceneBrowserData::updateAssetSelection(const QItemSelection& selection)
 {
     if (m_updatingSelection || !m_assetSelection)
         return;
+    const QPointer<SceneBrowserData> self(this);
     // The change closes after the flag is cleared: what is notified then is no echo.
     std::optional<Zar::CommitChangesScope> change;
     {
-        const kyr::ScopedFlag updating(m_updatingSelection);
+        const kyr::ScopedFlag updating(m_updatingSelection, this);
         IAssetSelection::Objects objects = objectsOf(selection);
+        if (!self)
+            return;
         Zar::ChangesController* controller = m_assetSelection->changesController().lock().get();
         change.emplace("Set asset selection", controller);
         m_assetSelection->setSelection(std::move(objects), false);
@@ -88,10 +94,14 @@ void SceneBrowserData::updateSelectionModelFromAssetSelection()
     // The selection may notify before there are rows to select: while it is being subscribed to.
     if (m_updatingSelection || !m_selectionModel)
         return;
-    const kyr::ScopedFlag updating(m_updatingSelection);
+    const QPointer<SceneBrowserData> self(this);
+    const kyr::ScopedFlag updating(m_updatingSelection, this);
     QItemSelection selection;
-    for (const kyr::PersistentObject& object : m_assetSelection->objects()) {
-        const QModelIndex index = m_assetModel->indexOf(object.object());
+    // The list is asked anew each time: the editor may change it when it looks for a row.
+    for (std::size_t i = 0; i < m_assetSelection->objects().size(); ++i) {
+        const QModelIndex index = m_assetModel->indexOf(m_assetSelection->objects()[i].object());
+        if (!self)
+            return;
         if (index.isValid())
             selection.append(QItemSelectionRange(index));
     }
@@ -100,11 +110,12 @@ void SceneBrowserData::updateSelectionModelFromAssetSelection()
 
 void SceneBrowserData::updateSelectionModel()
 {
+    const QPointer<SceneBrowserData> self(this);
     {
-        const kyr::ScopedFlag updating(m_updatingSelection);
+        const kyr::ScopedFlag updating(m_updatingSelection, this);
         m_selectionModel->clear();
     }
-    if (m_assetSelection)
+    if (self && m_assetSelection)
         updateSelectionModelFromAssetSelection();
 }
 
@@ -112,14 +123,17 @@ void SceneBrowserData::syncSelectionOnInsert(const QModelIndex& rowParent, int f
 {
     if (m_updatingSelection || !m_assetSelection || m_assetSelection->objects().empty())
         return;
-    const kyr::ScopedFlag updating(m_updatingSelection);
+    const QPointer<SceneBrowserData> self(this);
+    const kyr::ScopedFlag updating(m_updatingSelection, this);
     const QAbstractItemModel* itemModel = m_assetModel->itemModel();
     QItemSelection selection;
     for (int row = first; row <= last; ++row) {
         const QModelIndex index = itemModel->index(row, 0, rowParent);
         const kyr::ReflectedObject object = kyr::objectOf(index);
-        if (object.isValid() && m_assetSelection->isSelected(object))
+        if (self && object.isValid() && m_assetSelection->isSelected(object))
             selection.append(QItemSelectionRange(index));
+        if (!self)
+            return;
     }
     if (!selection.isEmpty())
         m_selectionModel->select(selection, QItemSelectionModel::Select);
