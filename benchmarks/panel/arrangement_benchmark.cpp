@@ -1,8 +1,7 @@
 #include "group_model.h"
 
 #include <host/ui/text_predicate.h>
-#include <panel/rows/flat_tree_model.h>
-#include <panel/rows/tree_arranger.h>
+#include <panel/outline/outline_model.h>
 
 #include <QItemSelectionModel>
 
@@ -14,28 +13,23 @@
 
 namespace {
 
-using kyr::panel::FlatTreeModel;
-using kyr::panel::TreeArranger;
+using kyr::panel::OutlineModel;
 
 /// A panel's list over `range(0)` objects, a tenth of them groups, all open.
-struct Outline
+struct Scene
 {
-    explicit Outline(const benchmark::State& state) : model(int(state.range(0)) / 10, 9)
+    explicit Scene(const benchmark::State& state) : model(int(state.range(0)) / 10, 9)
     {
-        QObject::connect(&arranger, &TreeArranger::modelChanged, &flat,
-                         [this] { flat.setSourceModel(arranger.model()); });
-        arranger.setList(&flat);
-        arranger.setSourceModel(&model);
-        arranger.setPredicate(&predicate);
-        flat.setSelectionModel(selection);
-        flat.expandAll();
+        outline.setSourceModel(&model);
+        outline.setPredicate(&predicate);
+        outline.setSelectionModel(selection);
+        outline.expandAll();
     }
 
     GroupModel model;
     QItemSelectionModel* selection = new QItemSelectionModel(&model);
     lumo::datamodels::proxy::TextPredicate predicate;
-    FlatTreeModel flat;
-    TreeArranger arranger;
+    OutlineModel outline;
 };
 
 /// Works off what a keystroke or a click starts as the event loop would, and reports the longest
@@ -47,11 +41,11 @@ public:
     ~Slices() { m_state.counters["longest ms"] = m_longest; }
 
     template <typename Start>
-    void work(Outline& outline, const Start& start)
+    void work(Scene& scene, const Start& start)
     {
         measure(start);
-        while (outline.arranger.isWorking())
-            measure([&] { outline.arranger.workSlice(); });
+        while (scene.outline.isWorking())
+            measure([&] { scene.outline.workSlice(); });
     }
 
     template <typename Part>
@@ -70,56 +64,54 @@ private:
 
 void filterKeystroke(benchmark::State& state)
 {
-    Outline outline(state);
+    Scene scene(state);
     Slices slices(state);
     bool longer = false;
     for (auto _ : state) {
         longer = !longer;
         const QString text = longer ? QStringLiteral("12") : QStringLiteral("1");
-        slices.work(outline, [&] { outline.predicate.setText(text); });
+        slices.work(scene, [&] { scene.predicate.setText(text); });
     }
-    state.counters["rows"] = outline.flat.count();
+    state.counters["rows"] = scene.outline.count();
 }
 
 /// A filter set and cleared with every object selected.
 void filterWithAllSelected(benchmark::State& state)
 {
-    Outline outline(state);
-    QItemSelection all(outline.model.index(0, 0),
-                       outline.model.index(outline.model.rowCount() - 1, 0));
-    for (int group = 0; group < outline.model.rowCount(); ++group) {
-        const QModelIndex parent = outline.model.index(group, 0);
-        all.append(QItemSelectionRange(outline.model.index(0, 0, parent),
-                                       outline.model.index(8, 0, parent)));
+    Scene scene(state);
+    QItemSelection all(scene.model.index(0, 0), scene.model.index(scene.model.rowCount() - 1, 0));
+    for (int group = 0; group < scene.model.rowCount(); ++group) {
+        const QModelIndex parent = scene.model.index(group, 0);
+        all.append(
+            QItemSelectionRange(scene.model.index(0, 0, parent), scene.model.index(8, 0, parent)));
     }
-    outline.selection->select(all, QItemSelectionModel::Select);
+    scene.selection->select(all, QItemSelectionModel::Select);
     Slices slices(state);
     for (auto _ : state) {
-        slices.work(outline, [&] { outline.predicate.setText(QStringLiteral("1")); });
-        slices.measure([&] { benchmark::DoNotOptimize(outline.flat.hiddenSelectionCount()); });
-        slices.work(outline, [&] { outline.predicate.setText({}); });
+        slices.work(scene, [&] { scene.predicate.setText(QStringLiteral("1")); });
+        slices.measure([&] { benchmark::DoNotOptimize(scene.outline.hiddenSelectedCount()); });
+        slices.work(scene, [&] { scene.predicate.setText({}); });
     }
 }
 
 void sortByName(benchmark::State& state)
 {
-    Outline outline(state);
-    outline.arranger.setSortRole(Qt::DisplayRole);
-    outline.arranger.finish();
+    Scene scene(state);
+    scene.outline.setSortRole(Qt::DisplayRole);
+    scene.outline.finish();
     Slices slices(state);
     for (auto _ : state)
-        slices.work(outline, [&] {
-            outline.arranger.setSortDescending(!outline.arranger.isSortDescending());
-        });
+        slices.work(scene,
+                    [&] { scene.outline.setSortDescending(!scene.outline.isSortDescending()); });
 }
 
 void switchModes(benchmark::State& state)
 {
-    Outline outline(state);
+    Scene scene(state);
     Slices slices(state);
     for (auto _ : state) {
         for (const char* mode : {"flat", "type", "hierarchy"})
-            slices.work(outline, [&] { outline.arranger.setArrangement(QLatin1String(mode)); });
+            slices.work(scene, [&] { scene.outline.setArrangement(QLatin1String(mode)); });
     }
     state.SetItemsProcessed(state.iterations() * 3);
 }
@@ -127,27 +119,27 @@ void switchModes(benchmark::State& state)
 /// One object added to a filtered and sorted scene and taken away again.
 void insertAndRemoveRowFound(benchmark::State& state)
 {
-    Outline outline(state);
-    outline.predicate.setText(QStringLiteral("1"));
-    outline.arranger.setSortRole(Qt::DisplayRole);
-    outline.arranger.finish();
+    Scene scene(state);
+    scene.predicate.setText(QStringLiteral("1"));
+    scene.outline.setSortRole(Qt::DisplayRole);
+    scene.outline.finish();
     std::minstd_rand random;
-    std::uniform_int_distribution<int> groups(0, outline.model.rowCount() - 1);
+    std::uniform_int_distribution<int> groups(0, scene.model.rowCount() - 1);
     for (auto _ : state) {
         const int group = groups(random);
-        outline.model.insert(group, 1);
-        outline.model.remove(group, 1);
+        scene.model.insert(group, 1);
+        scene.model.remove(group, 1);
     }
 }
 
 void expandAllSorted(benchmark::State& state)
 {
-    Outline outline(state);
-    outline.arranger.setSortRole(Qt::DisplayRole);
-    outline.arranger.finish();
+    Scene scene(state);
+    scene.outline.setSortRole(Qt::DisplayRole);
+    scene.outline.finish();
     for (auto _ : state) {
-        outline.flat.collapseAll();
-        outline.flat.expandAll();
+        scene.outline.collapseAll();
+        scene.outline.expandAll();
     }
 }
 

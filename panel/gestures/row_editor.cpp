@@ -24,7 +24,7 @@ private:
 };
 
 // Persistent, for a change may move rows.
-std::vector<QPersistentModelIndex> selectedRows(const FlatTreeModel& flat)
+std::vector<QPersistentModelIndex> selectedRows(const OutlineModel& flat)
 {
     std::vector<QPersistentModelIndex> rows;
     for (const QItemSelectionRange& range : flat.selectionModel()->selection()) {
@@ -62,7 +62,7 @@ void RowEditor::setAll(int row, int role, const QVariant& value, const QString& 
     const EditScope scope(*this, text);
     for (const QPersistentModelIndex& index : rows) {
         if (index.isValid())
-            m_flat->origin()->setData(index, value, role);
+            m_flat->sourceModel()->setData(index, value, role);
     }
 }
 
@@ -74,12 +74,12 @@ bool RowEditor::canRename(int row) const
 
 bool RowEditor::rename(const QModelIndex& sourceIndex, const QString& name)
 {
-    if (!m_flat || !sourceIndex.isValid() || sourceIndex.model() != m_flat->origin())
+    if (!m_flat || !sourceIndex.isValid() || sourceIndex.model() != m_flat->sourceModel())
         return false;
     if (sourceIndex.data().toString() == name)
         return true;
     const EditScope scope(*this, tr("Rename"));
-    return m_flat->origin()->setData(sourceIndex, name, Qt::EditRole);
+    return m_flat->sourceModel()->setData(sourceIndex, name, Qt::EditRole);
 }
 
 } // namespace kyr::panel

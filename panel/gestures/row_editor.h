@@ -1,6 +1,6 @@
 #pragma once
 
-#include <panel/rows/flat_tree_model.h>
+#include <panel/outline/outline_model.h>
 
 #include <QObject>
 #include <QPointer>
@@ -12,7 +12,7 @@ namespace kyr::panel {
 class KYR_SCENE_OUTLINE_PANEL_EXPORT RowEditor : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(kyr::panel::FlatTreeModel* flatModel MEMBER m_flat NOTIFY flatModelChanged)
+    Q_PROPERTY(kyr::panel::OutlineModel* flatModel MEMBER m_flat NOTIFY flatModelChanged)
 
 public:
     using QObject::QObject;
@@ -33,7 +33,7 @@ Q_SIGNALS:
 private:
     void setAll(int row, int role, const QVariant& value, const QString& text);
 
-    QPointer<FlatTreeModel> m_flat;
+    QPointer<OutlineModel> m_flat;
 };
 
 } // namespace kyr::panel

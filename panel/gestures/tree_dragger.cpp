@@ -1,7 +1,5 @@
 #include "tree_dragger.h"
 
-#include <panel/arrangement/arranged_tree_model.h>
-
 #include <algorithm>
 #include <vector>
 
@@ -57,7 +55,7 @@ bool TreeDragger::begin(int row)
     if (rows.isEmpty())
         return false;
     rows = inSceneOrder(rows);
-    m_data.reset(m_flat->origin()->mimeData(rows));
+    m_data.reset(m_flat->sourceModel()->mimeData(rows));
     if (!m_data)
         return false;
     m_count = rows.size();
@@ -70,7 +68,7 @@ TreeDragger::Target TreeDragger::targetAt(int row, Place place) const
 {
     const QModelIndex index = m_flat->sourceIndex(row);
     if (row < 0)
-        return {QModelIndex(), m_flat->origin()->rowCount()};
+        return {QModelIndex(), m_flat->sourceModel()->rowCount()};
     if (place == On)
         return {index, -1};
     if (place == Below && m_flat->isRowExpanded(row) && m_flat->rowHasChildren(row))
@@ -80,14 +78,10 @@ TreeDragger::Target TreeDragger::targetAt(int row, Place place) const
 
 bool TreeDragger::allows(const Target& target) const
 {
-    if (const auto* arranged = qobject_cast<ArrangedTreeModel*>(m_flat->sourceModel())) {
-        const bool ordered = arranged->settings().sorting.role < 0;
-        if (arranged->settings().arrangement != ArrangedTreeModel::Arrangement::Hierarchy ||
-            (!ordered && target.row >= 0))
-            return false;
-    }
-    return m_flat->origin()->canDropMimeData(m_data.get(), Qt::MoveAction, target.row, 0,
-                                             target.parent);
+    if (!m_flat->showsHierarchy() || (m_flat->sortRole() >= 0 && target.row >= 0))
+        return false;
+    return m_flat->sourceModel()->canDropMimeData(m_data.get(), Qt::MoveAction, target.row, 0,
+                                                  target.parent);
 }
 
 bool TreeDragger::tries(int row, Place place)
@@ -99,7 +93,7 @@ bool TreeDragger::tries(int row, Place place)
 
 void TreeDragger::moveTo(int row, qreal fraction)
 {
-    if (!isActive() || !m_flat || !m_flat->origin())
+    if (!isActive() || !m_flat || !m_flat->sourceModel())
         return;
     const Place nearest = fraction < 0.5 ? Above : Below;
     const bool between = fraction < betweenPart || fraction > 1 - betweenPart;
@@ -115,11 +109,11 @@ void TreeDragger::moveTo(int row, qreal fraction)
 bool TreeDragger::drop()
 {
     bool dropped = false;
-    if (isActive() && m_allowed && m_flat && m_flat->origin()) {
+    if (isActive() && m_allowed && m_flat && m_flat->sourceModel()) {
         const Target target = targetAt(m_targetRow, m_place);
         Q_EMIT editBegins(tr("Move"));
-        dropped = m_flat->origin()->dropMimeData(m_data.get(), Qt::MoveAction, target.row, 0,
-                                                 target.parent);
+        dropped = m_flat->sourceModel()->dropMimeData(m_data.get(), Qt::MoveAction, target.row, 0,
+                                                      target.parent);
         Q_EMIT editEnds();
     }
     cancel();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <panel/rows/flat_tree_model.h>
+#include <panel/outline/outline_model.h>
 
 #include <QMimeData>
 #include <QObject>
@@ -10,14 +10,14 @@
 
 namespace kyr::panel {
 
-/// Dragging rows of a flat tree onto other rows or between them, through the origin's `mimeData`,
+/// Dragging rows of a flat tree onto other rows or between them, through the scene's `mimeData`,
 /// `canDropMimeData` and `dropMimeData`. The model moves the rows itself, which keeps them selected
 /// and open; it gets them from top to bottom. In a sorted tree rows drop onto others only, in a
 /// flat or grouped one nowhere.
 class KYR_SCENE_OUTLINE_PANEL_EXPORT TreeDragger : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(kyr::panel::FlatTreeModel* flatModel MEMBER m_flat NOTIFY flatModelChanged)
+    Q_PROPERTY(kyr::panel::OutlineModel* flatModel MEMBER m_flat NOTIFY flatModelChanged)
     Q_PROPERTY(bool active READ isActive NOTIFY activeChanged)
     /// How many rows are dragged, and the name of the first.
     Q_PROPERTY(int count READ count NOTIFY activeChanged)
@@ -72,7 +72,7 @@ private:
     Target targetAt(int row, Place place) const;
     bool allows(const Target& target) const;
 
-    QPointer<FlatTreeModel> m_flat;
+    QPointer<OutlineModel> m_flat;
     std::unique_ptr<QMimeData> m_data;
     int m_count = 0;
     QString m_name;

@@ -17,7 +17,7 @@ bool has(int modifiers, Qt::KeyboardModifier modifier)
 
 TreeNavigator::TreeNavigator(QObject* parent) : QObject(parent) {}
 
-void TreeNavigator::setFlatModel(FlatTreeModel* model)
+void TreeNavigator::setFlatModel(OutlineModel* model)
 {
     if (model == m_flat)
         return;
@@ -30,7 +30,7 @@ void TreeNavigator::setFlatModel(FlatTreeModel* model)
 QItemSelectionModel* TreeNavigator::selectionModel() const
 {
     QItemSelectionModel* selection = m_flat ? m_flat->selectionModel() : nullptr;
-    return selection && selection->model() == m_flat->origin() ? selection : nullptr;
+    return selection && selection->model() == m_flat->sourceModel() ? selection : nullptr;
 }
 
 int TreeNavigator::currentRow() const

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <panel/gestures/type_ahead.h>
-#include <panel/rows/flat_tree_model.h>
+#include <panel/outline/outline_model.h>
 
 #include <QObject>
 #include <QPersistentModelIndex>
@@ -17,7 +17,7 @@ namespace kyr::panel {
 class KYR_SCENE_OUTLINE_PANEL_EXPORT TreeNavigator : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(kyr::panel::FlatTreeModel* flatModel READ flatModel WRITE setFlatModel NOTIFY
+    Q_PROPERTY(kyr::panel::OutlineModel* flatModel READ flatModel WRITE setFlatModel NOTIFY
                    flatModelChanged)
     /// How many rows Page Up and Page Down move.
     Q_PROPERTY(int pageRows MEMBER m_pageRows NOTIFY pageRowsChanged)
@@ -29,8 +29,8 @@ class KYR_SCENE_OUTLINE_PANEL_EXPORT TreeNavigator : public QObject
 public:
     explicit TreeNavigator(QObject* parent = nullptr);
 
-    FlatTreeModel* flatModel() const { return m_flat; }
-    void setFlatModel(FlatTreeModel* model);
+    OutlineModel* flatModel() const { return m_flat; }
+    void setFlatModel(OutlineModel* model);
     bool isChanging() const { return m_changing; }
     bool isSearching() const { return m_typeAhead.isActive(); }
     TypeAhead& typeAhead() { return m_typeAhead; }
@@ -78,7 +78,7 @@ private:
     bool search(const QString& text);
     int pageStep() const { return qMax(1, m_pageRows - 1); }
 
-    QPointer<FlatTreeModel> m_flat;
+    QPointer<OutlineModel> m_flat;
     QPersistentModelIndex m_anchor;
     TypeAhead m_typeAhead;
     int m_pageRows = 20;

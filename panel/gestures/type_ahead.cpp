@@ -1,6 +1,6 @@
 #include "type_ahead.h"
 
-#include <panel/rows/flat_tree_model.h>
+#include <panel/outline/outline_model.h>
 
 namespace kyr::panel {
 
@@ -9,7 +9,7 @@ bool TypeAhead::isActive() const
     return !m_text.isEmpty() && m_lastKey.isValid() && !m_lastKey.hasExpired(m_pause);
 }
 
-int TypeAhead::type(const QString& letters, const FlatTreeModel& model, int currentRow)
+int TypeAhead::type(const QString& letters, const OutlineModel& model, int currentRow)
 {
     if (!isActive())
         m_text.clear();

@@ -7,7 +7,7 @@
 
 namespace kyr::panel {
 
-class FlatTreeModel;
+class OutlineModel;
 
 /// Finds rows by the first letters of their names as they are typed.
 ///
@@ -24,7 +24,7 @@ public:
     void stop() { m_text.clear(); }
     /// The row that the text with the letters added leads to from `currentRow`, -1 when none starts
     /// so. Reads visible rows only, O(1) each.
-    int type(const QString& letters, const FlatTreeModel& model, int currentRow);
+    int type(const QString& letters, const OutlineModel& model, int currentRow);
 
 private:
     QString m_text;

@@ -3,9 +3,8 @@
 #include <panel/gestures/tree_dragger.h>
 #include <panel/gestures/tree_navigator.h>
 #include <panel/icons/icon_provider.h>
-#include <panel/rows/flat_tree_model.h>
-#include <panel/rows/row_handle.h>
-#include <panel/rows/tree_arranger.h>
+#include <panel/outline/outline_model.h>
+#include <panel/outline/row_handle.h>
 #include <panel/texts/display_text.h>
 
 #include <QQmlEngine>
@@ -21,12 +20,11 @@ class SceneOutlinePanelPlugin : public QQmlExtensionPlugin
 public:
     void registerTypes(const char* uri) override
     {
-        qmlRegisterType<FlatTreeModel>(uri, 1, 0, "FlatTreeModel");
+        qmlRegisterType<OutlineModel>(uri, 1, 0, "OutlineModel");
         qmlRegisterType<TreeNavigator>(uri, 1, 0, "TreeNavigator");
         qmlRegisterType<OutlineColumns>(uri, 1, 0, "OutlineColumns");
         qmlRegisterType<RowEditor>(uri, 1, 0, "RowEditor");
         qmlRegisterType<RowHandle>(uri, 1, 0, "RowHandle");
-        qmlRegisterType<TreeArranger>(uri, 1, 0, "TreeArranger");
         qmlRegisterType<TreeDragger>(uri, 1, 0, "TreeDragger");
         qmlRegisterSingletonType<DisplayText>(
             uri, 1, 0, "DisplayText",

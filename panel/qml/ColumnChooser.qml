@@ -54,7 +54,7 @@ Popup {
 
         function onColumnsModelChanged() { chooser.readModels(); }
     }
-    FlatTreeModel {
+    OutlineModel {
         id: columns
 
         sourceModel: chooser.checkableModel

@@ -7,9 +7,11 @@ FocusScope {
     id: tree
 
     property QtObject style
-    // What is shown, an arrangement of the scene or the scene itself.
     property alias sourceModel: flatModel.sourceModel
     property alias selectionModel: flatModel.selectionModel
+    // What filters the scene and how it is arranged.
+    property alias predicate: flatModel.predicate
+    property alias arrangement: flatModel.arrangement
     readonly property alias flatModel: flatModel
     readonly property alias navigator: navigator
     readonly property alias rowEditor: rowEditor
@@ -73,10 +75,12 @@ FocusScope {
         renameField.open(row);
     }
 
-    FlatTreeModel {
+    OutlineModel {
         id: flatModel
 
         cellRoles: tree.columns.valueRoles
+        sortRole: tree.columns.sortRole
+        sortDescending: tree.columns.sortDescending
         onCountChanged: Qt.callLater(pointer.refreshHover)
         onSourceModelChanged: tree.readColumns()
         onModelAboutToBeReset: anchor.take()

@@ -30,6 +30,8 @@ FocusScope {
     property alias settingsName: columns.settingsName
 
     readonly property alias tree: tree
+    // The browser's choice of how the scene shows.
+    readonly property QtObject mode: browser && browser.selectableData ? browser.selectableData : null
     // Selected objects, and how many of them the filter hides.
     readonly property alias selectionCount: selectionStatus.count
     readonly property alias hiddenSelectionCount: selectionStatus.hidden
@@ -113,25 +115,10 @@ FocusScope {
         function onEditBegins(text) { panel.editBegins(text); }
         function onEditEnds() { panel.editEnds(); }
     }
-    TreeArranger {
-        id: arranger
-
-        readonly property QtObject mode: panel.browser && panel.browser.selectableData
-                                         ? panel.browser.selectableData : null
-
-        list: tree.flatModel
-        sourceModel: panel.model
-        predicate: panel.browser && panel.browser.filterPredicate ? panel.browser.filterPredicate
-                                                                  : null
-        arrangement: mode && mode.arrangement !== undefined ? mode.arrangement : "hierarchy"
-        sortRole: columns.sortRole
-        sortDescending: columns.sortDescending
-    }
     SelectionStatus {
         id: selectionStatus
 
         flatModel: tree.flatModel
-        selectionModel: panel.selectionModel
     }
     ItemSelectionModel {
         id: ownSelection
@@ -172,8 +159,8 @@ FocusScope {
         objectName: "filter_bar"
         anchors { left: parent.left; right: parent.right; top: headerSlot.bottom }
         style: panel.style
-        predicate: arranger.predicate
-        mode: arranger.mode
+        predicate: tree.predicate
+        mode: panel.mode
         filters: panel.browser && panel.browser.filterData ? panel.browser.filterData : []
         onFinished: tree.forceActiveFocus()
     }
@@ -202,8 +189,12 @@ FocusScope {
         style: panel.style
         columns: columns
         layout: rowLayout
-        sourceModel: arranger.model
+        sourceModel: panel.model
         selectionModel: panel.selectionModel
+        predicate: panel.browser && panel.browser.filterPredicate ? panel.browser.filterPredicate
+                                                                  : null
+        arrangement: panel.mode && panel.mode.arrangement !== undefined ? panel.mode.arrangement
+                                                                        : "hierarchy"
 
         onHoverEntered: {
             if (panel.browser)
@@ -231,14 +222,14 @@ FocusScope {
         }
         onRevealRequested: panel.revealSelection()
         onFilterRequested: {
-            if (arranger.predicate)
+            if (tree.predicate)
                 panel.focusFilter();
         }
     }
     Text {
         anchors.centerIn: tree
         visible: tree.count === 0
-        text: arranger.model !== panel.model ? qsTr("Nothing found") : panel.emptyText
+        text: tree.flatModel.arranged ? qsTr("Nothing found") : panel.emptyText
         color: panel.style.faintText
         font.pixelSize: panel.style.pixelSize
         textFormat: Text.PlainText

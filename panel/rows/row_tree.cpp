@@ -1,18 +1,23 @@
 #include "row_tree.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace kyr::panel {
 
-RowTree::RowTree()
-{
-    static_assert(sizeof(Data) == 32, "two rows a cache line");
-    clear();
-}
+namespace {
+
+/// From this share of the rows on, counting all anew is faster than going up from each.
+constexpr std::size_t shareToCountAll = 16;
+
+} // namespace
 
 void RowTree::clear()
 {
     m_nodes.assign(1, Data{});
+    m_nodes[none].depth = 0;
+    m_nodes[none].flags = 0;
+    m_root = none;
     m_free = none;
 }
 
@@ -25,33 +30,20 @@ RowTree::Node RowTree::create(int depth, quint32 flags)
         node = Node(m_nodes.size());
         // Doubling would hold twice the memory of a scene that has just been opened.
         if (m_nodes.size() == m_nodes.capacity())
-            m_nodes.reserve(m_nodes.size() + m_nodes.size() / 4 + 16);
+            m_nodes.reserve(m_nodes.size() + m_nodes.size() / 16 + 16);
         m_nodes.emplace_back();
     }
     Data data;
     data.size = 1;
-    data.depth = quint32(depth) & 0x1fffffffu;
-    data.flags = flags & 7u;
-    data.minDepth = data.depth;
-    data.minCount = 1;
+    data.depth = quint32(depth) & 0x3ffffffu;
+    data.flags = flags & 0x3fu;
     m_nodes[node] = data;
     return node;
 }
 
-void RowTree::destroy(Node root)
+void RowTree::destroy(const std::vector<Node>& rows)
 {
-    std::vector<Node> waiting;
-    const auto add = [&](Node node) {
-        if (node != none)
-            waiting.push_back(node);
-    };
-    add(root);
-    while (!waiting.empty()) {
-        const Node node = waiting.back();
-        waiting.pop_back();
-        add(m_nodes[node].left);
-        add(m_nodes[node].right);
-        add(m_nodes[node].hidden);
+    for (const Node node : rows) {
         m_nodes[node].left = m_free;
         m_free = node;
     }
@@ -60,22 +52,59 @@ void RowTree::destroy(Node root)
 void RowTree::update(Node node)
 {
     Data& data = m_nodes[node];
-    const Data& left = m_nodes[data.left];
-    const Data& right = m_nodes[data.right];
+    Data& left = m_nodes[data.left];
+    Data& right = m_nodes[data.right];
     const quint32 own = data.depth;
     data.size = 1 + left.size + right.size;
+    data.selected = ((data.flags & Selected) != 0 ? 1u : 0u) + left.selected + right.selected;
     data.minDepth = std::min({own, left.minDepth, right.minDepth});
     data.minCount = (own == data.minDepth ? 1u : 0u) +
                     (left.minDepth == data.minDepth ? left.minCount : 0u) +
                     (right.minDepth == data.minDepth ? right.minCount : 0u);
+    qint32 lowest = data.closed;
     if (data.left != none)
-        m_nodes[data.left].up = node;
+        lowest = std::min(lowest, left.shift);
     if (data.right != none)
-        m_nodes[data.right].up = node;
+        lowest = std::min(lowest, right.shift);
+    data.shift += lowest;
+    data.closed -= lowest;
+    data.lowest = data.closed == 0 ? 1 : 0;
+    for (const Node part : {data.left, data.right}) {
+        if (part == none)
+            continue;
+        m_nodes[part].up = node;
+        m_nodes[part].shift -= lowest;
+        data.lowest += quint32(shownIn(part));
+    }
+}
+
+/// Writes the node's shift into what it is for.
+void RowTree::push(Node node)
+{
+    Data& data = m_nodes[node];
+    if (data.shift == 0)
+        return;
+    data.closed += data.shift;
+    for (const Node part : {data.left, data.right}) {
+        if (part != none)
+            m_nodes[part].shift += data.shift;
+    }
+    data.shift = 0;
 }
 
 RowTree::Node RowTree::build(const std::vector<Node>& rows)
 {
+    if (rows.empty())
+        return none;
+    const int top = depth(rows.front());
+    std::vector<qint32> above; // closed rows above the children of each row on the way down
+    for (const Node row : rows) {
+        above.resize(std::size_t(depth(row) - top));
+        const qint32 closed = above.empty() ? 0 : above.back();
+        m_nodes[row].closed = closed;
+        m_nodes[row].shift = 0;
+        above.push_back(closed + (has(row, Expanded) ? 0 : 1));
+    }
     const Node root = build(rows.data(), rows.size());
     m_nodes[root].up = none;
     return root;
@@ -94,19 +123,20 @@ RowTree::Node RowTree::build(const Node* rows, std::size_t count)
     return rows[middle];
 }
 
-std::pair<RowTree::Node, RowTree::Node> RowTree::split(Node root, int row)
+std::pair<RowTree::Node, RowTree::Node> RowTree::split(Node root, int order)
 {
     if (root == none)
         return {none, none};
+    push(root);
     m_nodes[root].up = none;
-    const int before = count(m_nodes[root].left);
-    if (row <= before) {
-        const auto [front, back] = split(m_nodes[root].left, row);
+    const int before = int(m_nodes[m_nodes[root].left].size);
+    if (order <= before) {
+        const auto [front, back] = split(m_nodes[root].left, order);
         m_nodes[root].left = back;
         update(root);
         return {front, root};
     }
-    const auto [front, back] = split(m_nodes[root].right, row - before - 1);
+    const auto [front, back] = split(m_nodes[root].right, order - before - 1);
     m_nodes[root].right = front;
     update(root);
     return {root, back};
@@ -128,57 +158,135 @@ RowTree::Node RowTree::join(Node front, Node back)
     // a priority stored in every row.
     const quint32 frontSize = m_nodes[front].size;
     if (random(frontSize + m_nodes[back].size) < frontSize) {
+        push(front);
         const Node right = join(m_nodes[front].right, back);
         m_nodes[front].right = right;
         update(front);
         return front;
     }
+    push(back);
     const Node left = join(front, m_nodes[back].left);
     m_nodes[back].left = left;
     update(back);
     return back;
 }
 
-RowTree::Node RowTree::cut(Node& root, int first, int count)
+void RowTree::insert(int order, Node block, Node parent)
 {
-    const auto [front, rest] = split(root, first);
+    if (block == none)
+        return;
+    m_nodes[block].shift += closedAboveChildren(parent);
+    const auto [front, back] = split(m_root, order);
+    m_root = join(join(front, block), back);
+    m_nodes[m_root].up = none;
+}
+
+RowTree::Node RowTree::cut(int order, int count)
+{
+    const auto [front, rest] = split(m_root, order);
     const auto [block, back] = split(rest, count);
-    root = join(front, back);
+    m_root = join(front, back);
+    m_nodes[m_root].up = none;
+    if (block != none)
+        m_nodes[block].shift = 0;
     return block;
 }
 
-void RowTree::insert(Node& root, int row, Node block)
+std::vector<RowTree::Node> RowTree::rowsOf(Node block) const
 {
-    const auto [front, back] = split(root, row);
-    root = join(join(front, block), back);
+    std::vector<Node> rows;
+    rows.reserve(m_nodes[block].size);
+    for (Node node = first(block); node != none; node = next(node))
+        rows.push_back(node);
+    return rows;
 }
 
-RowTree::Node RowTree::at(Node root, int row) const
+RowTree::Node RowTree::at(int row) const
 {
-    Node node = root;
-    while (node != none) {
-        const int before = count(m_nodes[node].left);
-        if (row == before)
+    Node node = m_root;
+    if (row < 0 || row >= shownCount())
+        return none;
+    while (node != none && m_nodes[node].shift == 0) {
+        const int above = shownIn(m_nodes[node].left);
+        if (row < above) {
+            node = m_nodes[node].left;
+            continue;
+        }
+        row -= above;
+        if (m_nodes[node].closed == 0 && row-- == 0)
             return node;
-        if (row < before) {
+        node = m_nodes[node].right;
+    }
+    return none;
+}
+
+RowTree::Node RowTree::atOrder(int order) const
+{
+    Node node = m_root;
+    while (node != none) {
+        const int before = int(m_nodes[m_nodes[node].left].size);
+        if (order == before)
+            return node;
+        if (order < before) {
             node = m_nodes[node].left;
         } else {
-            row -= before + 1;
+            order -= before + 1;
             node = m_nodes[node].right;
         }
     }
     return none;
 }
 
-std::pair<RowTree::Node, int> RowTree::position(Node node) const
+RowTree::Position RowTree::position(Node node) const
 {
-    int row = count(m_nodes[node].left);
-    for (Node up = m_nodes[node].up; up != none; up = m_nodes[node].up) {
-        if (m_nodes[up].right == node)
-            row += count(m_nodes[up].left) + 1;
+    int order = int(m_nodes[m_nodes[node].left].size);
+    int above = shownIn(m_nodes[node].left);
+    bool shown = m_nodes[node].closed == 0;
+    while (node != none) {
+        if (m_nodes[node].shift > 0) {
+            above = 0;
+            shown = false;
+        }
+        const Node up = m_nodes[node].up;
+        if (up != none && m_nodes[up].right == node) {
+            order += int(m_nodes[m_nodes[up].left].size) + 1;
+            above += shownIn(m_nodes[up].left) + (m_nodes[up].closed == 0 ? 1 : 0);
+        }
         node = up;
     }
-    return {node, row};
+    return {order, above, shown};
+}
+
+int RowTree::row(Node node) const
+{
+    if (node == none)
+        return -1;
+    const Position found = position(node);
+    return found.shown ? found.rowsAbove : -1;
+}
+
+int RowTree::nearestRow(Node node) const
+{
+    // All rows below a closed one are hidden, so the shown row before a hidden one hides it.
+    const Position found = position(node);
+    return found.shown ? found.rowsAbove : found.rowsAbove - 1;
+}
+
+int RowTree::rowsBefore(int order) const
+{
+    int rows = 0;
+    Node node = m_root;
+    while (node != none && m_nodes[node].shift == 0) {
+        const int before = int(m_nodes[m_nodes[node].left].size);
+        if (order <= before) {
+            node = m_nodes[node].left;
+            continue;
+        }
+        rows += shownIn(m_nodes[node].left) + (m_nodes[node].closed == 0 ? 1 : 0);
+        order -= before + 1;
+        node = m_nodes[node].right;
+    }
+    return rows;
 }
 
 RowTree::Node RowTree::first(Node root) const
@@ -221,17 +329,12 @@ RowTree::Node RowTree::findChild(Node node, quint32 depth, quint32 number) const
     return none;
 }
 
-RowTree::Node RowTree::topRow(Node root, int number) const
-{
-    if (number < 0 || root == none)
-        return none;
-    return findChild(root, m_nodes[root].minDepth, quint32(number));
-}
-
 RowTree::Node RowTree::child(Node parent, int number) const
 {
     if (number < 0)
         return none;
+    if (parent == none)
+        return findChild(m_root, 0, quint32(number));
     const quint32 depth = m_nodes[parent].depth + 1u;
     quint32 left = quint32(number);
     Node node = parent;
@@ -309,21 +412,37 @@ RowTree::Node RowTree::afterBranch(Node node) const
     }
 }
 
-void RowTree::shiftDepth(Node root, int delta)
+int RowTree::branchEnd(Node node) const
 {
-    if (root == none || delta == 0)
+    const Node after = node == none ? none : afterBranch(node);
+    return after == none ? size() : order(after);
+}
+
+int RowTree::orderOfChild(Node parent, int number) const
+{
+    const Node node = child(parent, number);
+    return node == none ? branchEnd(parent) : order(node);
+}
+
+bool RowTree::hasBranch(Node node) const
+{
+    const Node below = next(node);
+    return below != none && depth(below) > depth(node);
+}
+
+bool RowTree::showsChildren(Node parent) const
+{
+    return parent == none || (has(parent, Expanded) && position(parent).shown);
+}
+
+void RowTree::shiftDepth(Node block, int delta)
+{
+    if (block == none || delta == 0)
         return;
-    std::vector<Node> waiting{root};
-    while (!waiting.empty()) {
-        const Node node = waiting.back();
-        waiting.pop_back();
+    for (const Node node : rowsOf(block)) {
         Data& data = m_nodes[node];
-        data.depth = quint32(int(data.depth) + delta) & 0x1fffffffu;
+        data.depth = quint32(int(data.depth) + delta) & 0x3ffffffu;
         data.minDepth = quint32(int(data.minDepth) + delta);
-        for (const Node part : {data.left, data.right, data.hidden}) {
-            if (part != none)
-                waiting.push_back(part);
-        }
     }
 }
 
@@ -332,13 +451,159 @@ void RowTree::set(Node node, Flag flag, bool on)
     if (on)
         m_nodes[node].flags |= flag;
     else
-        m_nodes[node].flags &= ~quint32(flag) & 7u;
+        m_nodes[node].flags &= ~quint32(flag) & 0x3fu;
 }
 
-void RowTree::clearFlag(Flag flag)
+void RowTree::setExpanded(Node node, bool on)
 {
-    for (Data& data : m_nodes)
-        data.flags &= ~quint32(flag) & 7u;
+    if (has(node, Expanded) == on)
+        return;
+    set(node, Expanded, on);
+    shiftClosed(m_root, order(node) + 1, branchEnd(node), on ? -1 : 1);
+}
+
+void RowTree::shiftClosed(Node node, int first, int last, int delta)
+{
+    if (first >= last || node == none)
+        return;
+    Data& data = m_nodes[node];
+    if (first <= 0 && last >= int(data.size)) {
+        data.shift += delta;
+        return;
+    }
+    const int before = int(m_nodes[data.left].size);
+    if (first < before)
+        shiftClosed(data.left, first, std::min(last, before), delta);
+    if (first <= before && before < last)
+        data.closed += delta;
+    if (last > before + 1)
+        shiftClosed(data.right, std::max(first - before - 1, 0), last - before - 1, delta);
+    update(node);
+}
+
+/// The lowest number of closed rows above, seen from above the node, and how many rows have it.
+std::pair<int, int> RowTree::lowestIn(Node node, int first, int last) const
+{
+    constexpr int infinite = std::numeric_limits<int>::max() / 2;
+    if (first >= last || node == none)
+        return {infinite, 0};
+    const Data& data = m_nodes[node];
+    if (first <= 0 && last >= int(data.size))
+        return {data.shift, int(data.lowest)};
+    const int before = int(m_nodes[data.left].size);
+    std::pair<int, int> lowest{infinite, 0};
+    const auto add = [&lowest](const std::pair<int, int>& part) {
+        if (part.first < lowest.first)
+            lowest = part;
+        else if (part.first == lowest.first)
+            lowest.second += part.second;
+    };
+    add(lowestIn(data.left, first, std::min(last, before)));
+    if (first <= before && before < last)
+        add({data.closed, 1});
+    add(lowestIn(data.right, std::max(first - before - 1, 0), last - before - 1));
+    return {lowest.first + data.shift, lowest.second};
+}
+
+int RowTree::countToOpen(Node node) const
+{
+    const int first = order(node) + 1;
+    return countIfShown(first, branchEnd(node) - first);
+}
+
+int RowTree::countIfShown(int order, int count) const
+{
+    return lowestIn(m_root, order, order + count).second;
+}
+
+void RowTree::setBranchExpanded(Node node, bool on)
+{
+    const int first = order(node) + 1;
+    const std::vector<Node> rows = rowsOf(cut(first, branchEnd(node) - first));
+    openOrClose(rows, on);
+    insert(first, build(rows), node);
+    if (!on && has(node, Unread))
+        set(node, IgnoresWishes, true);
+}
+
+void RowTree::setAllExpanded(bool on)
+{
+    const std::vector<Node> rows = allRows();
+    for (const Node row : rows)
+        set(row, Expanded, false);
+    openOrClose(rows, on);
+    rebuild(rows);
+}
+
+/// For rows that are built into a block afterwards.
+void RowTree::openOrClose(const std::vector<Node>& rows, bool on)
+{
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const bool branch = i + 1 < rows.size() && depth(rows[i + 1]) > depth(rows[i]);
+        if (branch || !on)
+            set(rows[i], Expanded, on);
+        if (has(rows[i], Unread))
+            set(rows[i], IgnoresWishes, !on);
+    }
+}
+
+int RowTree::closedAbove(Node node) const
+{
+    int closed = m_nodes[node].closed;
+    for (; node != none; node = m_nodes[node].up)
+        closed += m_nodes[node].shift;
+    return closed;
+}
+
+int RowTree::closedAboveChildren(Node parent) const
+{
+    return parent == none ? 0 : closedAbove(parent) + (has(parent, Expanded) ? 0 : 1);
+}
+
+void RowTree::mark(const std::vector<Node>& rows, bool selected)
+{
+    for (const Node row : rows)
+        set(row, Selected, selected);
+    if (rows.size() > std::size_t(size()) / shareToCountAll) {
+        countSelected(m_root);
+        return;
+    }
+    for (const Node row : rows) {
+        for (Node node = row; node != none; node = m_nodes[node].up)
+            m_nodes[node].selected += selected ? 1u : ~0u;
+    }
+}
+
+quint32 RowTree::countSelected(Node node)
+{
+    if (node == none)
+        return 0;
+    Data& data = m_nodes[node];
+    data.selected =
+        (has(node, Selected) ? 1u : 0u) + countSelected(data.left) + countSelected(data.right);
+    return data.selected;
+}
+
+int RowTree::selectedBefore(int order) const
+{
+    int count = 0;
+    Node node = m_root;
+    while (node != none) {
+        const int before = int(m_nodes[m_nodes[node].left].size);
+        if (order <= before) {
+            node = m_nodes[node].left;
+            continue;
+        }
+        count += int(m_nodes[m_nodes[node].left].selected) + (has(node, Selected) ? 1 : 0);
+        order -= before + 1;
+        node = m_nodes[node].right;
+    }
+    return count;
+}
+
+int RowTree::selectedBelow(Node node) const
+{
+    return selectedBefore(branchEnd(node)) - selectedBefore(order(node) + 1);
 }
 
 } // namespace kyr::panel

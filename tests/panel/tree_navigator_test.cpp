@@ -1,7 +1,7 @@
 #include "fake_scene.h"
 
 #include <panel/gestures/tree_navigator.h>
-#include <panel/rows/flat_tree_model.h>
+#include <panel/outline/outline_model.h>
 
 #include <QItemSelectionModel>
 #include <QKeySequence>
@@ -11,7 +11,7 @@
 
 namespace {
 
-using kyr::panel::FlatTreeModel;
+using kyr::panel::OutlineModel;
 using kyr::panel::TreeNavigator;
 
 const char* const street = "+House\n"
@@ -89,7 +89,7 @@ public:
 
     std::unique_ptr<FakeScene> scene;
     QItemSelectionModel& selection; ///< The scene owns it.
-    FlatTreeModel flat;
+    OutlineModel flat;
     TreeNavigator navigator;
 };
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <panel/rows/flat_tree_model.h>
+#include <panel/outline/outline_model.h>
 
 #include <QObject>
 #include <QPersistentModelIndex>
@@ -12,7 +12,7 @@ namespace kyr::panel {
 class KYR_SCENE_OUTLINE_PANEL_EXPORT RowHandle : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(kyr::panel::FlatTreeModel* flatModel MEMBER m_flat NOTIFY flatModelChanged)
+    Q_PROPERTY(kyr::panel::OutlineModel* flatModel MEMBER m_flat NOTIFY flatModelChanged)
     Q_PROPERTY(QModelIndex sourceIndex READ sourceIndex)
 
 public:
@@ -30,7 +30,7 @@ Q_SIGNALS:
     void flatModelChanged();
 
 private:
-    QPointer<FlatTreeModel> m_flat;
+    QPointer<OutlineModel> m_flat;
     QPersistentModelIndex m_index;
     bool m_assigned = false;
 };

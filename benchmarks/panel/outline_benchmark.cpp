@@ -1,7 +1,7 @@
 #include "group_model.h"
 
 #include <panel/gestures/tree_navigator.h>
-#include <panel/rows/flat_tree_model.h>
+#include <panel/outline/outline_model.h>
 
 #include <QCoreApplication>
 #include <QItemSelectionModel>
@@ -13,7 +13,7 @@
 
 namespace {
 
-using kyr::panel::FlatTreeModel;
+using kyr::panel::OutlineModel;
 
 /// A scene of `range(0)` groups with two objects each, opened on request.
 struct Scene
@@ -21,32 +21,32 @@ struct Scene
     explicit Scene(const benchmark::State& state, bool open = true)
         : groups(int(state.range(0))), model(groups, 2)
     {
-        flat.setSourceModel(&model);
-        flat.setSelectionModel(selection);
+        outline.setSourceModel(&model);
+        outline.setSelectionModel(selection);
         if (open)
-            flat.expandAll();
+            outline.expandAll();
     }
 
     int groups;
     GroupModel model;
     QItemSelectionModel* selection = new QItemSelectionModel(&model);
-    FlatTreeModel flat;
+    OutlineModel outline;
 };
 
 void expandAll(benchmark::State& state)
 {
     Scene scene(state, false);
     for (auto _ : state)
-        scene.flat.expandAll();
-    state.counters["rows"] = scene.flat.count();
-    state.counters["bytes/row"] = double(scene.flat.bytesUsed()) / scene.flat.count();
+        scene.outline.expandAll();
+    state.counters["rows"] = scene.outline.count();
+    state.counters["bytes/row"] = double(scene.outline.bytesUsed()) / scene.outline.count();
 }
 
 void collapseAll(benchmark::State& state)
 {
     Scene scene(state);
     for (auto _ : state)
-        scene.flat.collapseAll();
+        scene.outline.collapseAll();
 }
 
 /// What a user does who opens and closes every group by hand.
@@ -55,9 +55,9 @@ void toggleEachGroup(benchmark::State& state)
     Scene scene(state, false);
     for (auto _ : state) {
         for (int group = 0; group < scene.groups; ++group)
-            scene.flat.setExpanded(scene.model.index(group, 0), true);
+            scene.outline.setExpanded(scene.model.index(group, 0), true);
         for (int group = 0; group < scene.groups; ++group)
-            scene.flat.setExpanded(scene.model.index(group, 0), false);
+            scene.outline.setExpanded(scene.model.index(group, 0), false);
     }
     state.SetItemsProcessed(state.iterations() * 2 * scene.groups);
 }
@@ -66,9 +66,9 @@ void rowToIndex(benchmark::State& state)
 {
     Scene scene(state);
     std::minstd_rand random;
-    const auto rows = unsigned(scene.flat.count());
+    const auto rows = unsigned(scene.outline.count());
     for (auto _ : state)
-        benchmark::DoNotOptimize(scene.flat.sourceIndex(int(random() % rows)));
+        benchmark::DoNotOptimize(scene.outline.sourceIndex(int(random() % rows)));
 }
 
 void indexToRow(benchmark::State& state)
@@ -77,7 +77,7 @@ void indexToRow(benchmark::State& state)
     std::minstd_rand random;
     for (auto _ : state) {
         const QModelIndex group = scene.model.index(int(random() % unsigned(scene.groups)), 0);
-        benchmark::DoNotOptimize(scene.flat.rowOf(scene.model.index(1, 0, group)));
+        benchmark::DoNotOptimize(scene.outline.rowOf(scene.model.index(1, 0, group)));
     }
 }
 
@@ -125,8 +125,8 @@ void rangeOverAllRows(benchmark::State& state)
 {
     Scene scene(state);
     for (auto _ : state)
-        benchmark::DoNotOptimize(scene.flat.sourceSelection(0, scene.flat.count() - 1));
-    state.SetItemsProcessed(state.iterations() * scene.flat.count());
+        benchmark::DoNotOptimize(scene.outline.sourceSelection(0, scene.outline.count() - 1));
+    state.SetItemsProcessed(state.iterations() * scene.outline.count());
 }
 
 void searchWithoutAMatch(benchmark::State& state)
@@ -135,9 +135,9 @@ void searchWithoutAMatch(benchmark::State& state)
     kyr::panel::TypeAhead typeAhead;
     for (auto _ : state) {
         typeAhead.stop();
-        benchmark::DoNotOptimize(typeAhead.type(QStringLiteral("x"), scene.flat, 0));
+        benchmark::DoNotOptimize(typeAhead.type(QStringLiteral("x"), scene.outline, 0));
     }
-    state.SetItemsProcessed(state.iterations() * scene.flat.count());
+    state.SetItemsProcessed(state.iterations() * scene.outline.count());
 }
 
 BENCHMARK(expandAll)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "fake_scene.h"
+
+#include <panel/outline/outline_model.h>
+
+#include <host/ui/text_predicate.h>
+
+#include <QItemSelectionModel>
+
+/// An outline over a scene with a selection and a filter.
+struct Outline
+{
+    using Model = kyr::panel::OutlineModel;
+
+    explicit Outline(std::unique_ptr<FakeScene> newScene)
+        : scene(std::move(newScene)), selection(new QItemSelectionModel(scene.get()))
+    {
+        model.setSourceModel(scene.get());
+        model.setSelectionModel(selection);
+        model.setPredicate(&predicate);
+    }
+    explicit Outline(const char* text) : Outline(FakeScene::fromText(QLatin1String(text))) {}
+
+    QModelIndex find(const char* name) const { return scene->find(QLatin1String(name)); }
+    void expand(const char* name, bool on = true) { model.setExpanded(find(name), on); }
+    void filter(const char* text)
+    {
+        predicate.setText(QLatin1String(text));
+        model.finish();
+    }
+    void arrange(const char* arrangement)
+    {
+        model.setArrangement(QLatin1String(arrangement));
+        model.finish();
+    }
+    void sort(int role, bool descending = false)
+    {
+        model.setSortRole(role);
+        model.setSortDescending(descending);
+        model.finish();
+    }
+    /// Each row: a dot a level, "-" if it is open, its name, "*" if it is selected, "#" with the
+    /// number of selected rows that it hides, "~" if it only leads to a match.
+    QStringList rows() const
+    {
+        QStringList rows;
+        for (int row = 0; row < model.count(); ++row) {
+            const QModelIndex index = model.index(row);
+            const int hidden = index.data(Model::HiddenSelectedRole).toInt();
+            rows += QString(model.rowDepth(row), QLatin1Char('.')) +
+                    (model.isRowExpanded(row) ? "-" : "") + index.data().toString() +
+                    (model.isRowSelected(row) ? "*" : "") +
+                    (hidden > 0 ? '#' + QString::number(hidden) : QString()) +
+                    (index.data(Model::MatchesRole).toBool() ? "" : "~");
+        }
+        return rows;
+    }
+    std::string text() const { return rows().join(QLatin1Char(' ')).toStdString(); }
+
+    std::unique_ptr<FakeScene> scene;
+    QItemSelectionModel* selection; ///< The scene owns it.
+    lumo::datamodels::proxy::TextPredicate predicate;
+    Model model;
+};
