@@ -3,13 +3,16 @@
 #include "grid_scene.h"
 #include <editor/document/transform_math.h>
 #include <editor/files/scene_import.h>
+#include <editor/files/scene_saver.h>
 #include <editor/files/scene_writer.h>
 #include <editor/geometry/primitive_shapes.h>
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include <gmock/gmock.h>
 
@@ -242,6 +245,48 @@ TEST_F(SceneWriterTest, aFailedSaveNamesTheReasonAndKeepsTheFile)
     EXPECT_THAT(writeScene(*document.root(), file("no/folder.glb")).toStdString(),
                 HasSubstr("No such file"));
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 4) << "nothing half-written";
+}
+
+TEST_F(SceneWriterTest, savingGoesOnWhileTheSceneIsEdited)
+{
+    SceneSaver saver(document);
+    QSignalSpy saved(&saver, &SceneSaver::saved);
+    QSignalSpy canceled(&saver, &SceneSaver::canceled);
+    // Whether the file says what the document does.
+    const auto holdsTheScene = [&] {
+        EXPECT_TRUE(saved.count() > 0 || saved.wait());
+        const SceneImport import = importScene(file("scene.kyrscene"));
+        SceneDocument read;
+        read.open(import.root, {});
+        return contentOf(*read.root()) == contentOf(*document.root());
+    };
+    openSample();
+    saver.save(file("scene.kyrscene"));
+    EXPECT_TRUE(holdsTheScene()) << "references too";
+
+    document.open(makeGridScene(50000, 9), {});
+    saved.clear();
+    saver.save(file("scene.kyrscene"));
+    document.remove({document.root()->children().front()});
+    EXPECT_TRUE(holdsTheScene()) << "an edit before it is copied is in it";
+    EXPECT_TRUE(saved.at(0).at(1).toBool());
+
+    saved.clear();
+    saver.save(file("scene.kyrscene"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return saver.progress() > 0.3; }));
+    document.remove({document.root()->children().front()});
+    EXPECT_FALSE(holdsTheScene()) << "a later one is not";
+    EXPECT_FALSE(saved.at(0).at(1).toBool());
+
+    for (const double share : {0.0, 0.3}) {
+        saved.clear();
+        canceled.clear();
+        saver.save(file("other.kyrscene"));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return saver.progress() >= share; }));
+        saver.cancel();
+        EXPECT_TRUE(canceled.count() > 0 || canceled.wait()) << share;
+        EXPECT_FALSE(QFile::exists(file("other.kyrscene")));
+    }
 }
 
 TEST_F(SceneWriterTest, anEmptySceneCanBeSaved)
