@@ -2,6 +2,7 @@
 
 #include "edit_commands.h"
 #include "file_commands.h"
+#include "gizmo_edit.h"
 #include "inspector_model.h"
 #include "load_controller.h"
 #include "log_model.h"
@@ -85,6 +86,7 @@ private:
     lumo::datamodels::proxy::TextPredicate m_filter;
     SceneBrowserData m_browser;
     ViewportBinding m_view;
+    GizmoEdit m_gizmo;
     InspectorModel m_inspector;
     SelectionStatus m_selectionStatus;
     UndoStatus m_undoStatus;

@@ -57,6 +57,27 @@ void setFromMatrix(TransformComponent& transform, const QMatrix4x4& matrix)
     transform.scale = {scale.x(), scale.y(), scale.z()};
 }
 
+lumo::Vector3 nearestRotation(const lumo::Vector3& angles, const lumo::Vector3& reference)
+{
+    constexpr float full = 360;
+    const auto nearest = [](float angle, float to) {
+        const float turned = angle + full * std::round((to - angle) / full);
+        return std::abs(turned) <= full ? turned : std::remainder(angle, full);
+    };
+    const auto nearestOf = [&](const lumo::Vector3& a) {
+        return lumo::Vector3{nearest(a.x, reference.x), nearest(a.y, reference.y),
+                             nearest(a.z, reference.z)};
+    };
+    const auto distance = [&reference](const lumo::Vector3& a) {
+        return std::abs(a.x - reference.x) + std::abs(a.y - reference.y) +
+               std::abs(a.z - reference.z);
+    };
+    // Each rotation about three axes has a second way to say it.
+    const lumo::Vector3 one = nearestOf(angles);
+    const lumo::Vector3 other = nearestOf({angles.x + 180, 180 - angles.y, angles.z + 180});
+    return distance(other) < distance(one) ? other : one;
+}
+
 QMatrix4x4 worldTransform(const SceneObject& object)
 {
     QMatrix4x4 world;

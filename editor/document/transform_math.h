@@ -13,6 +13,9 @@ QMatrix4x4 matrixOf(const TransformComponent& transform);
 /// is sheared or projects.
 void setFromMatrix(TransformComponent& transform, const QMatrix4x4& matrix);
 
+/// The same rotation as `angles`, in the figures that come nearest to `reference`; degrees.
+lumo::Vector3 nearestRotation(const lumo::Vector3& angles, const lumo::Vector3& reference);
+
 /// From the object's coordinates to the world's. Linear in depth.
 QMatrix4x4 worldTransform(const SceneObject& object);
 

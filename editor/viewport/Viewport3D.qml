@@ -2,7 +2,7 @@ import QtQuick 2.15
 import Editor.Viewport 1.0
 
 // The 3D view of a ViewportController: draws its items and turns pointer and keys into its input.
-// Takes the keyboard focus when clicked.
+// Takes the keyboard focus when clicked or tabbed to.
 FocusScope {
     id: view
 
@@ -20,6 +20,15 @@ FocusScope {
             controller.viewportSize = Qt.size(width, height);
     }
 
+    activeFocusOnTab: true
+    Accessible.role: Accessible.Pane
+    Accessible.name: qsTr("3D view")
+    Accessible.focusable: true
+
+    onActiveFocusChanged: {
+        if (!activeFocus && controller)
+            controller.releaseKeys();
+    }
     onControllerChanged: updateSize()
     onWidthChanged: updateSize()
     onHeightChanged: updateSize()
@@ -63,6 +72,10 @@ FocusScope {
         border.color: view.selectionColor
     }
 
+    GizmoSurface {
+        controller: view.controller
+    }
+
     MouseArea {
         anchors.fill: parent
         acceptedButtons: Qt.LeftButton | Qt.MiddleButton | Qt.RightButton
@@ -76,7 +89,7 @@ FocusScope {
             view.controller.press(Qt.point(mouse.x, mouse.y), mouse.button, mouse.modifiers);
         }
         onEntered: view.controller.move(Qt.point(mouseX, mouseY))
-        onPositionChanged: view.controller.move(Qt.point(mouse.x, mouse.y))
+        onPositionChanged: view.controller.move(Qt.point(mouse.x, mouse.y), mouse.modifiers)
         onReleased: view.controller.release(Qt.point(mouse.x, mouse.y), mouse.button, mouse.modifiers)
         onDoubleClicked: {
             if (mouse.button === Qt.LeftButton)
@@ -95,13 +108,31 @@ FocusScope {
         lineColor: view.textColor
     }
 
+    GizmoBar {
+        id: tools
+
+        anchors.left: parent.left
+        anchors.top: parent.top
+        anchors.margins: 10
+        gizmo: view.controller ? view.controller.gizmo : null
+        dark: view.dark
+        textColor: view.textColor
+        activeColor: view.selectionColor
+        z: 1
+    }
+    GizmoReadout {
+        gizmo: view.controller ? view.controller.gizmo : null
+        dark: view.dark
+        textColor: view.textColor
+    }
+
     Text {
         readonly property var count: function(number) {
             return Number(number).toLocaleString(Qt.locale(), "f", 0);
         }
 
         anchors.left: parent.left
-        anchors.top: parent.top
+        anchors.top: tools.bottom
         anchors.margins: 10
         visible: view.controller && view.controller.meshCount > 0
         text: view.controller ? (view.controller.meshCount === 1 ? qsTr("%1 mesh  ·  %2 triangles")
@@ -123,17 +154,17 @@ FocusScope {
         textColor: view.textColor
     }
 
-    Keys.onPressed: {
-        if (!view.controller || event.modifiers & (Qt.ControlModifier | Qt.MetaModifier))
-            return;
-        event.accepted = true;
-        if (event.key === Qt.Key_F)
-            view.controller.frameSelected();
-        else if (event.key === Qt.Key_A || event.key === Qt.Key_Home)
-            view.controller.frameAll();
-        else if (event.key === Qt.Key_Escape)
-            view.controller.cancel();
-        else
-            event.accepted = false;
+    // Where the keys go.
+    Rectangle {
+        anchors.fill: parent
+        visible: view.activeFocus
+        color: "transparent"
+        border.color: view.selectionColor
+        opacity: 0.6
     }
+
+    Keys.onPressed: event.accepted = controller !== null
+                                     && controller.keyPress(event.key, event.modifiers)
+    Keys.onReleased: event.accepted = controller !== null && !event.isAutoRepeat
+                                      && controller.keyRelease(event.key)
 }

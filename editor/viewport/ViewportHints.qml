@@ -11,6 +11,7 @@ Row {
         [qsTr("Middle or Alt + Left drag"), qsTr("Orbit")],
         [qsTr("Shift + Middle"), qsTr("Pan")],
         [qsTr("Wheel"), qsTr("Zoom")],
+        [qsTr("Right + WASD"), qsTr("Fly")],
         [qsTr("F"), qsTr("Frame")],
         [qsTr("Home"), qsTr("Frame all")],
         [qsTr("Left drag"), qsTr("Select")]

@@ -9,6 +9,7 @@ namespace {
 constexpr float fieldOfView = 40.0f; // degrees, vertical
 constexpr float frameMargin = 1.15f;
 constexpr float degreesPerPixel = 0.4f;
+constexpr float lookShare = 0.5f; // what is seen passes by faster than when it is orbited
 constexpr float maximalPitch = 90.0f;
 constexpr float shortestDistance = 1e-4f;
 constexpr float longestDistance = 1e7f;
@@ -50,6 +51,19 @@ void OrbitCamera::orbit(const QPointF& pixels)
 {
     lookFrom(m_yaw - float(pixels.x()) * degreesPerPixel,
              m_pitch + float(pixels.y()) * degreesPerPixel);
+}
+
+void OrbitCamera::look(const QPointF& pixels)
+{
+    const QVector3D place = eye();
+    lookFrom(m_yaw - float(pixels.x()) * degreesPerPixel * lookShare,
+             m_pitch + float(pixels.y()) * degreesPerPixel * lookShare);
+    m_target = place + forward() * m_distance;
+}
+
+void OrbitCamera::moveBy(const QVector3D& way)
+{
+    m_target += right() * way.x() + up() * way.y() + forward() * way.z();
 }
 
 void OrbitCamera::pan(const QPointF& pixels)

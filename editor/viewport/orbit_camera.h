@@ -35,6 +35,10 @@ public:
 
     /// Drags the view around the target by a distance on the screen.
     void orbit(const QPointF& pixels);
+    /// Turns the camera where it stands.
+    void look(const QPointF& pixels);
+    /// Moves camera and target by a way as the camera sees it: x to the right, y up, z ahead.
+    void moveBy(const QVector3D& way);
     /// Drags the target's plane along with the pointer.
     void pan(const QPointF& pixels);
     /// Scales the distance; what is under `anchor` at the target's depth stays under it.

@@ -9,9 +9,9 @@ PointerGesture::Kind PointerGesture::dragOf(Qt::MouseButton button, Qt::Keyboard
     const bool alt = modifiers.testFlag(Qt::AltModifier);
     if (button == Qt::LeftButton)
         return alt ? Kind::Orbit : Kind::RubberBand;
-    if (alt)
-        return button == Qt::RightButton ? Kind::Zoom : Kind::Pan;
-    return modifiers.testFlag(Qt::ShiftModifier) ? Kind::Pan : Kind::Orbit;
+    if (button == Qt::RightButton)
+        return alt ? Kind::Zoom : Kind::Look;
+    return alt || modifiers.testFlag(Qt::ShiftModifier) ? Kind::Pan : Kind::Orbit;
 }
 
 void PointerGesture::press(const QPointF& position, Qt::MouseButton button,

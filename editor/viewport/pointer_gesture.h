@@ -14,9 +14,9 @@ namespace editor {
 /// |---------------------|-------------|
 /// | left                | rubber band |
 /// | Alt + left          | orbit       |
-/// | middle, right       | orbit       |
-/// | Shift + middle, right | pan       |
-/// | Alt + middle        | pan         |
+/// | middle              | orbit       |
+/// | Shift or Alt + middle | pan       |
+/// | right               | look around |
 /// | Alt + right         | zoom        |
 ///
 /// A button released where it was pressed is a click.
@@ -29,6 +29,7 @@ public:
         Click,
         RubberBand,
         Orbit,
+        Look,
         Pan,
         Zoom
     };
@@ -45,6 +46,12 @@ public:
     void press(const QPointF& position, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
     /// Returns how far the pointer came since the last move; zero while it may still be a click.
     QPointF move(const QPointF& position);
+    /// Makes what may still be a click a drag.
+    void begin()
+    {
+        if (m_kind == Kind::Click)
+            m_kind = m_drag;
+    }
     /// Ends the gesture and returns what it was.
     Kind release();
 

@@ -1,14 +1,9 @@
 #include "viewport_controller.h"
 
-#include <cmath>
-
 namespace editor {
 
 namespace {
 
-constexpr double zoomPerWheelStep = 0.88;
-constexpr double wheelStep = 120.0; // Qt's unit of a wheel's notch
-constexpr double zoomPerPixel = 0.994;
 constexpr int frameInterval = 16; // milliseconds
 
 } // namespace
@@ -18,6 +13,10 @@ ViewportController::ViewportController(QObject* parent) : QObject(parent)
     m_frame.setSingleShot(true);
     m_frame.setInterval(frameInterval);
     connect(&m_frame, &QTimer::timeout, this, &ViewportController::lookUnderPointer);
+    m_flightFrame.setInterval(frameInterval);
+    connect(&m_flightFrame, &QTimer::timeout, this, &ViewportController::fly);
+    connect(&m_gizmo, &GizmoController::looksChanged, this,
+            &ViewportController::cursorShapeChanged);
 }
 
 void ViewportController::setItems(std::vector<ViewportItem> items)
@@ -118,10 +117,13 @@ QRectF ViewportController::rubberBand() const
 
 Qt::CursorShape ViewportController::cursorShape() const
 {
+    if (m_gizmo.isDragging())
+        return Qt::ClosedHandCursor;
     switch (m_gesture.kind()) {
     case PointerGesture::Kind::RubberBand:
         return Qt::CrossCursor;
     case PointerGesture::Kind::Orbit:
+    case PointerGesture::Kind::Look:
         return Qt::ClosedHandCursor;
     case PointerGesture::Kind::Pan:
         return Qt::SizeAllCursor;
@@ -131,7 +133,7 @@ Qt::CursorShape ViewportController::cursorShape() const
     case PointerGesture::Kind::Click:
         break;
     }
-    return Qt::ArrowCursor;
+    return m_gizmo.activeHandle() ? Qt::PointingHandCursor : Qt::ArrowCursor;
 }
 
 QPointF ViewportController::projectToScreen(quint32 id) const
@@ -145,133 +147,6 @@ quint32 ViewportController::idAt(const QPointF& position) const
 {
     const auto hit = m_items.pick(m_camera, position);
     return hit ? hit->id : 0;
-}
-
-void ViewportController::press(const QPointF& position, int button, int modifiers)
-{
-    if (m_gesture.isActive())
-        return;
-    m_gesture.press(position, Qt::MouseButton(button), Qt::KeyboardModifiers(modifiers));
-}
-
-void ViewportController::move(const QPointF& position)
-{
-    if (!m_gesture.isActive()) {
-        movePointer(position);
-        return;
-    }
-    const auto before = m_gesture.kind();
-    const QPointF way = m_gesture.move(position);
-    if (before == PointerGesture::Kind::Click && m_gesture.kind() != before)
-        pointAt(0); // a drag points at nothing
-    gestureChanged(before);
-    drag(way);
-}
-
-void ViewportController::release(const QPointF& position, int button, int modifiers)
-{
-    if (Qt::MouseButton(button) != m_gesture.button())
-        return;
-    const QRectF band = rubberBand();
-    const Qt::KeyboardModifiers keys(modifiers);
-    const auto kind = m_gesture.release();
-    gestureChanged(kind);
-    if (kind == PointerGesture::Kind::Click) {
-        click(position, keys);
-        return;
-    }
-    if (kind == PointerGesture::Kind::RubberBand)
-        Q_EMIT rubberBandSelected(m_items.idsWithin(m_camera, band), keys);
-    if (!m_gesture.isActive())
-        movePointer(position);
-}
-
-void ViewportController::click(const QPointF& position, Qt::KeyboardModifiers modifiers)
-{
-    if (m_gesture.button() == Qt::LeftButton)
-        Q_EMIT picked(idAt(position), modifiers);
-    else if (m_gesture.button() == Qt::RightButton)
-        Q_EMIT contextMenuRequested(idAt(position), position);
-}
-
-void ViewportController::drag(const QPointF& pixels)
-{
-    using Kind = PointerGesture::Kind;
-    switch (m_gesture.kind()) {
-    case Kind::Orbit:
-        m_camera.orbit(pixels);
-        break;
-    case Kind::Pan:
-        m_camera.pan(pixels);
-        break;
-    case Kind::Zoom:
-        m_camera.zoom(float(std::pow(zoomPerPixel, pixels.x() - pixels.y())), m_gesture.start());
-        break;
-    case Kind::RubberBand:
-        Q_EMIT rubberBandChanged();
-        return;
-    case Kind::None:
-    case Kind::Click:
-        return;
-    }
-    Q_EMIT cameraChanged();
-}
-
-void ViewportController::gestureChanged(PointerGesture::Kind before)
-{
-    if (before == PointerGesture::Kind::RubberBand)
-        Q_EMIT rubberBandChanged();
-    if (before != m_gesture.kind())
-        Q_EMIT cursorShapeChanged();
-}
-
-void ViewportController::doubleClick(const QPointF& position)
-{
-    if (const quint32 id = idAt(position))
-        Q_EMIT activated(id);
-}
-
-void ViewportController::wheel(const QPointF& position, qreal angleDelta)
-{
-    m_camera.zoom(float(std::pow(zoomPerWheelStep, angleDelta / wheelStep)), position);
-    Q_EMIT cameraChanged();
-    if (!m_gesture.isActive())
-        movePointer(position);
-}
-
-void ViewportController::leave()
-{
-    m_pointer.reset();
-    pointAt(0);
-}
-
-void ViewportController::cancel()
-{
-    gestureChanged(m_gesture.release());
-}
-
-void ViewportController::movePointer(const QPointF& position)
-{
-    m_pointer = position;
-    if (!m_frame.isActive())
-        lookUnderPointer();
-}
-
-void ViewportController::lookUnderPointer()
-{
-    if (!m_pointer || m_gesture.isActive())
-        return;
-    m_frame.start();
-    pointAt(idAt(*std::exchange(m_pointer, std::nullopt)));
-}
-
-void ViewportController::pointAt(quint32 id)
-{
-    if (id == m_pointedId)
-        return;
-    m_pointedId = id;
-    setHoveredId(id);
-    Q_EMIT hovered(id);
 }
 
 } // namespace editor

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "fly_motion.h"
+#include "gizmo/gizmo_controller.h"
 #include "item_set.h"
 #include "orbit_camera.h"
 #include "pointer_gesture.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 #include <QVariant>
@@ -27,6 +30,7 @@ class ViewportController : public QObject
     Q_PROPERTY(int meshCount READ meshCount NOTIFY itemsReset)
     Q_PROPERTY(qreal yaw READ yaw NOTIFY cameraChanged)
     Q_PROPERTY(qreal pitch READ pitch NOTIFY cameraChanged)
+    Q_PROPERTY(editor::GizmoController* gizmo READ gizmo CONSTANT)
     Q_PROPERTY(Qt::CursorShape cursorShape READ cursorShape NOTIFY cursorShapeChanged)
 
 public:
@@ -53,6 +57,7 @@ public:
     Q_INVOKABLE void frameAll();
     Q_INVOKABLE void lookFrom(qreal yaw, qreal pitch);
 
+    GizmoController* gizmo() { return &m_gizmo; }
     const ItemSet& items() const { return m_items; }
     const OrbitCamera& camera() const { return m_camera; }
     const std::vector<quint32>& selectedIds() const { return m_selectedIds; }
@@ -78,16 +83,24 @@ public:
     /// @name Input, called by Viewport3D
     /// @{
     Q_INVOKABLE void press(const QPointF& position, int button, int modifiers);
-    Q_INVOKABLE void move(const QPointF& position);
+    Q_INVOKABLE void move(const QPointF& position, int modifiers = 0);
     Q_INVOKABLE void release(const QPointF& position, int button, int modifiers);
     Q_INVOKABLE void doubleClick(const QPointF& position);
     Q_INVOKABLE void wheel(const QPointF& position, qreal angleDelta);
     Q_INVOKABLE void leave();
-    Q_INVOKABLE void cancel();
+    /// Ends the drag, which then has done nothing; whether there was one.
+    Q_INVOKABLE bool cancel();
+    /// Whether the key means something here, all others being the window's.
+    Q_INVOKABLE bool keyPress(int key, int modifiers);
+    Q_INVOKABLE bool keyRelease(int key);
+    /// As if no key were held any more.
+    Q_INVOKABLE void releaseKeys();
     /// @}
 
 Q_SIGNALS:
-    /// A click with the left button; 0 is empty space.
+    /// A click with the left button; 0 is empty space. Another click on the one object that the
+    /// last click on this place picked goes on to what is behind it, and from the last to the
+    /// first.
     void picked(quint32 id, Qt::KeyboardModifiers modifiers);
     void rubberBandSelected(const std::vector<quint32>& ids, Qt::KeyboardModifiers modifiers);
     /// The user's pointer came over another item; 0 is none. Told once a frame at most, however
@@ -107,17 +120,39 @@ Q_SIGNALS:
     void cursorShapeChanged();
 
 private:
+    struct LastPick
+    {
+        quint32 id;
+        QPointF position;
+    };
+
     std::vector<quint32> known(const std::vector<quint32>& ids) const;
     void movePointer(const QPointF& position);
     void lookUnderPointer();
     void pointAt(quint32 id);
     void drag(const QPointF& pixels);
     void click(const QPointF& position, Qt::KeyboardModifiers modifiers);
+    void pick(const QPointF& position, Qt::KeyboardModifiers modifiers);
+    bool isLastPick(const QPointF& position) const;
+    quint32 idBehind(const QPointF& position) const;
     void gestureChanged(PointerGesture::Kind before);
+
+    bool keypadKey(int key, bool isOpposite);
+    bool toolKey(int key);
+    bool cameraKey(int key, bool pans);
+    bool flightKey(int key, bool isDown);
+    void fly();
 
     ItemSet m_items;
     OrbitCamera m_camera;
+    GizmoController m_gizmo{m_camera};
     PointerGesture m_gesture;
+    std::optional<LastPick> m_lastPick;
+    FlyMotion m_flight;
+    QTimer m_flightFrame;
+    QElapsedTimer m_flightTime;
+    float m_flightSpeed = 1.0f; // the camera's distance a second
+    bool m_fliesFast = false;
     std::vector<quint32> m_selectedIds;
     std::vector<quint32> m_hoveredIds;
     std::optional<QPointF> m_pointer; // where to look once the frame is over

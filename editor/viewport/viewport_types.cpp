@@ -1,5 +1,7 @@
 #include "viewport_types.h"
 
+#include "render/gizmo_surface.h"
+#include "render/tool_icon.h"
 #include "render/viewport_surface.h"
 #include "viewport_controller.h"
 
@@ -19,6 +21,12 @@ void registerViewportTypes()
     initializeResources();
     const char* module = "Editor.Viewport";
     qmlRegisterType<ViewportSurface>(module, 1, 0, "ViewportSurface");
+    qmlRegisterType<GizmoSurface>(module, 1, 0, "GizmoSurface");
+    qmlRegisterType<ToolIcon>(module, 1, 0, "ToolIcon");
+    qmlRegisterUncreatableMetaObject(Gizmo::staticMetaObject, module, 1, 0, "Gizmo",
+                                     QStringLiteral("Holds enumerations"));
+    qmlRegisterUncreatableType<GizmoController>(module, 1, 0, "GizmoController",
+                                                QStringLiteral("Made by the viewport"));
     qmlRegisterUncreatableType<ViewportController>(module, 1, 0, "ViewportController",
                                                    QStringLiteral("Made by the editor"));
     qmlRegisterType(QUrl(QStringLiteral("qrc:/editor/viewport/Viewport3D.qml")), module, 1, 0,

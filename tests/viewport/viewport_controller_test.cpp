@@ -77,6 +77,80 @@ TEST_F(ViewportControllerTest, ClicksAreReportedAndLeaveTheSelectionToTheHost)
     EXPECT_TRUE(m_controller.selectedIds().empty());
 }
 
+TEST_F(ViewportControllerTest, ClicksOnTheSamePlaceGoOnToWhatIsBehind)
+{
+    m_controller.lookFrom(90, 0);
+    const QPointF row = at(2); // with 3 before and 1 behind it
+    const auto clickAgain = [&](Qt::KeyboardModifiers modifiers = {}) {
+        drag(row, row, Qt::LeftButton, modifiers);
+        const QString pick = m_log.join(' ');
+        if (!modifiers)
+            m_controller.setSelectedIds({pick.mid(5).toUInt()});
+        return takeLog();
+    };
+    EXPECT_EQ("pick 3", clickAgain());
+    EXPECT_EQ("pick 2", clickAgain());
+    EXPECT_EQ("pick 3+", clickAgain(Qt::ControlModifier)) << "a toggle takes what shows";
+    EXPECT_EQ("pick 3", clickAgain()) << "another pick came between";
+    EXPECT_EQ("pick 2", clickAgain());
+    m_controller.press(row, Qt::LeftButton, 0);
+    m_controller.doubleClick(row);
+    m_controller.release(row, Qt::LeftButton, 0);
+    EXPECT_EQ("activate 2", m_log.first().toStdString());
+    m_log.clear();
+    EXPECT_EQ("pick 1", clickAgain());
+    EXPECT_EQ("pick 3", clickAgain()) << "and from the last to the first";
+    m_controller.setSelectedIds({1});
+    EXPECT_EQ("pick 3", clickAgain()) << "selected elsewhere";
+}
+
+TEST_F(ViewportControllerTest, KeysFlyWhileTheRightButtonIsHeldAndChooseToolsOtherwise)
+{
+    const QVector3D before = m_controller.camera().eye();
+    m_controller.press({10, 10}, Qt::RightButton, 0);
+    EXPECT_TRUE(m_controller.keyPress(Qt::Key_W, 0));
+    QTest::qWait(60);
+    const QVector3D way = m_controller.camera().eye() - before;
+    EXPECT_GT(QVector3D::dotProduct(way, m_controller.camera().forward()), 0.05f);
+    EXPECT_TRUE(m_controller.keyRelease(Qt::Key_W));
+    m_controller.release({10, 10}, Qt::RightButton, 0);
+    EXPECT_EQ("", takeLog()) << "no context menu";
+    const QVector3D stopped = m_controller.camera().eye();
+    QTest::qWait(40);
+    EXPECT_EQ(stopped, m_controller.camera().eye());
+    EXPECT_EQ(Gizmo::Tool::Move, m_controller.gizmo()->tool());
+
+    for (const auto& [key, tool] : {std::pair(Qt::Key_E, Gizmo::Tool::Rotate),
+                                    {Qt::Key_R, Gizmo::Tool::Scale},
+                                    {Qt::Key_Q, Gizmo::Tool::None},
+                                    {Qt::Key_W, Gizmo::Tool::Move}}) {
+        EXPECT_TRUE(m_controller.keyPress(key, 0));
+        EXPECT_EQ(tool, m_controller.gizmo()->tool());
+        EXPECT_FALSE(m_controller.keyPress(key, int(Qt::AltModifier))) << "a menu's";
+        EXPECT_FALSE(m_controller.keyPress(key, int(Qt::ControlModifier)));
+    }
+    EXPECT_FALSE(m_controller.keyPress(Qt::Key_F10, 0));
+    EXPECT_FALSE(m_controller.keyPress(Qt::Key_Tab, 0));
+    EXPECT_FALSE(m_controller.keyPress(Qt::Key_Escape, 0)) << "nothing to cancel";
+}
+
+TEST_F(ViewportControllerTest, KeypadLooksFromTheSides)
+{
+    const auto view = [this](int key, Qt::KeyboardModifiers modifiers = {}) {
+        EXPECT_TRUE(m_controller.keyPress(key, int(modifiers | Qt::KeypadModifier)));
+        return QStringLiteral("%1 %2").arg(m_controller.yaw()).arg(m_controller.pitch());
+    };
+    EXPECT_EQ("0 0", view(Qt::Key_1));
+    EXPECT_EQ("90 0", view(Qt::Key_3));
+    EXPECT_EQ("-90 0", view(Qt::Key_3, Qt::ControlModifier));
+    EXPECT_EQ("0 90", view(Qt::Key_7));
+    EXPECT_EQ("0 -90", view(Qt::Key_7, Qt::ControlModifier));
+    EXPECT_EQ("0 -75", view(Qt::Key_8));
+    EXPECT_EQ("15 -75", view(Qt::Key_6));
+    EXPECT_EQ("-165 75", view(Qt::Key_9));
+    EXPECT_FALSE(m_controller.keyPress(Qt::Key_1, 0)) << "the other digits mean nothing";
+}
+
 TEST_F(ViewportControllerTest, HoverIsReportedOnChangeAloneAndOnceAFrame)
 {
     m_controller.move(at(2));
@@ -124,7 +198,7 @@ TEST_F(ViewportControllerTest, DragsMoveTheCameraAsTheirButtonsSay)
     };
     for (const Case& c : {Case{Qt::MiddleButton, Qt::NoModifier, true, false, false},
                           Case{Qt::LeftButton, Qt::AltModifier, true, false, false},
-                          Case{Qt::RightButton, Qt::NoModifier, true, false, false},
+                          Case{Qt::RightButton, Qt::NoModifier, true, true, false},
                           Case{Qt::MiddleButton, Qt::ShiftModifier, false, true, false},
                           Case{Qt::MiddleButton, Qt::AltModifier, false, true, false},
                           Case{Qt::RightButton, Qt::AltModifier, false, true, true}}) {

@@ -1,0 +1,170 @@
+#include "gizmo_controller.h"
+
+#include <QLineF>
+
+namespace editor {
+
+namespace {
+
+constexpr double dragThreshold = 3.0; // pixels
+
+} // namespace
+
+GizmoController::GizmoController(const OrbitCamera& camera, QObject* parent)
+    : QObject(parent), m_camera(camera)
+{}
+
+void GizmoController::setTool(Gizmo::Tool tool)
+{
+    if (tool == m_tool)
+        return;
+    cancel();
+    m_tool = tool;
+    m_hovered = {};
+    Q_EMIT settingsChanged();
+    Q_EMIT looksChanged();
+}
+
+void GizmoController::setSpace(Gizmo::Space space)
+{
+    if (space == m_space)
+        return;
+    cancel();
+    m_space = space;
+    Q_EMIT settingsChanged();
+    Q_EMIT looksChanged();
+}
+
+void GizmoController::setPivot(Gizmo::Pivot pivot)
+{
+    if (pivot == m_pivot)
+        return;
+    cancel();
+    m_pivot = pivot;
+    Q_EMIT settingsChanged();
+}
+
+void GizmoController::setSnapping(bool snapping)
+{
+    if (snapping == m_snapping)
+        return;
+    m_snapping = snapping;
+    Q_EMIT settingsChanged();
+}
+
+void GizmoController::setTarget(const std::optional<GizmoTarget>& target)
+{
+    if (m_drag || (!target && !m_target))
+        return;
+    m_target = target;
+    if (!target || target->isFixed)
+        m_hovered = {};
+    Q_EMIT looksChanged();
+}
+
+void GizmoController::setRemark(const QString& remark)
+{
+    if (remark == m_remark)
+        return;
+    m_remark = remark;
+    Q_EMIT looksChanged();
+}
+
+GizmoFrame GizmoController::frame() const
+{
+    GizmoFrame frame;
+    if (!m_target)
+        return frame;
+    frame.origin = m_target->origin;
+    if (m_space == Gizmo::Space::Local || m_tool == Gizmo::Tool::Scale)
+        frame.axes = m_target->localAxes;
+    return frame;
+}
+
+GizmoLayout GizmoController::layout() const
+{
+    if (!m_target)
+        return {};
+    if (!m_drag)
+        return GizmoLayout(m_tool, frame(), m_camera);
+    GizmoFrame moved = m_change.frame;
+    moved.origin += m_change.translation();
+    if (m_space == Gizmo::Space::Local) {
+        for (QVector3D& axis : moved.axes)
+            axis = m_change.rotation().rotatedVector(axis);
+    }
+    return GizmoLayout(m_tool, moved, m_camera);
+}
+
+QString GizmoController::readout() const
+{
+    return m_drag ? m_change.text() : QString();
+}
+
+void GizmoController::setHovered(const GizmoHandle& handle)
+{
+    if (handle == m_hovered)
+        return;
+    m_hovered = handle;
+    Q_EMIT looksChanged();
+}
+
+bool GizmoController::hover(const QPointF& position)
+{
+    setHovered(isFixed() ? GizmoHandle() : layout().handleAt(position));
+    return bool(m_hovered);
+}
+
+bool GizmoController::press(const QPointF& position)
+{
+    if (m_drag || !hover(position))
+        return false;
+    m_drag.emplace(m_tool, m_hovered, frame(), m_camera, position);
+    m_change = m_drag->change(std::nullopt);
+    m_pressedAt = position;
+    m_hasMoved = false;
+    Q_EMIT dragStarted();
+    Q_EMIT looksChanged();
+    return true;
+}
+
+void GizmoController::drag(const QPointF& position, Qt::KeyboardModifiers modifiers)
+{
+    m_hasMoved |= QLineF(m_pressedAt, position).length() > dragThreshold;
+    if (!m_drag || !m_hasMoved)
+        return;
+    m_drag->moveTo(position, modifiers & Qt::ShiftModifier);
+    const bool steps = m_snapping != bool(modifiers & Qt::ControlModifier);
+    m_change = m_drag->change(steps ? std::optional(m_steps) : std::nullopt);
+    Q_EMIT dragged(m_change);
+    Q_EMIT looksChanged();
+}
+
+bool GizmoController::release()
+{
+    if (!m_drag)
+        return false;
+    // Until the host sets another target, the gizmo stays where the drag left it.
+    if (m_target)
+        m_target->origin += m_change.translation();
+    end();
+    Q_EMIT dragFinished();
+    return m_hasMoved;
+}
+
+void GizmoController::cancel()
+{
+    if (!m_drag)
+        return;
+    end();
+    Q_EMIT dragCanceled();
+}
+
+void GizmoController::end()
+{
+    m_drag.reset();
+    m_remark.clear();
+    Q_EMIT looksChanged();
+}
+
+} // namespace editor
