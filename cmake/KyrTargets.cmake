@@ -42,8 +42,8 @@ endfunction()
 # the current directory.
 function(kyr_shipped target folder path_to_libraries)
     set_target_properties(${target} PROPERTIES
-        LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${folder}
-        RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${folder}
+        LIBRARY_OUTPUT_DIRECTORY ${KyrSceneOutline_BINARY_DIR}/${folder}
+        RUNTIME_OUTPUT_DIRECTORY ${KyrSceneOutline_BINARY_DIR}/${folder}
         BUILD_WITH_INSTALL_RPATH ON
         INSTALL_RPATH "$ORIGIN/${path_to_libraries}")
 endfunction()

@@ -92,6 +92,7 @@ GizmoEdit::GizmoEdit(SceneDocument& document, IAssetSelection& selection, Viewpo
     : QObject(parent), m_document(document), m_selection(selection), m_view(view)
 {
     GizmoController* gizmo = view.gizmo();
+    connect(gizmo, &GizmoController::dragRefused, this, &GizmoEdit::movable);
     connect(gizmo, &GizmoController::dragStarted, this, &GizmoEdit::start);
     connect(gizmo, &GizmoController::dragged, this, &GizmoEdit::apply);
     connect(gizmo, &GizmoController::dragFinished, this, &GizmoEdit::finish);
@@ -111,14 +112,16 @@ GizmoEdit::GizmoEdit(SceneDocument& document, IAssetSelection& selection, Viewpo
     showTarget();
 }
 
-SceneObjects GizmoEdit::movable(const SceneObjects& objects) const
+SceneObjects GizmoEdit::movable()
 {
-    SceneObjects result = m_document.topmost(objects);
-    result.erase(std::remove_if(result.begin(), result.end(),
-                                [](const SceneObjectPtr& object) {
-                                    return object->isEffectivelyLocked() || !object->transform();
-                                }),
-                 result.end());
+    SceneObjects result;
+    for (const SceneObjectPtr& object :
+         m_document.topmost(selectedObjects(m_document, m_selection))) {
+        if (object->isEffectivelyLocked())
+            m_document.refuse(*object);
+        else if (object->transform())
+            result.push_back(object);
+    }
     return result;
 }
 
@@ -127,13 +130,17 @@ void GizmoEdit::showTarget()
     GizmoController& gizmo = *m_view.gizmo();
     if (gizmo.isDragging())
         return;
+    if (gizmo.tool() == Gizmo::Tool::None) {
+        gizmo.setTarget(std::nullopt);
+        return;
+    }
     const SceneObjects selected = selectedObjects(m_document, m_selection);
     const SceneObject* primary = nullptr;
     for (const SceneObjectPtr& object : selected) {
         if (object->transform())
             primary = object.get();
     }
-    if (!primary || gizmo.tool() == Gizmo::Tool::None) {
+    if (!primary) {
         gizmo.setTarget(std::nullopt);
         return;
     }
@@ -156,11 +163,10 @@ void GizmoEdit::showTarget()
 
 void GizmoEdit::start()
 {
-    const SceneObjects chosen = m_document.topmost(selectedObjects(m_document, m_selection));
     m_moved.clear();
     m_tool = m_view.gizmo()->tool();
     int stuck = 0;
-    for (const SceneObjectPtr& object : movable(chosen)) {
+    for (const SceneObjectPtr& object : movable()) {
         const QMatrix4x4 parent = worldTransform(*object->parent());
         bool invertible = false;
         const QMatrix4x4 fromWorld = parent.inverted(&invertible);
@@ -170,12 +176,9 @@ void GizmoEdit::start()
         }
         m_moved.push_back({object, parent, fromWorld, *object->transform(), *object->transform()});
     }
-    const int locked = int(chosen.size() - m_moved.size()) - stuck;
     QStringList remarks;
-    if (chosen.size() > 1)
-        remarks << (m_moved.size() == 1 ? tr("1 object") : tr("%1 objects").arg(m_moved.size()));
-    if (locked > 0)
-        remarks << tr("%1 locked").arg(locked);
+    if (m_moved.size() > 1)
+        remarks << tr("%1 objects").arg(m_moved.size());
     if (stuck > 0)
         remarks << tr("%1 in a parent scaled to nothing").arg(stuck);
     m_view.gizmo()->setRemark(remarks.join(QStringLiteral("  ·  ")));

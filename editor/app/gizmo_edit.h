@@ -7,8 +7,8 @@
 namespace editor {
 
 /// Moves, turns and scales the selected objects as the view's gizmo is dragged: one named undo step
-/// a drag, none when it is cancelled. Locked objects stay where they are, and so does what stands
-/// below another selected object by itself.
+/// a drag, none when it is cancelled. Locked objects stay where they are, which the document tells;
+/// what stands below another selected object moves with that one alone.
 class GizmoEdit final : public QObject
 {
     Q_OBJECT
@@ -33,7 +33,8 @@ private:
     void apply(const GizmoChange& change);
     void finish();
     void restore();
-    SceneObjects movable(const SceneObjects& objects) const;
+    /// The topmost selected objects that may move; the locked ones are refused.
+    SceneObjects movable();
 
     SceneDocument& m_document;
     IAssetSelection& m_selection;

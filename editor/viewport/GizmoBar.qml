@@ -76,4 +76,14 @@ Row {
         checked: bar.gizmo && bar.gizmo.snapping
         onClicked: bar.gizmo.snapping = !bar.gizmo.snapping
     }
+    GizmoButton {
+        objectName: "gizmo_step"
+        visible: text
+        text: bar.gizmo ? bar.gizmo.step : ""
+        description: qsTr("Step of the tool; click for the next one")
+        dark: bar.dark
+        textColor: bar.textColor
+        activeColor: bar.activeColor
+        onClicked: bar.gizmo.nextStep()
+    }
 }

@@ -32,6 +32,7 @@ Rectangle {
 
         anchors.centerIn: parent
         text: button.text
+        textFormat: Text.PlainText
         color: button.foreground
         font.pixelSize: 11
     }
@@ -57,6 +58,7 @@ Rectangle {
 
             anchors.centerIn: parent
             text: button.description
+            textFormat: Text.PlainText
             color: button.textColor
             font.pixelSize: 11
         }

@@ -29,6 +29,7 @@ Rectangle {
             objectName: "gizmo_readout"
             visible: text
             text: box.gizmo ? box.gizmo.readout : ""
+            textFormat: Text.PlainText
             color: box.textColor
             font.pixelSize: 14
             font.bold: true

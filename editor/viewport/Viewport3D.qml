@@ -104,6 +104,8 @@ FocusScope {
         anchors.top: parent.top
         anchors.right: parent.right
         anchors.margins: 10
+        // Below the tools where there is no room beside them.
+        anchors.topMargin: view.width < tools.width + width + 30 ? 44 : 10
         controller: view.controller
         lineColor: view.textColor
     }

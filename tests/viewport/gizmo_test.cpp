@@ -164,6 +164,7 @@ TEST_F(GizmoTest, ControllerTellsADragFromAClickAndCancels)
 {
     GizmoController gizmo(m_camera);
     QStringList log;
+    QObject::connect(&gizmo, &GizmoController::dragRefused, [&] { log << "refuse"; });
     QObject::connect(&gizmo, &GizmoController::dragStarted, [&] { log << "start"; });
     QObject::connect(&gizmo, &GizmoController::dragged, [&] { log << "drag"; });
     QObject::connect(&gizmo, &GizmoController::dragFinished, [&] { log << "finish"; });
@@ -171,6 +172,7 @@ TEST_F(GizmoTest, ControllerTellsADragFromAClickAndCancels)
     const QPointF middle = at(m_frame.origin);
     EXPECT_FALSE(gizmo.press(middle)) << "no target";
     gizmo.setTarget(GizmoTarget{m_frame.origin, m_frame.axes, true});
+    EXPECT_FALSE(gizmo.press({2, 2}));
     EXPECT_FALSE(gizmo.press(middle)) << "a fixed one";
     gizmo.setTarget(GizmoTarget{m_frame.origin, m_frame.axes, false});
     EXPECT_FALSE(gizmo.press({2, 2}));
@@ -189,8 +191,17 @@ TEST_F(GizmoTest, ControllerTellsADragFromAClickAndCancels)
     gizmo.cancel();
     gizmo.cancel();
     EXPECT_EQ(now, gizmo.layout().centre());
-    EXPECT_EQ("start,finish,start,drag,finish,start,drag,cancel", log.join(',').toStdString());
+    EXPECT_EQ("refuse,start,finish,start,drag,finish,start,drag,cancel",
+              log.join(',').toStdString());
     EXPECT_EQ("", gizmo.readout());
+
+    EXPECT_EQ("0.5 m", gizmo.step().toStdString());
+    gizmo.nextStep();
+    EXPECT_EQ(1.0f, gizmo.steps().distance);
+    gizmo.setTool(Tool::Rotate);
+    for (int i = 0; i < 4; ++i)
+        gizmo.nextStep();
+    EXPECT_EQ("1°", gizmo.step().toStdString()) << "beyond the widest";
 }
 
 } // namespace editor

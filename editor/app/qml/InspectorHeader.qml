@@ -49,7 +49,7 @@ PaneHeader {
             }
             visible: session.inspector.locked
             width: visible ? 16 : 0
-            name: "locked"
+            name: visible ? "locked" : ""
             color: theme.warning
         }
         Text {

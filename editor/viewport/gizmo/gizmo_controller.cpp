@@ -2,11 +2,24 @@
 
 #include <QLineF>
 
+#include <algorithm>
+
 namespace editor {
 
 namespace {
 
 constexpr double dragThreshold = 3.0; // pixels
+
+constexpr std::array<float, 7> distances{0.01f, 0.1f, 0.25f, 0.5f, 1.0f, 2.0f, 5.0f};
+constexpr std::array<float, 6> angles{1.0f, 5.0f, 15.0f, 30.0f, 45.0f, 90.0f};
+constexpr std::array<float, 4> factors{0.05f, 0.1f, 0.25f, 0.5f};
+
+template <std::size_t size>
+float following(const std::array<float, size>& values, float value)
+{
+    const auto next = std::upper_bound(values.begin(), values.end(), value);
+    return next == values.end() ? values.front() : *next;
+}
 
 } // namespace
 
@@ -49,6 +62,39 @@ void GizmoController::setSnapping(bool snapping)
     if (snapping == m_snapping)
         return;
     m_snapping = snapping;
+    Q_EMIT settingsChanged();
+}
+
+QString GizmoController::step() const
+{
+    switch (m_tool) {
+    case Gizmo::Tool::Move:
+        return tr("%1 m").arg(double(m_steps.distance));
+    case Gizmo::Tool::Rotate:
+        return tr("%1°").arg(double(m_steps.angle));
+    case Gizmo::Tool::Scale:
+        return tr("× %1").arg(double(m_steps.factor));
+    case Gizmo::Tool::None:
+        break;
+    }
+    return {};
+}
+
+void GizmoController::nextStep()
+{
+    switch (m_tool) {
+    case Gizmo::Tool::Move:
+        m_steps.distance = following(distances, m_steps.distance);
+        break;
+    case Gizmo::Tool::Rotate:
+        m_steps.angle = following(angles, m_steps.angle);
+        break;
+    case Gizmo::Tool::Scale:
+        m_steps.factor = following(factors, m_steps.factor);
+        break;
+    case Gizmo::Tool::None:
+        return;
+    }
     Q_EMIT settingsChanged();
 }
 
@@ -117,6 +163,8 @@ bool GizmoController::hover(const QPointF& position)
 
 bool GizmoController::press(const QPointF& position)
 {
+    if (isFixed() && layout().handleAt(position))
+        Q_EMIT dragRefused();
     if (m_drag || !hover(position))
         return false;
     m_drag.emplace(m_tool, m_hovered, frame(), m_camera, position);

@@ -29,6 +29,8 @@ class GizmoController : public QObject
     Q_PROPERTY(editor::Gizmo::Space space READ space WRITE setSpace NOTIFY settingsChanged)
     Q_PROPERTY(editor::Gizmo::Pivot pivot READ pivot WRITE setPivot NOTIFY settingsChanged)
     Q_PROPERTY(bool snapping READ isSnapping WRITE setSnapping NOTIFY settingsChanged)
+    /// The step of the present tool, in words; empty where there is none.
+    Q_PROPERTY(QString step READ step NOTIFY settingsChanged)
     Q_PROPERTY(bool dragging READ isDragging NOTIFY looksChanged)
     Q_PROPERTY(QString readout READ readout NOTIFY looksChanged)
     /// Added to the readout by the host, such as what stays where it is.
@@ -47,6 +49,10 @@ public:
     bool isSnapping() const { return m_snapping; }
     void setSnapping(bool snapping);
     const GizmoSteps& steps() const { return m_steps; }
+    QString step() const;
+    /// Goes on to the next of the usual steps of the present tool, and from the widest to the
+    /// narrowest.
+    Q_INVOKABLE void nextStep();
 
     /// Without a target there is no gizmo. Ignored during a drag, which takes the gizmo along.
     void setTarget(const std::optional<GizmoTarget>& target);
@@ -67,7 +73,7 @@ public:
     /// Whether a handle is at the position; marks it.
     bool hover(const QPointF& position);
     void leave() { setHovered({}); }
-    /// Takes hold of the handle at the position, if there is one.
+    /// Takes hold of the handle at the position, if there is one that can be dragged.
     bool press(const QPointF& position);
     /// Nothing happens before the pointer has come far enough not to be a click.
     void drag(const QPointF& position, Qt::KeyboardModifiers modifiers);
@@ -80,6 +86,8 @@ Q_SIGNALS:
     void settingsChanged();
     void looksChanged();
 
+    /// Somebody takes hold of a gizmo that is fixed.
+    void dragRefused();
     void dragStarted();
     void dragged(const editor::GizmoChange& change);
     void dragFinished();
