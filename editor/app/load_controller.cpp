@@ -14,11 +14,15 @@ LoadController::LoadController(SceneDocument& document, QObject* parent)
     connect(&m_loader, &SceneLoader::progressChanged, this,
             [this](const QString&, qreal progress) { setProgress(progress); });
     connect(&m_loader, &SceneLoader::loaded, this,
-            [this](const SceneObjectPtr& root, const QString& path) {
+            [this](const SceneObjectPtr& root, const QString& path, const QStringList& notes) {
                 m_document.open(root, path);
                 reportNote(tr("Opened %1, objects: %2")
                                .arg(QFileInfo(path).fileName())
                                .arg(m_document.objectCount()));
+                for (const QString& note : notes)
+                    reportWarning(tr("%1: %2.").arg(QFileInfo(path).fileName(), note));
+                if (!notes.isEmpty())
+                    Q_EMIT incomplete(path, notes);
                 Q_EMIT loaded(path);
             });
     connect(&m_loader, &SceneLoader::failed, this,

@@ -30,6 +30,8 @@ Q_SIGNALS:
     void loadingChanged();
     void progressChanged();
     void loaded(const QString& path);
+    /// Before `loaded`: the scene is not all that the file holds. Sentences without full stops.
+    void incomplete(const QString& path, const QStringList& notes);
     /// `reason` is one sentence that names the file.
     void failed(const QString& path, const QString& reason);
 

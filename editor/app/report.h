@@ -13,6 +13,11 @@ inline void reportNote(const QString& text)
     Zar::DebugMessageHelper(0, 2).message("%s", text.toUtf8().constData());
 }
 
+inline void reportWarning(const QString& text)
+{
+    Zar::DebugMessageHelper(0, 4).message("%s", text.toUtf8().constData());
+}
+
 inline void reportFailure(const QString& text)
 {
     Zar::DebugMessageHelper(0, 5).message("%s", text.toUtf8().constData());

@@ -4,6 +4,8 @@
 
 #include <QByteArray>
 
+#include <optional>
+
 namespace editor {
 
 // The bundled scene format: XML whose elements are the objects.
@@ -28,8 +30,12 @@ constexpr int version = 1;
 
 /// Vertices, normals and indices, compressed.
 QByteArray encodeGeometry(const MeshGeometry& geometry);
-/// Null when the bytes are damaged.
-MeshGeometryPtr decodeGeometry(const QByteArray& bytes);
+/// How many bytes the encoded geometry unpacks to, by its own word. Nothing when it is no geometry
+/// or promises more than can be.
+std::optional<qint64> unpackedSize(const QByteArray& text);
+/// Null when the bytes are damaged. Takes no more memory than they promise. Triangles with places
+/// that are no finite numbers are left out and counted in `leftOut`.
+MeshGeometryPtr decodeGeometry(const QByteArray& text, int& leftOut);
 
 } // namespace kyrscene
 } // namespace editor

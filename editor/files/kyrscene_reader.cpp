@@ -9,15 +9,31 @@
 
 #include <pugixml.hpp>
 
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <limits>
 #include <optional>
 #include <unordered_map>
+
+#include <unistd.h>
 
 namespace editor {
 
 namespace {
 
-constexpr double parsedShare = 0.5;
-constexpr std::size_t reportEvery = 1000;
+constexpr double readShare = 0.1;
+constexpr double parsedShare = 0.3;
+constexpr double unpackedShare = 0.6;
+constexpr int reportEvery = 1000;
+constexpr qint64 pieceBytes = 4 << 20;
+constexpr int mostNotes = 50;
+// Parsing and objects take about thirty times the text, and that should leave room for others.
+constexpr qint64 memoryPerByte = 64;
+// All geometries together.
+constexpr qint64 leastUnpacked = 256 << 20;
+constexpr qint64 unpackedPerByte = 64;
+constexpr qint64 unpackedPart = 8;
 constexpr quint32 largestId = 0x7fffffff;
 
 QString tr(const char* text)
@@ -35,11 +51,45 @@ std::optional<ObjectKind> kindFrom(const char* id)
     return std::nullopt;
 }
 
+qint64 memoryOfMachine()
+{
+    return qint64(sysconf(_SC_PHYS_PAGES)) * sysconf(_SC_PAGESIZE);
+}
+
+/// Of single numbers and tuples of them; anything else has nothing to be infinite.
+bool isFinite(const lumo::Variant& value)
+{
+    const auto areFinite = [](const auto* tuple) {
+        const auto numbers = lumo::components(*tuple);
+        return std::all_of(numbers.begin(), numbers.end(),
+                           [](float n) { return std::isfinite(n); });
+    };
+    if (const auto* number = value.tryGet<float>())
+        return std::isfinite(*number);
+    if (const auto* vector = value.tryGet<lumo::Vector3>())
+        return areFinite(vector);
+    const auto* color = value.tryGet<lumo::Color>();
+    return !color || areFinite(color);
+}
+
+/// UTF-8 with what is none replaced, and whether anything was.
+std::pair<std::string, bool> validText(const char* text)
+{
+    const QString valid = QString::fromUtf8(text);
+    std::string bytes = valid.toStdString();
+    const bool isMended = bytes != text;
+    return {std::move(bytes), isMended};
+}
+
 class Reader
 {
 public:
+    Reader(qint64 fileBytes, int objectCount, const ImportProgress& progress)
+        : m_fileBytes(fileBytes), m_objectCount(objectCount), m_progress(progress)
+    {}
+
     /// False with an error, or without one when the progress function stopped it.
-    bool read(const pugi::xml_node& document, const ImportProgress& progress)
+    bool read(const pugi::xml_node& document)
     {
         if (!readHeader(document) || !readGeometries(document))
             return false;
@@ -48,20 +98,21 @@ public:
         readValues(scene, *m_root);
         m_open.emplace_back(scene, m_root.get());
         // Not by recursion: nothing limits how deep a file nests.
-        for (std::size_t done = 0; !m_open.empty(); ++done) {
+        while (!m_open.empty()) {
             const auto [node, object] = m_open.back();
             m_open.pop_back();
             if (!readChildren(node, *object))
                 return false;
-            if (done % reportEvery == 0 && !progress(parsedShare))
-                return false;
         }
         resolveReferences();
+        if (m_noteCount > mostNotes)
+            m_notes.append(tr("there are %1 more remarks like these").arg(m_noteCount - mostNotes));
         return true;
     }
 
     const SceneObjectPtr& root() const { return m_root; }
     const QString& error() const { return m_error; }
+    const QStringList& notes() const { return m_notes; }
 
 private:
     bool fail(const QString& reason)
@@ -79,14 +130,48 @@ private:
         return true;
     }
 
+    void note(const QString& text)
+    {
+        if (++m_noteCount <= mostNotes)
+            m_notes.append(text);
+    }
+
+    bool fitsInMemory(const pugi::xml_node& document)
+    {
+        const qint64 limit = std::min(leastUnpacked + m_fileBytes * unpackedPerByte,
+                                      memoryOfMachine() / unpackedPart);
+        qint64 all = 0;
+        for (const pugi::xml_node& node : document.children("geometry")) {
+            const char* text = node.text().get();
+            const auto size = kyrscene::unpackedSize(
+                QByteArray::fromRawData(text, static_cast<int>(std::strlen(text))));
+            all += size.value_or(0);
+        }
+        if (all > limit)
+            return fail(tr("its geometries unpack to %1 MB, more than the %2 MB for a file of this "
+                           "size")
+                            .arg(all >> 20)
+                            .arg(limit >> 20));
+        return true;
+    }
+
     bool readGeometries(const pugi::xml_node& document)
     {
+        if (!fitsInMemory(document))
+            return false;
         for (const pugi::xml_node& node : document.children("geometry")) {
+            if (!m_progress(unpackedShare))
+                return false;
+            const QString id = QString::fromUtf8(node.attribute("id").value());
+            int leftOut = 0;
             auto asset = std::make_shared<MeshAsset>();
-            asset->geometry = kyrscene::decodeGeometry(node.text().get());
+            asset->geometry = kyrscene::decodeGeometry(node.text().get(), leftOut);
             if (!asset->geometry)
-                return fail(tr("geometry %1 is damaged")
-                                .arg(QString::fromUtf8(node.attribute("id").value())));
+                return fail(tr("geometry %1 is damaged").arg(id));
+            if (leftOut > 0)
+                note(tr("geometry %1: %2 triangles without finite places are left out")
+                         .arg(id)
+                         .arg(leftOut));
             m_assets[std::string("#") + node.attribute("id").value()] = std::move(asset);
         }
         return true;
@@ -95,6 +180,9 @@ private:
     bool readChildren(const pugi::xml_node& node, SceneObject& parent)
     {
         for (const pugi::xml_node& child : node.children("object")) {
+            if (m_done++ % reportEvery == 0 &&
+                !m_progress(unpackedShare + (1 - unpackedShare) * m_done / (m_objectCount + 1)))
+                return false;
             const char* kindName = child.attribute("kind").value();
             const std::optional<ObjectKind> kind = kindFrom(kindName);
             if (!kind)
@@ -131,11 +219,37 @@ private:
             const kyr::BoundProperty property = holder.property(attribute.name());
             if (!property.isValue() || property.isReadOnly())
                 continue;
+            const auto [text, isMended] = validText(attribute.value());
+            if (isMended)
+                note(tr("%1: the text of \"%2\" is no valid UTF-8; what is not is replaced")
+                         .arg(called(node), QString::fromLatin1(attribute.name())));
             if (property.propertyType() == typeid(kyr::PersistentObject))
-                m_references.emplace_back(property, attribute.value());
+                m_references.emplace_back(property, text);
             else
-                property.set(lumo::Variant(attribute.value()));
+                setValue(property, text, node);
         }
+    }
+
+    void setValue(const kyr::BoundProperty& property, const std::string& text,
+                  const pugi::xml_node& node)
+    {
+        // "inf" and "nan" are the only ways to say it.
+        const bool isSuspect = text.find_first_of("nN") != std::string::npos;
+        const lumo::Variant before = isSuspect ? property.get() : lumo::Variant();
+        if (!property.set(lumo::Variant(text)) || !isSuspect || isFinite(property.get()))
+            return;
+        property.set(before);
+        note(tr("%1: \"%2\" is no finite value of \"%3\" and is left out")
+                 .arg(called(node), QString::fromStdString(text),
+                      QString::fromStdString(property.name())));
+    }
+
+    // By the object around the element.
+    static QString called(const pugi::xml_node& node)
+    {
+        const bool isObject = qstrcmp(node.name(), "object") == 0;
+        const pugi::xml_node object = isObject ? node : node.parent();
+        return tr("object \"%1\"").arg(QString::fromUtf8(object.attribute("name").value()));
     }
 
     bool readMesh(const pugi::xml_node& node, SceneObject& object)
@@ -166,13 +280,34 @@ private:
         }
     }
 
+    qint64 m_fileBytes;
+    int m_objectCount;
+    const ImportProgress& m_progress;
     SceneObjectPtr m_root;
     QString m_error;
+    QStringList m_notes;
+    int m_noteCount = 0;
+    int m_done = 0;
     // By shape, or by identifier with "#" before it.
     std::unordered_map<std::string, MeshAssetPtr> m_assets;
     std::vector<std::pair<pugi::xml_node, SceneObject*>> m_open;
     std::vector<std::pair<kyr::BoundProperty, std::string>> m_references;
 };
+
+/// All of the file; nothing when the progress function stopped it.
+QByteArray readPieces(QFile& file, const ImportProgress& progress)
+{
+    QByteArray bytes;
+    bytes.reserve(static_cast<int>(file.size()));
+    while (!file.atEnd()) {
+        const QByteArray piece = file.read(pieceBytes);
+        if (piece.isEmpty() ||
+            !progress(readShare * double(bytes.size()) / double(std::max<qint64>(file.size(), 1))))
+            break;
+        bytes += piece;
+    }
+    return file.atEnd() ? bytes : QByteArray();
+}
 
 } // namespace
 
@@ -181,7 +316,17 @@ SceneImport readKyrscene(const QString& path, const ImportProgress& progress)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {nullptr, file.errorString()};
-    QByteArray bytes = file.readAll();
+    const qint64 largest =
+        std::min<qint64>(std::numeric_limits<int>::max() / 2, memoryOfMachine() / memoryPerByte);
+    if (file.size() > largest) {
+        return {nullptr, tr("it has %1 MB, and this machine can take %2 MB")
+                             .arg(file.size() >> 20)
+                             .arg(largest >> 20)};
+    }
+    QByteArray bytes = readPieces(file, progress);
+    if (bytes.isEmpty())
+        return {nullptr, file.error() == QFile::NoError ? QString() : file.errorString()};
+    const int objectCount = bytes.count("<object");
     pugi::xml_document document;
     const pugi::xml_parse_result parsed =
         document.load_buffer_inplace(bytes.data(), static_cast<std::size_t>(bytes.size()));
@@ -192,10 +337,10 @@ SceneImport readKyrscene(const QString& path, const ImportProgress& progress)
     }
     if (!progress(parsedShare))
         return {};
-    Reader reader;
-    if (!reader.read(document.document_element(), progress))
+    Reader reader(bytes.size(), objectCount, progress);
+    if (!reader.read(document.document_element()))
         return {nullptr, reader.error()};
-    return {reader.root(), {}};
+    return {reader.root(), {}, reader.notes()};
 }
 
 } // namespace editor

@@ -1,10 +1,12 @@
 #include "scene_import.h"
 
-#include "assimp_import.h"
+#include "import_process.h"
 #include "kyrscene_reader.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
+
+#include <assimp/Importer.hpp>
 
 #include <new>
 
@@ -24,6 +26,12 @@ bool isOwnFormat(const QString& path)
     return QFileInfo(path).suffix().compare(ownSuffix, Qt::CaseInsensitive) == 0;
 }
 
+bool isForeignFormat(const QString& suffix)
+{
+    return !suffix.isEmpty() &&
+           Assimp::Importer().IsExtensionSupported('.' + suffix.toLower().toStdString());
+}
+
 // What already speaks against the file before it is read.
 QString objectionTo(const QString& path)
 {
@@ -32,11 +40,13 @@ QString objectionTo(const QString& path)
         return tr("the file does not exist");
     if (file.isDir())
         return tr("it is a folder");
+    if (!file.isFile())
+        return tr("it is no regular file");
     if (!file.isReadable())
         return tr("no permission to read it");
     if (file.size() == 0)
         return tr("the file is empty");
-    if (!isOwnFormat(path) && !isAssimpFormat(file.suffix())) {
+    if (!isOwnFormat(path) && !isForeignFormat(file.suffix())) {
         return file.suffix().isEmpty() ? tr("a file without a suffix has no known format")
                                        : tr("\".%1\" is no known scene format").arg(file.suffix());
     }
@@ -61,7 +71,9 @@ SceneImport importScene(const QString& path, const ImportProgress& progress)
     const ImportProgress report = progress ? progress : [](double) { return true; };
     try {
         SceneImport import =
-            isOwnFormat(path) ? readKyrscene(path, report) : importWithAssimp(path, report);
+            isOwnFormat(path) ? readKyrscene(path, report) : importInProcess(path, report);
+        if (import.root && !isOwnFormat(path))
+            import.root->setName(QFileInfo(path).completeBaseName().toStdString());
         return import.error.isEmpty() ? import : refusal(path, import.error);
     } catch (const std::bad_alloc&) {
         return refusal(path, tr("it needs more memory than there is"));
@@ -72,7 +84,10 @@ SceneImport importScene(const QString& path, const ImportProgress& progress)
 
 QStringList importPatterns()
 {
-    return QStringList(QStringLiteral("*.") + ownSuffix) + assimpPatterns();
+    std::string patterns;
+    Assimp::Importer().GetExtensionList(patterns);
+    return QStringList(QStringLiteral("*.") + ownSuffix) +
+           QString::fromStdString(patterns).split(QLatin1Char(';'), Qt::SkipEmptyParts);
 }
 
 } // namespace editor

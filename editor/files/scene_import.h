@@ -15,14 +15,16 @@ struct SceneImport
     /// Null on failure.
     SceneObjectPtr root;
     /// One sentence that names the file; empty when the import was stopped.
-    QString error;
+    QString error = {};
+    /// What the file holds and the scene does not, and what had to be mended; a sentence each.
+    QStringList notes = {};
 };
 
-/// Told how far an import got, from 0 to 1; answers false to stop it.
+/// Told how far an import got, from 0 to 1, and asked often; answers false to stop it.
 using ImportProgress = std::function<bool(double)>;
 
-/// Reads a scene file of any known format. Re-entrant; blocks. Throws nothing. Deeply nested files
-/// need stack: run it in a thread that has some hundred megabytes of it.
+/// Reads a scene file of any known format. Re-entrant; blocks. Throws nothing. The bundled format
+/// is read here, any other by a process of its own, which a stop ends at once.
 SceneImport importScene(const QString& path, const ImportProgress& progress = {});
 
 /// Patterns of the files that `importScene` reads, such as "*.gltf".

@@ -2,38 +2,60 @@
 
 #include "scene_import.h"
 
-#include <QThread>
-
 #include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
 
 namespace editor {
 
 namespace {
 
-// Importers recurse as deep as the file nests; only what is touched takes memory.
-constexpr uint stackBytes = 512u << 20;
 constexpr double smallestReport = 0.01;
+constexpr std::chrono::milliseconds longestWait{500};
 
 } // namespace
 
+/// What the thread of one file shares with the loader.
 struct SceneLoader::Job
 {
+    /// Queues a call to the loader while there is one.
+    template <typename Call>
+    void post(Call call)
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (loader)
+            QMetaObject::invokeMethod(loader, std::move(call), Qt::QueuedConnection);
+    }
+
     QString path;
-    std::unique_ptr<QThread> thread;
     std::atomic<bool> isCanceled{false};
-    double reported = 0;
+    /// Of the thread until it has ended.
     SceneImport result;
+    double reported = 0;
+
+    std::mutex mutex;
+    std::condition_variable ended;
+    SceneLoader* loader = nullptr;
+    bool hasEnded = false;
 };
 
 SceneLoader::SceneLoader(QObject* parent) : QObject(parent) {}
 
 SceneLoader::~SceneLoader()
 {
-    for (const auto& job : m_running)
+    for (const auto& job : m_running) {
         job->isCanceled = true;
-    for (const auto& job : m_running)
-        job->thread->wait();
+        const std::lock_guard<std::mutex> lock(job->mutex);
+        job->loader = nullptr;
+    }
+    const auto latest = std::chrono::steady_clock::now() + longestWait;
+    for (const auto& job : m_running) {
+        std::unique_lock<std::mutex> lock(job->mutex);
+        job->ended.wait_until(lock, latest, [&job] { return job->hasEnded; });
+    }
 }
 
 void SceneLoader::load(const QString& path)
@@ -41,12 +63,9 @@ void SceneLoader::load(const QString& path)
     cancel();
     m_job = std::make_shared<Job>();
     m_job->path = path;
-    m_job->thread.reset(QThread::create([this, job = m_job.get()] { run(*job); }));
-    m_job->thread->setStackSize(stackBytes);
-    connect(m_job->thread.get(), &QThread::finished, this,
-            [this, job = std::weak_ptr<Job>(m_job)] { finish(job.lock()); });
+    m_job->loader = this;
     m_running.push_back(m_job);
-    m_job->thread->start();
+    std::thread([job = m_job] { run(job); }).detach();
     Q_EMIT loadingChanged();
     Q_EMIT progressChanged(path, 0);
 }
@@ -66,36 +85,36 @@ QStringList SceneLoader::namePatterns()
     return importPatterns();
 }
 
-// In the job's thread. The loader outlives it.
-void SceneLoader::run(Job& job)
+// In the job's thread.
+void SceneLoader::run(const std::shared_ptr<Job>& job)
 {
-    job.result = importScene(job.path, [this, &job](double progress) {
-        if (progress - job.reported >= smallestReport) {
-            job.reported = progress;
-            QMetaObject::invokeMethod(
-                this, [this, &job, progress] { report(job, progress); }, Qt::QueuedConnection);
+    job->result = importScene(job->path, [&job](double progress) {
+        if (progress - job->reported >= smallestReport) {
+            job->reported = progress;
+            job->post([job, progress] {
+                if (job->loader->m_job == job)
+                    Q_EMIT job->loader->progressChanged(job->path, progress);
+            });
         }
-        return !job.isCanceled;
+        return !job->isCanceled;
     });
-}
-
-void SceneLoader::report(const Job& job, double progress)
-{
-    if (m_job.get() == &job)
-        Q_EMIT progressChanged(job.path, progress);
+    if (job->isCanceled)
+        job->result = {};
+    job->post([job] { job->loader->finish(job); });
+    const std::lock_guard<std::mutex> lock(job->mutex);
+    job->hasEnded = true;
+    job->ended.notify_all();
 }
 
 void SceneLoader::finish(const std::shared_ptr<Job>& job)
 {
     m_running.erase(std::remove(m_running.begin(), m_running.end(), job), m_running.end());
-    // It has only just left its function.
-    job->thread->wait();
     if (job != m_job)
         return;
     m_job.reset();
     Q_EMIT loadingChanged();
     if (job->result.root)
-        Q_EMIT loaded(job->result.root, job->path);
+        Q_EMIT loaded(job->result.root, job->path, job->result.notes);
     else
         Q_EMIT failed(job->path, job->result.error);
 }

@@ -8,8 +8,6 @@
 #include <memory>
 #include <vector>
 
-class QThread;
-
 namespace editor {
 
 /// Loads scene files in a thread of its own, one at a time. Lives on the GUI thread.
@@ -21,7 +19,8 @@ class SceneLoader final : public QObject
 
 public:
     explicit SceneLoader(QObject* parent = nullptr);
-    /// Cancels, and waits until the threads have noticed.
+    /// Cancels. A thread that does not notice within half a second is left to itself; it touches
+    /// nothing of the loader.
     ~SceneLoader() override;
 
     bool isLoading() const noexcept { return m_job != nullptr; }
@@ -37,7 +36,8 @@ Q_SIGNALS:
     void loadingChanged();
     /// From 0 to 1.
     void progressChanged(const QString& path, qreal progress);
-    void loaded(const editor::SceneObjectPtr& root, const QString& path);
+    /// `notes` are sentences on what was left out or mended.
+    void loaded(const editor::SceneObjectPtr& root, const QString& path, const QStringList& notes);
     /// `reason` is one sentence that names the file.
     void failed(const QString& path, const QString& reason);
     void canceled(const QString& path);
@@ -45,8 +45,7 @@ Q_SIGNALS:
 private:
     struct Job;
 
-    void run(Job& job);
-    void report(const Job& job, double progress);
+    static void run(const std::shared_ptr<Job>& job);
     void finish(const std::shared_ptr<Job>& job);
 
     std::shared_ptr<Job> m_job;

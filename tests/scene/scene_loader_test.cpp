@@ -104,7 +104,7 @@ INSTANTIATE_TEST_SUITE_P(
         ModelFile{"invalid/malformed.obj", {}, "Invalid face index"},
         ModelFile{"invalid/emptyIrrMesh.xml", {}, "Unable to read a mesh"},
         ModelFile{"glTF2/MissingBin/BoxTextured.gltf", {}, "BoxTextured0.bin"},
-        ModelFile{"glTF2/RecursiveNodes/RecursiveNodes.gltf", {}, "recursive reference"},
+        ModelFile{"glTF2/RecursiveNodes/RecursiveNodes.gltf", {}, "is below itself"},
         ModelFile{"glTF2/IndexOutOfRange/AllIndicesOutOfRange.gltf", {}, "has no faces"},
         ModelFile{"glTF2/wrongTypes/badArray.gltf", {}, "was not of type \"array\""},
         ModelFile{"FBX/transparentTest.fbx", {}, "out of range"},

@@ -22,6 +22,25 @@ QVector3D vectorFrom(const aiVector3D& v)
     return {v.x, v.y, v.z};
 }
 
+bool isFinite(const QVector3D& v)
+{
+    return std::isfinite(v.x()) && std::isfinite(v.y()) && std::isfinite(v.z());
+}
+
+void keepFinite(float& value, float fallback)
+{
+    if (!std::isfinite(value))
+        value = fallback;
+}
+
+void keepFinite(lumo::Color& color, const lumo::Color& fallback)
+{
+    keepFinite(color.r, fallback.r);
+    keepFinite(color.g, fallback.g);
+    keepFinite(color.b, fallback.b);
+    keepFinite(color.a, fallback.a);
+}
+
 // Formats without physical materials give colours as a screen shows them.
 lumo::Color linearFrom(const aiColor4D& color)
 {
@@ -61,43 +80,49 @@ float angleFrom(float radians, ConeAngles cones)
 
 } // namespace
 
-std::string nameFrom(const aiString& name, const char* fallback)
+QByteArray nameFrom(const aiString& name, const char* fallback)
 {
     const QString text =
         QString::fromUtf8(name.data, static_cast<int>(std::min<ai_uint32>(name.length, MAXLEN)));
-    return text.isEmpty() ? std::string(fallback) : text.toStdString();
+    return text.isEmpty() ? QByteArray(fallback) : text.toUtf8();
+}
+
+bool isFinite(const aiMatrix4x4& matrix)
+{
+    const float* entries = &matrix.a1;
+    return std::all_of(entries, entries + 16, [](float entry) { return std::isfinite(entry); });
 }
 
 QMatrix4x4 matrixFrom(const aiMatrix4x4& matrix)
 {
-    const float* entries = &matrix.a1;
-    const bool isFinite =
-        std::all_of(entries, entries + 16, [](float entry) { return std::isfinite(entry); });
-    return isFinite ? QMatrix4x4(entries) : QMatrix4x4();
+    return isFinite(matrix) ? QMatrix4x4(&matrix.a1) : QMatrix4x4();
 }
 
-MeshAssetPtr meshFrom(const aiMesh& mesh)
+MeshArrays arraysFrom(const aiMesh& mesh)
 {
-    if (mesh.mNumVertices == 0 || !mesh.HasPositions())
-        return nullptr;
-    const auto vectors = [&mesh](const aiVector3D* source) {
-        std::vector<QVector3D> result;
-        result.reserve(mesh.mNumVertices);
-        std::transform(source, source + mesh.mNumVertices, std::back_inserter(result), vectorFrom);
-        return result;
-    };
-    std::vector<quint32> indices;
-    indices.reserve(std::size_t(mesh.mNumFaces) * 3);
+    MeshArrays arrays;
+    arrays.positions.reserve(mesh.mNumVertices);
+    arrays.normals.reserve(mesh.mNumVertices);
+    std::vector<bool> isBad(mesh.mNumVertices);
+    for (unsigned i = 0; i < mesh.mNumVertices; ++i) {
+        const QVector3D position = vectorFrom(mesh.mVertices[i]);
+        const QVector3D normal = mesh.HasNormals() ? vectorFrom(mesh.mNormals[i]) : QVector3D();
+        isBad[i] = !isFinite(position);
+        arrays.badVertices += isBad[i] ? 1 : 0;
+        arrays.positions.push_back(isBad[i] ? QVector3D() : position);
+        arrays.normals.push_back(isFinite(normal) ? normal : QVector3D());
+    }
+    arrays.indices.reserve(std::size_t(mesh.mNumFaces) * 3);
     for (unsigned i = 0; i < mesh.mNumFaces; ++i) {
         const aiFace& face = mesh.mFaces[i];
-        if (face.mNumIndices == 3)
-            indices.insert(indices.end(), face.mIndices, face.mIndices + 3);
+        const unsigned* const begin = face.mIndices;
+        const unsigned* const end = begin + face.mNumIndices;
+        if (face.mNumIndices != 3)
+            ++arrays.otherFaces;
+        else if (std::none_of(begin, end, [&isBad](unsigned at) { return isBad[at]; }))
+            arrays.indices.insert(arrays.indices.end(), begin, end);
     }
-    auto asset = std::make_shared<MeshAsset>();
-    asset->geometry = std::make_shared<MeshGeometry>(
-        vectors(mesh.mVertices),
-        mesh.HasNormals() ? vectors(mesh.mNormals) : std::vector<QVector3D>(), std::move(indices));
-    return asset;
+    return arrays;
 }
 
 void readMaterial(const aiMaterial& source, MaterialComponent& material)
@@ -119,6 +144,11 @@ void readMaterial(const aiMaterial& source, MaterialComponent& material)
         // A Phong lobe of that exponent is about as wide as a microfacet lobe of this roughness.
         material.roughness = std::sqrt(std::sqrt(2 / (shininess + 2)));
     }
+    const MaterialComponent plain;
+    keepFinite(material.baseColor, plain.baseColor);
+    keepFinite(material.emissive, plain.emissive);
+    keepFinite(material.metallic, plain.metallic);
+    keepFinite(material.roughness, plain.roughness);
 }
 
 void readLight(const aiLight& source, ConeAngles cones, LightComponent& light)
@@ -134,6 +164,11 @@ void readLight(const aiLight& source, ConeAngles cones, LightComponent& light)
         light.innerAngle = angleFrom(source.mAngleInnerCone, cones);
         light.outerAngle = angleFrom(source.mAngleOuterCone, cones);
     }
+    const LightComponent plain;
+    keepFinite(light.color, plain.color);
+    keepFinite(light.intensity, plain.intensity);
+    keepFinite(light.innerAngle, plain.innerAngle);
+    keepFinite(light.outerAngle, plain.outerAngle);
 }
 
 void readCamera(const aiCamera& source, CameraComponent& camera)
@@ -143,6 +178,10 @@ void readCamera(const aiCamera& source, CameraComponent& camera)
         std::clamp(qRadiansToDegrees(source.mHorizontalFOV) / aspect, 1.0f, 179.0f);
     camera.nearPlane = source.mClipPlaneNear;
     camera.farPlane = source.mClipPlaneFar;
+    const CameraComponent plain;
+    keepFinite(camera.fieldOfView, plain.fieldOfView);
+    keepFinite(camera.nearPlane, plain.nearPlane);
+    keepFinite(camera.farPlane, plain.farPlane);
 }
 
 QMatrix4x4 placeOf(const aiLight& light)

@@ -2,7 +2,10 @@
 
 #include <editor/document/components.h>
 
+#include <QByteArray>
 #include <QMatrix4x4>
+
+#include <vector>
 
 struct aiCamera;
 struct aiLight;
@@ -21,14 +24,29 @@ enum class ConeAngles
     Whole,
 };
 
-// Single values of an imported scene as ours.
+/// What of a mesh can be shown.
+struct MeshArrays
+{
+    std::vector<QVector3D> positions;
+    /// One a position; zero where the mesh has none.
+    std::vector<QVector3D> normals;
+    /// Three a triangle.
+    std::vector<quint32> indices;
+    /// Vertices that are not finite; triangles that touch them are left out.
+    int badVertices = 0;
+    /// Faces that are points or lines.
+    int otherFaces = 0;
+};
 
-/// Valid UTF-8; `fallback` when there is none.
-std::string nameFrom(const aiString& name, const char* fallback);
+// Single values of an imported scene as ours. What is not finite keeps its default.
+
+/// UTF-8; `fallback` when there is none.
+QByteArray nameFrom(const aiString& name, const char* fallback);
+/// False when an entry is not finite.
+bool isFinite(const aiMatrix4x4& matrix);
 /// The identity when an entry is not finite.
 QMatrix4x4 matrixFrom(const aiMatrix4x4& matrix);
-/// Null when a mesh has no vertices. Points and lines are left out.
-MeshAssetPtr meshFrom(const aiMesh& mesh);
+MeshArrays arraysFrom(const aiMesh& mesh);
 void readMaterial(const aiMaterial& source, MaterialComponent& material);
 void readLight(const aiLight& source, ConeAngles cones, LightComponent& light);
 void readCamera(const aiCamera& source, CameraComponent& camera);

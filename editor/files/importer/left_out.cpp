@@ -1,0 +1,73 @@
+#include "left_out.h"
+
+#include <QCoreApplication>
+
+#include <assimp/material.h>
+#include <assimp/mesh.h>
+#include <assimp/scene.h>
+
+#include <algorithm>
+#include <set>
+#include <string>
+
+namespace editor {
+
+namespace {
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("editor::SceneImport", text);
+}
+
+int countTextures(const aiScene& scene)
+{
+    std::set<std::string> paths;
+    for (unsigned i = 0; i < scene.mNumMaterials; ++i) {
+        const aiMaterial& material = *scene.mMaterials[i];
+        for (unsigned at = 0; at < material.mNumProperties; ++at) {
+            const aiMaterialProperty& property = *material.mProperties[at];
+            aiString path;
+            if (property.mKey == aiString(_AI_MATKEY_TEXTURE_BASE) &&
+                material.Get(_AI_MATKEY_TEXTURE_BASE, property.mSemantic, property.mIndex, path) ==
+                    aiReturn_SUCCESS)
+                paths.insert(path.C_Str());
+        }
+    }
+    return static_cast<int>(paths.size());
+}
+
+template <typename Has>
+int countMeshes(const aiScene& scene, Has has)
+{
+    return static_cast<int>(
+        std::count_if(scene.mMeshes, scene.mMeshes + scene.mNumMeshes,
+                      [&has](const aiMesh* mesh) { return mesh && has(*mesh); }));
+}
+
+} // namespace
+
+QStringList leftOut(const aiScene& scene)
+{
+    const std::pair<QString, int> figures[] = {
+        {tr("animations"), static_cast<int>(scene.mNumAnimations)},
+        {tr("textures"), countTextures(scene)},
+        {tr("embedded images"), static_cast<int>(scene.mNumTextures)},
+        {tr("meshes with bones"), countMeshes(scene, [](auto& mesh) { return mesh.HasBones(); })},
+        {tr("meshes with morph targets"),
+         countMeshes(scene, [](auto& mesh) { return mesh.mNumAnimMeshes > 0; })},
+        {tr("meshes with texture coordinates"),
+         countMeshes(scene, [](auto& mesh) { return mesh.HasTextureCoords(0); })},
+        {tr("meshes with vertex colours"),
+         countMeshes(scene, [](auto& mesh) { return mesh.HasVertexColors(0); })},
+    };
+    QStringList parts;
+    for (const auto& [what, count] : figures) {
+        if (count > 0)
+            parts.append(QStringLiteral("%1 (%2)").arg(what).arg(count));
+    }
+    if (parts.isEmpty())
+        return {};
+    return {tr("not imported are %1").arg(parts.join(QStringLiteral(", ")))};
+}
+
+} // namespace editor
