@@ -45,6 +45,7 @@ ApplicationWindow {
         function onFailed(path, reason) {
             messageDialog.show(qsTr("The file cannot be opened"), reason);
         }
+        function onIncomplete(path, notes) { statusBar.show(notes.join("; ")); }
         function onLoaded(path) {
             if (!session.recovery.offering)
                 viewport.forceActiveFocus();
