@@ -3,19 +3,83 @@
 #include <editor/files/scene_import.h>
 #include <editor/files/scene_loader.h>
 
+#include <QDataStream>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QtEndian>
 
 #include <gmock/gmock.h>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
 
 namespace {
 
 using namespace editor;
 using namespace test;
 using testing::HasSubstr;
+
+QByteArray gltfWithNodes(const QByteArray& nodes)
+{
+    return R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],"nodes":[)" + nodes +
+           "]}";
+}
+
+/// A triangle, of a buffer in another file.
+QByteArray gltfWithBuffer(const QByteArray& uri)
+{
+    return R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],"nodes":[{"mesh":0}],)"
+           R"("meshes":[{"primitives":[{"attributes":{"POSITION":0}}]}],"accessors":[{"count":3,)"
+           R"("bufferView":0,"componentType":5126,"type":"VEC3"}],"bufferViews":[{"buffer":0,)"
+           R"("byteLength":36}],"buffers":[{"byteLength":36,"uri":")" +
+           uri + R"("}]})";
+}
+
+QByteArray glbWith(quint32 jsonLength, const QByteArray& json)
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setByteOrder(QDataStream::LittleEndian);
+    stream << quint32(0x46546C67) << quint32(2) << quint32(20 + json.size()) << jsonLength
+           << quint32(0x4E4F534A);
+    return bytes + json;
+}
+
+QByteArray doublingCollada(int levels)
+{
+    QByteArray nodes = "<node id='n0'/>";
+    for (int i = 1; i <= levels; ++i) {
+        const QByteArray below = "<instance_node url='#n" + QByteArray::number(i - 1) + "'/>";
+        nodes += "<node id='n" + QByteArray::number(i) + "'>" + below + below + "</node>";
+    }
+    return "<COLLADA xmlns='http://www.collada.org/2005/11/COLLADASchema' version='1.4.1'>"
+           "<library_nodes>" +
+           nodes +
+           "</library_nodes><library_visual_scenes><visual_scene id='s'><instance_node url='#n" +
+           QByteArray::number(levels) +
+           "'/></visual_scene></library_visual_scenes>"
+           "<scene><instance_visual_scene url='#s'/></scene></COLLADA>";
+}
+
+/// Zeros as a geometry has them, with the size that they are said to unpack to.
+QByteArray packed(int size, int promised = 0)
+{
+    QByteArray bytes = qCompress(QByteArray(size, '\0'));
+    if (promised > 0)
+        qToBigEndian(promised, bytes.data());
+    return bytes.toBase64();
+}
+
+QByteArray kyrsceneWith(const QByteArrayList& geometries)
+{
+    return "<kyrscene><geometry id='1'>" + geometries.join("</geometry><geometry id='2'>") +
+           "</geometry><scene/></kyrscene>";
+}
 
 struct Figures
 {
@@ -112,6 +176,64 @@ INSTANTIATE_TEST_SUITE_P(
         ModelFile{"glTF2/textureTransform/UV.png", {}, "\".png\" is no known scene format"},
         ModelFile{"glTF2", {}, "it is a folder"}));
 
+TEST(SceneImport, mendsWhatItCanAndSaysSo)
+{
+    const struct
+    {
+        const char* name;
+        QByteArray content;
+        const char* note;
+    } rows[] = {
+        {"a.gltf", gltfWithNodes(R"({"name":"Far","translation":[1e300,0,0]})"), "node 0 \"Far\""},
+        {"a.gltf", gltfWithNodes(R"({"extras":{"a":1}})"), "extras are not imported: 1"},
+        {"a.kyrscene",
+         "<kyrscene><scene><object kind='group' name='G'><transform position='inf 0 0'"
+         "/></object></scene></kyrscene>",
+         "object \"G\": \"inf 0 0\""},
+        {"a.kyrscene", "<kyrscene><scene><object kind='group' name='a\xff'/></scene></kyrscene>",
+         "no valid UTF-8"},
+    };
+    QTemporaryDir folder;
+    for (const auto& [name, content, note] : rows) {
+        QFile file(folder.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        file.close();
+        const SceneImport import = importScene(file.fileName());
+        ASSERT_TRUE(import.root) << import.error.toStdString();
+        EXPECT_THAT(import.notes.join("|").toStdString(), HasSubstr(note));
+        ASSERT_EQ(import.root->children().size(), 1u);
+        EXPECT_EQ(import.root->children()[0]->transform()->position, lumo::Vector3());
+    }
+}
+
+TEST(SceneImport, glTFNodesShareLightsCamerasAndNames)
+{
+    QTemporaryDir folder;
+    QFile file(folder.filePath("a.gltf"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(R"({"asset":{"version":"2.0"},"scenes":[{"nodes":[0]}],"scene":0,"nodes":[
+        {"name":"World","children":[1,2,3,4]},
+        {"name":"Lamp","extensions":{"KHR_lights_punctual":{"light":0}}},
+        {"name":"Lamp","extensions":{"KHR_lights_punctual":{"light":0}},"camera":0},
+        {"name":"Lamp","camera":0,"scale":[1,1,1.009]},{"name":""}],
+        "cameras":[{"name":"Eye","type":"perspective","perspective":{"yfov":0.5,"znear":0.25}}],
+        "extensions":{"KHR_lights_punctual":{"lights":[
+        {"type":"point","color":[0.5,0.25,0.125],"intensity":3,"range":7}]}}})");
+    file.close();
+    const SceneImport import = importScene(file.fileName());
+    ASSERT_TRUE(import.root) << import.error.toStdString();
+    EXPECT_EQ(shapeOf(*import.root), "group World\n  light Lamp\n  light Lamp\n    camera Eye\n"
+                                     "  camera Lamp\n  group ");
+    const auto& objects = import.root->children()[0]->children();
+    for (int i : {0, 1}) {
+        EXPECT_EQ(objects[std::size_t(i)]->light()->range, 7);
+        EXPECT_EQ(objects[std::size_t(i)]->light()->color, (lumo::Color{0.5f, 0.25f, 0.125f, 1}));
+    }
+    EXPECT_EQ(objects[2]->camera()->nearPlane, 0.25f);
+    EXPECT_EQ(objects[2]->transform()->scale.z, 1.009f);
+}
+
 TEST(SceneImport, namesAMissingFile)
 {
     const SceneImport import = importScene(QStringLiteral("/nowhere/a.glb"));
@@ -119,49 +241,100 @@ TEST(SceneImport, namesAMissingFile)
               QStringLiteral("Cannot open \"/nowhere/a.glb\": the file does not exist."));
 }
 
-struct BadText
+struct BadFile
 {
-    const char* text;
+    const char* name;
+    QByteArray content;
     const char* reason;
 };
 
-void PrintTo(const BadText& bad, std::ostream* stream)
+void PrintTo(const BadFile& bad, std::ostream* stream)
 {
-    *stream << bad.text;
+    *stream << bad.name << ": " << bad.content.left(80).toStdString();
 }
 
-struct BadKyrsceneTest : testing::TestWithParam<BadText>
-{};
-
-TEST_P(BadKyrsceneTest, isRefusedWithItsReason)
+struct BadFileTest : testing::TestWithParam<BadFile>
 {
+    QString path(const char* name) const { return folder.filePath(QString::fromLatin1(name)); }
+
+    void write(const char* name, const QByteArray& content) const
+    {
+        QFile file(path(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
     QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("bad.kyrscene"));
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(GetParam().text);
-    file.close();
-    const SceneImport import = importScene(path);
+};
+
+TEST_P(BadFileTest, isRefusedInSecondsWithItsReason)
+{
+    // What some of them ask for.
+    ASSERT_EQ(mkfifo(path("pipe").toLocal8Bit().constData(), 0600), 0);
+    ASSERT_TRUE(QFile::link("/etc/hostname", path("link")));
+    if (!GetParam().content.isNull())
+        write(GetParam().name, GetParam().content);
+    else
+        ASSERT_EQ(mkfifo(path(GetParam().name).toLocal8Bit().constData(), 0600), 0);
+    QElapsedTimer timer;
+    timer.start();
+    const SceneImport import = importScene(path(GetParam().name));
     EXPECT_FALSE(import.root);
     EXPECT_THAT(import.error.toStdString(), HasSubstr(GetParam().reason));
+    EXPECT_LT(timer.elapsed(), 30000);
+    rusage importers{};
+    getrusage(RUSAGE_CHILDREN, &importers);
+    EXPECT_LT(importers.ru_maxrss, 1800 << 10) << "kilobytes";
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Texts, BadKyrsceneTest,
+    OwnFormat, BadFileTest,
     testing::Values(
-        BadText{"<kyrscene>\n<scene>\n</kyrscene>", "line 3"},
-        BadText{"hello", "No document element"},
-        BadText{"<other><scene/></other>", "no scene file"},
-        BadText{"<kyrscene version='2'><scene/></kyrscene>", "newer version"},
-        BadText{"<kyrscene><scene><object kind='scene'/></scene></kyrscene>", "no kind"},
-        BadText{"<kyrscene><geometry id='1'>AAAA</geometry><scene/></kyrscene>", "damaged"},
-        BadText{"<kyrscene><geometry id='1'>/////3icAAAA</geometry><scene/></kyrscene>", "damaged"},
-        BadText{"<kyrscene><scene><object kind='mesh'><mesh source='egg 1'/></object></scene>"
-                "</kyrscene>",
+        BadFile{"a.kyrscene", "<kyrscene>\n<scene>\n</kyrscene>", "line 3"},
+        BadFile{"a.kyrscene", "hello", "No document element"},
+        BadFile{"a.kyrscene", "<other><scene/></other>", "no scene file"},
+        BadFile{"a.kyrscene", "<kyrscene version='2'><scene/></kyrscene>", "newer version"},
+        BadFile{"a.kyrscene", "<kyrscene><scene><object kind='scene'/></scene></kyrscene>",
+                "no kind"},
+        BadFile{"a.kyrscene", kyrsceneWith({"AAAA"}), "damaged"},
+        BadFile{"a.kyrscene", kyrsceneWith({"/////3icAAAA"}), "damaged"},
+        BadFile{"a.kyrscene", kyrsceneWith({packed(1 << 20, 100)}), "damaged"},
+        BadFile{"a.kyrscene",
+                kyrsceneWith({packed(100 << 20), packed(100 << 20), packed(100 << 20)}),
+                "unpack to 300 MB"},
+        BadFile{"a.kyrscene",
+                "<kyrscene><scene><object kind='mesh'><mesh source='egg 1'/></object>"
+                "</scene></kyrscene>",
                 "no shape"},
-        BadText{"<kyrscene><scene><object kind='mesh'><mesh geometry='1'/></object></scene>"
-                "</kyrscene>",
-                "is missing"}));
+        BadFile{"a.kyrscene",
+                "<kyrscene><scene><object kind='mesh'><mesh geometry='1'/></object>"
+                "</scene></kyrscene>",
+                "is missing"},
+        BadFile{"a.kyrscene", {}, "no regular file"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Foreign, BadFileTest,
+    testing::Values(
+        BadFile{"a.glb", glbWith(0xfffffff0, "{}"), "promises 4294967280 bytes"},
+        BadFile{"a.glb", "glTF and no more", "ends within its header"},
+        BadFile{"a.gltf", gltfWithNodes(R"({"children":[1,1]},{"children":[2,2]},{})"),
+                "more than once"},
+        BadFile{"a.gltf", gltfWithNodes(R"({"children":[1]},{"name":"x","children":[0]})"),
+                "node 0 is below itself"},
+        BadFile{"a.gltf", gltfWithNodes(R"({"name":"x","children":[7]})"),
+                "node 0 \"x\" has a child"},
+        BadFile{"a.gltf", gltfWithNodes("{\n\"scale\":[NaN,1,1]}"), "line 2, column 10"},
+        BadFile{"a.gltf", gltfWithNodes("{\n\"name\":\"ab\xff\"}"),
+                "line 2, column 11: this is no"},
+        BadFile{"a.gltf", gltfWithBuffer("pipe"), "\"pipe\" is no regular file"},
+        BadFile{"a.gltf", gltfWithBuffer("link"), "\"link\" is neither beside nor below"},
+        BadFile{"a.gltf", gltfWithBuffer("../../../../../../etc/passwd"),
+                "neither beside nor below"},
+        BadFile{"a.gltf", gltfWithBuffer("/etc/passwd"), "etc/passwd"},
+        BadFile{"a.gltf", gltfWithBuffer("http://nowhere/x.bin"), "is an address"},
+        // Each level has the one below it twice.
+        BadFile{"a.dae", doublingCollada(40), "more memory than an import may take"},
+        BadFile{"a.fbx", {}, "no regular file"}));
 
 TEST(SceneImport, readsAndReleasesTreesOfAnyDepth)
 {
@@ -243,14 +416,24 @@ TEST_F(SceneLoaderTest, canceledAndFailedLoadsAreToldOnce)
     EXPECT_EQ(loaded.count(), 0);
 }
 
-TEST_F(SceneLoaderTest, canBeDestroyedWhileItLoads)
+TEST_F(SceneLoaderTest, canBeDestroyedWhileItLoadsAndLeavesNoImporter)
 {
+    QTemporaryDir folder;
+    QFile endless(folder.filePath("a.dae"));
+    ASSERT_TRUE(endless.open(QIODevice::WriteOnly));
+    endless.write(doublingCollada(40));
+    endless.close();
     auto other = std::make_unique<SceneLoader>();
     QSignalSpy any(other.get(), &SceneLoader::loaded);
-    other->load(engine);
+    other->load(endless.fileName());
+    QTest::qWait(150);
+    QElapsedTimer timer;
+    timer.start();
     other.reset();
-    QTest::qWait(50);
+    EXPECT_LT(timer.elapsed(), 700);
+    QTest::qWait(100);
     EXPECT_EQ(any.count(), 0);
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "an importer is still running";
 }
 
 TEST(BundledScene, hasEverythingAStreetNeeds)
