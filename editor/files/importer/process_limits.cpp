@@ -27,7 +27,7 @@ constexpr qint64 mebibyte = 1 << 20;
 constexpr qint64 stackBytes = 512 * mebibyte;
 constexpr qint64 baseMemory = stackBytes + 1024 * mebibyte;
 constexpr qint64 memoryPerByte = 48;
-constexpr qint64 baseSeconds = 15;
+constexpr qint64 baseSeconds = 6;
 constexpr qint64 bytesPerSecond = mebibyte / 2;
 constexpr qint64 mostSeconds = 3600;
 
