@@ -18,6 +18,7 @@
 #include <assimp/scene.h>
 
 #include <algorithm>
+#include <vector>
 
 namespace editor {
 
@@ -92,13 +93,14 @@ void configure(Assimp::Importer& importer)
 }
 
 /// Triangles with normals; null when that fails.
-const aiScene* process(Assimp::Importer& importer, Handler& handler)
+const aiScene* process(Assimp::Importer& importer, Handler& handler, bool keepsVertices)
 {
     // In stages, which is as finely as the library tells its progress here.
-    const unsigned stages[] = {aiProcess_RemoveComponent | aiProcess_Triangulate |
-                                   aiProcess_GenSmoothNormals,
-                               aiProcess_JoinIdenticalVertices};
-    const auto length = processShare / static_cast<double>(std::size(stages));
+    std::vector<unsigned> stages{aiProcess_RemoveComponent | aiProcess_Triangulate |
+                                 aiProcess_GenSmoothNormals};
+    if (!keepsVertices)
+        stages.push_back(aiProcess_JoinIdenticalVertices);
+    const auto length = processShare / static_cast<double>(stages.size());
     double done = readShare;
     const aiScene* scene = importer.GetScene();
     for (const unsigned stage : stages) {
@@ -140,7 +142,8 @@ void importWithAssimp(const QString& path, SceneStreamWriter& writer)
         return;
     }
     const QStringList notes = folder->refusals() + leftOut(*scene) + gltf.notes;
-    scene = process(importer, *handler);
+    // Where vertices are shared by the format itself, their number is the author's.
+    scene = process(importer, *handler, isGltf(path));
     if (!scene) {
         writer.fail(reasonOf(importer, *folder));
         return;
