@@ -1,6 +1,6 @@
 // What the 3D view of a large scene costs on the GUI thread, and what a mesh costs the loader.
 
-#include <editor/viewport/item_set.h>
+#include <editor/viewport/items/item_set.h>
 
 #include <benchmark/benchmark.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <editor/document/scene_object.h>
-#include <editor/viewport/viewport_item.h>
+#include <editor/viewport/items/viewport_item.h>
 
 #include <vector>
 

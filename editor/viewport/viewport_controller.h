@@ -1,10 +1,10 @@
 #pragma once
 
-#include "fly_motion.h"
 #include "gizmo/gizmo_controller.h"
-#include "item_set.h"
-#include "orbit_camera.h"
 #include "pointer_gesture.h"
+#include <editor/viewport/camera/fly_motion.h>
+#include <editor/viewport/camera/orbit_camera.h>
+#include <editor/viewport/items/item_set.h>
 
 #include <QElapsedTimer>
 #include <QObject>

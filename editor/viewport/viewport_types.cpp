@@ -1,9 +1,9 @@
 #include "viewport_types.h"
 
-#include "render/gizmo_surface.h"
+#include "gizmo_surface.h"
 #include "render/tool_icon.h"
-#include "render/viewport_surface.h"
 #include "viewport_controller.h"
+#include "viewport_surface.h"
 
 #include <QCoreApplication>
 #include <QSurfaceFormat>

@@ -1,6 +1,6 @@
 #include "mesh_samples.h"
 
-#include <editor/viewport/item_set.h>
+#include <editor/viewport/items/item_set.h>
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <editor/viewport/viewport_item.h>
+#include <editor/viewport/items/viewport_item.h>
 
 #include <random>
 

@@ -1,4 +1,4 @@
-#include <editor/viewport/orbit_camera.h>
+#include <editor/viewport/camera/orbit_camera.h>
 
 #include <gtest/gtest.h>
 

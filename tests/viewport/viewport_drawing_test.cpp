@@ -1,6 +1,6 @@
 #include "mesh_samples.h"
 
-#include <editor/viewport/render/viewport_surface.h>
+#include <editor/viewport/viewport_surface.h>
 #include <editor/viewport/viewport_types.h>
 
 #include <QQmlEngine>

@@ -2,7 +2,7 @@
 
 #include "gizmo_types.h"
 
-#include <editor/viewport/orbit_camera.h>
+#include <editor/viewport/camera/orbit_camera.h>
 
 #include <optional>
 

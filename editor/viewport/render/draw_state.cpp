@@ -1,6 +1,6 @@
 #include "draw_state.h"
 
-#include "../item_set.h"
+#include <editor/viewport/items/item_set.h>
 
 #include <QOpenGLContext>
 #include <QOpenGLExtraFunctions>

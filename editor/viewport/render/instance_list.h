@@ -1,7 +1,7 @@
 #pragma once
 
-#include "../viewport_item.h"
 #include "instance.h"
+#include <editor/viewport/items/viewport_item.h>
 
 namespace editor {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "../viewport_controller.h"
-#include "draw_counts.h"
-#include "scene_changes.h"
+#include "viewport_controller.h"
+#include <editor/viewport/render/draw_counts.h>
+#include <editor/viewport/render/scene_changes.h>
 
 #include <QColor>
 #include <QPointer>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "draw_counts.h"
-#include "outline_pass.h"
+#include <editor/viewport/render/draw_counts.h>
+#include <editor/viewport/render/outline_pass.h>
 
 #include <QOpenGLVertexArrayObject>
 #include <QQuickFramebufferObject>

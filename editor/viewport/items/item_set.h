@@ -1,7 +1,7 @@
 #pragma once
 
-#include "orbit_camera.h"
 #include "viewport_item.h"
+#include <editor/viewport/camera/orbit_camera.h>
 
 #include <QHash>
 

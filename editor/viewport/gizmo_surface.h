@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../viewport_controller.h"
+#include "viewport_controller.h"
 
 #include <QPointer>
 #include <QQuickPaintedItem>
