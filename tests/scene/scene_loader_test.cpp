@@ -2,7 +2,11 @@
 
 #include <editor/files/scene_import.h>
 #include <editor/files/scene_loader.h>
+#include <editor/files/scene_stream_reader.h>
+#include <editor/files/scene_stream_writer.h>
+#include <reliability/mutation.h>
 
+#include <QBuffer>
 #include <QDataStream>
 #include <QDir>
 #include <QElapsedTimer>
@@ -13,6 +17,8 @@
 #include <QtEndian>
 
 #include <gmock/gmock.h>
+
+#include <cmath>
 
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -232,6 +238,42 @@ TEST(SceneImport, glTFNodesShareLightsCamerasAndNames)
     }
     EXPECT_EQ(objects[2]->camera()->nearPlane, 0.25f);
     EXPECT_EQ(objects[2]->transform()->scale.z, 1.009f);
+}
+
+TEST(SceneStream, whateverTheImporterHandsBackIsCheckedAndNeverHarms)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    SceneStreamWriter writer(buffer);
+    writer.note("a note");
+    StreamedObject object;
+    object.kind = ObjectKind::Mesh;
+    object.mesh = writer.mesh({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {{}, {}, {}}, {0, 1, 2});
+    for (object.parent = -1; object.parent < 20;)
+        object.parent = writer.object(object);
+    writer.finish();
+
+    std::mt19937 random(3);
+    int complete = 0;
+    for (int i = 0; i < 5000; ++i) {
+        QByteArray bytes = buffer.data();
+        if (i > 0)
+            mutate(bytes, random);
+        QBuffer mutated(&bytes);
+        mutated.open(QIODevice::ReadOnly);
+        SceneStreamReader reader(1 << 20);
+        const auto end = reader.read(mutated, [](double) { return true; });
+        complete += end == SceneStreamReader::End::Complete ? 1 : 0;
+        for (const SceneObject* at = reader.root().get(); !at->children().empty();) {
+            at = at->children().front().get();
+            ASSERT_TRUE(std::isfinite(at->transform()->position.x));
+            ASSERT_LE(at->mesh() ? at->mesh()->triangleCount() : 0, 1);
+        }
+        ASSERT_TRUE(i > 0 ||
+                    (end == SceneStreamReader::End::Complete && reader.notes().size() == 1));
+    }
+    EXPECT_GT(complete, 10);
+    EXPECT_LT(complete, 4000);
 }
 
 TEST(SceneImport, namesAMissingFile)

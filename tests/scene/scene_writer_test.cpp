@@ -16,6 +16,8 @@
 
 #include <gmock/gmock.h>
 
+#include <random>
+
 #include <cmath>
 #include <csignal>
 #include <limits>
@@ -155,6 +157,34 @@ TEST_F(SceneWriterTest, gltfKeepsNamesAndSmallTransforms)
                   (lumo::Vector3{1.009f, 1, 1}));
         EXPECT_EQ(at(document, "Wheels[2]")->transform()->rotation.y, 0.5f);
         EXPECT_EQ(at(document, "Dots")->mesh()->vertexCount(), 2);
+    }
+}
+
+TEST_F(SceneWriterTest, gltfKeepsTransformsToTheLastBit)
+{
+    std::mt19937 random(7);
+    const auto vector = [&random](float range) {
+        std::uniform_real_distribution<float> in(-range, range);
+        return lumo::Vector3{in(random), in(random) / 2, in(random)};
+    };
+    const SceneObjectPtr root = SceneObject::create(ObjectKind::Scene, "Turned");
+    for (int i = 0; i < 5000; ++i) {
+        const SceneObjectPtr group = SceneObject::create(ObjectKind::Group, "G");
+        group->transform()->position = vector(1e4f);
+        group->transform()->rotation = vector(179.9f);
+        group->transform()->scale = vector(1e-2f);
+        root->append(group);
+    }
+    ASSERT_EQ(writeScene(*root, file("turned.gltf")), QString());
+    const SceneImport import = importScene(file("turned.gltf"));
+    ASSERT_TRUE(import.root) << import.error.toStdString();
+    ASSERT_EQ(import.root->children().size(), root->children().size());
+    for (std::size_t i = 0; i < root->children().size(); ++i) {
+        const TransformComponent& was = *root->children()[i]->transform();
+        const TransformComponent& is = *import.root->children()[i]->transform();
+        EXPECT_EQ(is.position, was.position);
+        EXPECT_EQ(is.rotation, was.rotation) << i;
+        EXPECT_EQ(is.scale, was.scale);
     }
 }
 
