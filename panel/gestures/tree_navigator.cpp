@@ -127,6 +127,14 @@ void TreeNavigator::selectVisible()
         select(0, m_flat->count() - 1, Selection::ClearAndSelect);
 }
 
+void TreeNavigator::selectMatches()
+{
+    if (!selectionModel())
+        return;
+    const QScopedValueRollback<bool> guard(m_changing, true);
+    selectionModel()->select(m_flat->matchingSelection(), Selection::ClearAndSelect);
+}
+
 void TreeNavigator::toggle(int row, int modifiers)
 {
     if (!m_flat)

@@ -44,6 +44,8 @@ public:
     Q_INVOKABLE void clearSelection();
     /// All rows that no collapsed row hides.
     Q_INVOKABLE void selectVisible();
+    /// All rows that the filter accepts.
+    Q_INVOKABLE void selectMatches();
     /// The expand arrow; with Shift it takes the whole branch along.
     Q_INVOKABLE void toggle(int row, int modifiers);
     /// False when the key means nothing here.

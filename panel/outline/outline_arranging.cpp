@@ -136,6 +136,7 @@ void OutlineModel::Core::arrange()
         if (m_arranged)
             replace(nullptr);
         setMatchCount(-1);
+        setPartial(false);
         setWorking(false);
     }
 }
@@ -150,11 +151,15 @@ void OutlineModel::Core::workSlice()
 {
     m_touched = 0;
     const QDeadlineTimer deadline(sliceMilliseconds, Qt::PreciseTimer);
-    if (m_working)
+    if (m_fetching && !canOpen())
+        setFetching(m_mirror.model() != nullptr);
+    else if (m_fetching)
+        fetchSome(deadline);
+    else if (m_working)
         work(deadline);
     else if (m_writesBack && canOpen())
         m_writesBack = !m_mirror.writeAllBack(deadline);
-    if (!m_working && !m_writesBack)
+    if (!m_working && !m_writesBack && !m_fetching)
         m_slices.stop();
 }
 
@@ -186,6 +191,7 @@ void OutlineModel::Core::finishPass()
     if (!isShown(*next))
         replace(std::move(next));
     setMatchCount(m_rules->filters() ? pass->matchCount() : -1);
+    setPartial(pass->isPartial());
     setWorking(false);
     for (const QPersistentModelIndex& index : std::exchange(m_changedMeanwhile, {})) {
         if (index.isValid())
@@ -252,6 +258,7 @@ void OutlineModel::Core::arrangeNow()
     m_rules.emplace(pass.rules());
     m_arranged = pass.take();
     setMatchCount(m_rules->filters() ? pass.matchCount() : -1);
+    setPartial(pass.isPartial());
     setWorking(false);
 }
 

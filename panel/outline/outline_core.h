@@ -86,6 +86,12 @@ public:
     void setWorking(bool working);
     void setMatchCount(int count);
 
+    // Fetching
+    void fetchNear(int first, int last);
+    void fetchSome(const QDeadlineTimer& deadline);
+    void setFetching(bool fetching);
+    void setPartial(bool partial);
+
     // What the mirror tells
     void beginChange() override;
     void aboutToInsert(Node parent, int order, int count) override;
@@ -143,6 +149,9 @@ public:
     bool m_working = false;
     bool m_writesBack = false;
     int m_matches = -1;
+    bool m_partial = false;
+    bool m_fetching = false;
+    int m_toFetch = 0; ///< The order of the row that may fetch next.
 
     QPointer<QItemSelectionModel> m_selection;
     std::vector<std::pair<QItemSelection, bool>> m_delayedMarks;

@@ -4,6 +4,45 @@
 
 namespace kyr::panel {
 
+namespace {
+
+/// Makes one range of each run of siblings.
+class Runs
+{
+public:
+    void add(const QModelIndex& index)
+    {
+        if (!index.isValid())
+            return;
+        const QModelIndex parent = index.parent();
+        if (!m_last.isValid() || index.row() != m_last.row() + 1 || parent != m_parent) {
+            end();
+            m_first = index;
+            m_parent = parent;
+        }
+        m_last = index;
+    }
+    QItemSelection take()
+    {
+        end();
+        return m_runs;
+    }
+
+private:
+    void end()
+    {
+        if (m_first.isValid())
+            m_runs.append(QItemSelectionRange(m_first, m_last));
+    }
+
+    QItemSelection m_runs;
+    QModelIndex m_first;
+    QModelIndex m_last;
+    QModelIndex m_parent;
+};
+
+} // namespace
+
 using Node = RowTree::Node;
 
 OutlineModel::OutlineModel(QObject* parent)
@@ -96,6 +135,16 @@ int OutlineModel::selectedCount() const
 int OutlineModel::hiddenSelectedCount() const
 {
     return selectedCount() - m_core->rows().selectedCount();
+}
+
+bool OutlineModel::isPartial() const
+{
+    return m_core->m_partial;
+}
+
+bool OutlineModel::isFetching() const
+{
+    return m_core->m_fetching;
 }
 
 std::size_t OutlineModel::bytesUsed() const
@@ -268,30 +317,22 @@ void OutlineModel::visit(int first, int last,
 
 QItemSelection OutlineModel::sourceSelection(int first, int last) const
 {
-    QItemSelection selection;
-    QModelIndex runStart;
-    QModelIndex runEnd;
-    QModelIndex runParent;
-    const auto endRun = [&] {
-        if (runStart.isValid())
-            selection.append(QItemSelectionRange(runStart, runEnd));
-    };
-    visit(first, last, [&](int, const QModelIndex& index) {
-        if (!index.isValid())
-            return true;
-        const QModelIndex parent = index.parent();
-        const bool continuesRun =
-            runEnd.isValid() && index.row() == runEnd.row() + 1 && parent == runParent;
-        if (!continuesRun) {
-            endRun();
-            runStart = index;
-            runParent = parent;
-        }
-        runEnd = index;
+    Runs runs;
+    visit(first, last, [&runs](int, const QModelIndex& index) {
+        runs.add(index);
         return true;
     });
-    endRun();
-    return selection;
+    return runs.take();
+}
+
+QItemSelection OutlineModel::matchingSelection() const
+{
+    Runs runs;
+    for (const Node shown : m_core->rows().allRows()) {
+        if (m_core->matches(shown))
+            runs.add(m_core->m_mirror.indexOf(m_core->sceneNode(shown)));
+    }
+    return runs.take();
 }
 
 } // namespace kyr::panel

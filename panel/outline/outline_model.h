@@ -59,6 +59,9 @@ class KYR_SCENE_OUTLINE_PANEL_EXPORT OutlineModel : public QAbstractListModel
     /// Selected rows, and how many of them a filter hides.
     Q_PROPERTY(int selectedCount READ selectedCount NOTIFY selectedCountChanged)
     Q_PROPERTY(int hiddenSelectedCount READ hiddenSelectedCount NOTIFY selectedCountChanged)
+    /// Whether the arrangement leaves out rows that the scene has not fetched yet.
+    Q_PROPERTY(bool partial READ isPartial NOTIFY partialChanged)
+    Q_PROPERTY(bool fetching READ isFetching NOTIFY partialChanged)
 
 public:
     /// Out of the way of the scene's own roles; a scene role of the same name is hidden.
@@ -105,6 +108,13 @@ public:
     int matchCount() const;
     int selectedCount() const;
     int hiddenSelectedCount() const;
+    bool isPartial() const;
+    bool isFetching() const;
+    /// Lets the scene fetch all that it can, in slices, until there is no more or it is stopped.
+    Q_INVOKABLE void fetchAll();
+    Q_INVOKABLE void stopFetching();
+    /// These rows are in view: the scene fetches more below those that end near them.
+    Q_INVOKABLE void showing(int first, int last);
     /// Works off at once what waits for the event loop.
     Q_INVOKABLE void finish();
     /// Does one slice of it.
@@ -150,6 +160,8 @@ public:
     /// Rows `first` to `last` of the list as ranges of the scene, one for each run of siblings,
     /// from top to bottom.
     QItemSelection sourceSelection(int first, int last) const;
+    /// The same of all rows that a filter accepts, below closed ones too.
+    QItemSelection matchingSelection() const;
     /// Calls `visitor(row, index)` with the scene's index from row `first` to `last` until it
     /// returns false; groups have none. The visitor may not change the list.
     void visit(int first, int last,
@@ -169,6 +181,7 @@ Q_SIGNALS:
     void rearranged();
     void matchCountChanged();
     void selectedCountChanged();
+    void partialChanged();
 
 private:
     Q_INVOKABLE void filter();

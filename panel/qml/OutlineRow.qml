@@ -29,6 +29,11 @@ Item {
     readonly property bool marked: hovered || model.hoverRole === true
     readonly property var cells: model.cells === undefined ? [] : model.cells
     readonly property var buttons: model.rowButtonsModel === undefined ? [] : model.rowButtonsModel
+    // Rows that this one hides, being closed.
+    readonly property int hiddenSelected: model.hiddenSelected || 0
+    readonly property bool hidesHovered: model.hiddenHovered === true
+    readonly property string hiddenText: hiddenSelected === 0 ? ""
+        : hiddenSelected === 1 ? qsTr("1 selected below") : qsTr("%1 selected below").arg(hiddenSelected)
     readonly property bool elided: label.truncated
     readonly property alias nameItem: label
     // Deep rows keep room for a name.
@@ -62,6 +67,7 @@ Item {
     Accessible.description: (type === "" ? "" : type + ", ") + qsTr("level %1").arg(depth + 1)
         + (!row.expandable ? "" : row.expanded ? qsTr(", expanded") : qsTr(", collapsed"))
         + (row.selected ? qsTr(", selected") : "")
+        + (row.hiddenSelected > 0 ? ", " + row.hiddenText : "")
     Accessible.selectable: true
     Accessible.selected: selected
     Accessible.focusable: true
@@ -100,6 +106,17 @@ Item {
         name: "arrow"
         rotation: row.expanded ? 90 : 0
         color: row.hovered ? row.style.text : row.style.dimText
+    }
+    Rectangle {
+        objectName: "hidden_mark"
+        anchors.verticalCenter: parent.verticalCenter
+        x: arrow.x - width
+        visible: row.hiddenSelected > 0 || row.hidesHovered
+        width: 4
+        height: parent.height - 8
+        radius: 2
+        color: row.hiddenSelected > 0 ? row.style.focus : "transparent"
+        border.color: row.hidesHovered ? row.style.text : row.style.focus
     }
     PanelIcon {
         id: icon

@@ -55,6 +55,13 @@ FocusScope {
         list.contentY = list.originY
             + Math.round(Math.max(0, Math.min(last, list.contentY - list.originY + pixels)));
     }
+    // The scene may have more rows than it has given so far.
+    function tellShown() {
+        if (list.height <= 0)
+            return;
+        const first = Math.floor((list.contentY - list.originY) / style.rowHeight);
+        flatModel.showing(first, first + Math.ceil(list.height / style.rowHeight));
+    }
     function rowAt(y) {
         return list.indexAt(1, y + list.contentY);
     }
@@ -81,7 +88,10 @@ FocusScope {
         cellRoles: tree.columns.valueRoles
         sortRole: tree.columns.sortRole
         sortDescending: tree.columns.sortDescending
-        onCountChanged: Qt.callLater(pointer.refreshHover)
+        onCountChanged: {
+            Qt.callLater(pointer.refreshHover);
+            Qt.callLater(tree.tellShown);
+        }
         onSourceModelChanged: tree.readColumns()
         onModelAboutToBeReset: anchor.take()
         onModelReset: {
@@ -194,7 +204,11 @@ FocusScope {
         keyNavigationEnabled: false
         highlightFollowsCurrentItem: false
         currentIndex: -1
-        onContentYChanged: Qt.callLater(pointer.updateHover)
+        onContentYChanged: {
+            Qt.callLater(pointer.updateHover);
+            Qt.callLater(tree.tellShown);
+        }
+        onHeightChanged: Qt.callLater(tree.tellShown)
 
         Accessible.role: Accessible.Tree
         Accessible.name: qsTr("Scene")

@@ -108,11 +108,18 @@ MouseArea {
 
         style: pointer.tree.style
 
+        // A click acts on all selected rows.
+        function hiddenOnes(row) {
+            const model = pointer.tree.flatModel;
+            return !row.selected || model.hiddenSelectedCount === 0 ? ""
+                : qsTr("\nFor %1 selected objects, %2 of them hidden by the filter")
+                      .arg(model.selectedCount).arg(model.hiddenSelectedCount);
+        }
         function follow() {
             const row = pointer.tree.itemAtRow(pointer.hoveredRow);
             const button = row ? row.hoveredButton : -1;
-            const wanted = !row ? "" : button >= 0 ? row.buttons[button].toolTip
-                                                   : row.elided ? row.name : "";
+            const wanted = !row ? "" : button >= 0 ? row.buttons[button].toolTip + hiddenOnes(row)
+                         : row.hiddenText !== "" ? row.hiddenText : row.elided ? row.name : "";
             x = Math.min(pointer.mouseX + 12, pointer.tree.width - width - 4);
             y = row ? row.mapToItem(pointer, 0, row.height).y + 2 : 0;
             if (!wanted)

@@ -7,7 +7,7 @@ import Kyr.SceneOutline 1.0
 //
 //     SceneBrowserPanel {
 //         browser: sceneBrowser   // a SceneBrowserData
-//         alwaysReveal: true
+//         settingsName: "outline"
 //     }
 //
 // Keys: arrows, Home, End, Page Up and Down with Shift and Ctrl; Left and Right close and open, with
@@ -23,7 +23,7 @@ FocusScope {
     property QtObject model: browser ? browser.model : null
     property QtObject selectionModel: browser ? browser.selectionModel : ownSelection
     // Scrolls to what is selected elsewhere, as F does on demand.
-    property bool alwaysReveal: false
+    property bool alwaysReveal: true
     property PanelStyle style: PanelStyle {}
     property string emptyText: qsTr("No scene")
     // Where widths and sorting of the columns are kept in the application's settings.
@@ -52,6 +52,10 @@ FocusScope {
         const primary = tree.navigator.primaryIndex();
         if (primary.valid)
             revealIndex(primary);
+    }
+    // What the filter shows and found.
+    function selectMatches() {
+        tree.navigator.selectMatches();
     }
     function focusFilter() {
         filterBar.focusField();
@@ -175,6 +179,14 @@ FocusScope {
         canChoose: rowLayout.canChoose
         onChooserRequested: panel.browser.showColumnsDialog()
     }
+    TreeNotice {
+        id: notice
+
+        objectName: "tree_notice"
+        anchors { left: parent.left; right: parent.right; top: header.bottom }
+        style: panel.style
+        flatModel: tree.flatModel
+    }
     OutlineTree {
         id: tree
 
@@ -182,7 +194,7 @@ FocusScope {
         anchors {
             left: parent.left
             right: parent.right
-            top: header.bottom
+            top: notice.bottom
             bottom: footerSlot.top
         }
         focus: true
@@ -215,7 +227,9 @@ FocusScope {
             panel.activated(sourceIndex);
         }
         onSelectAllRequested: {
-            if (panel.browser)
+            if (tree.flatModel.matchCount >= 0)
+                panel.selectMatches();
+            else if (panel.browser)
                 panel.browser.selectAll();
             else
                 tree.navigator.selectVisible();
