@@ -5,6 +5,8 @@
 #include <editor/document/scene_commands.h>
 #include <kyr_scene_outline/scene_browser_data.h>
 
+#include <utility>
+
 namespace editor {
 
 namespace {
@@ -61,14 +63,29 @@ void EditCommands::selectNone()
     setAssetSelection(m_selection, {});
 }
 
+void EditCommands::ask(const QString& command, const std::function<void()>& action)
+{
+    m_waiting = action;
+    if (m_hiddenCount > 0)
+        Q_EMIT hiddenConcerned(command, m_hiddenCount);
+    else
+        proceed();
+}
+
+void EditCommands::proceed()
+{
+    if (const std::function<void()> action = std::exchange(m_waiting, nullptr))
+        action();
+}
+
 void EditCommands::removeSelected()
 {
-    editor::removeSelected(m_document, m_selection);
+    ask(tr("Delete"), [this] { editor::removeSelected(m_document, m_selection); });
 }
 
 void EditCommands::duplicateSelected()
 {
-    editor::duplicateSelected(m_document, m_selection);
+    ask(tr("Duplicate"), [this] { editor::duplicateSelected(m_document, m_selection); });
 }
 
 void EditCommands::copyProperties()
@@ -90,6 +107,11 @@ void EditCommands::copyProperties()
 }
 
 void EditCommands::pasteProperties()
+{
+    ask(tr("Paste Properties"), [this] { pasteOntoSelected(); });
+}
+
+void EditCommands::pasteOntoSelected()
 {
     if (m_task.isRunning())
         return;

@@ -7,6 +7,8 @@
 
 class SceneBrowserData;
 
+#include <functional>
+
 namespace editor {
 
 /// The Edit menu's commands on the selection, one undo step each. Copying and pasting properties
@@ -14,6 +16,8 @@ namespace editor {
 class EditCommands final : public QObject
 {
     Q_OBJECT
+    /// How many of the selected objects a filter hides.
+    Q_PROPERTY(int hiddenCount MEMBER m_hiddenCount NOTIFY hiddenCountChanged)
 
 public:
     /// All must outlive it.
@@ -27,6 +31,8 @@ public:
     Q_INVOKABLE void selectChildren();
     Q_INVOKABLE void selectNone();
     Q_INVOKABLE void removeSelected();
+    /// Goes on with the command that `hiddenConcerned` told of.
+    Q_INVOKABLE void proceed();
     Q_INVOKABLE void duplicateSelected();
     Q_INVOKABLE void copyProperties();
     Q_INVOKABLE void pasteProperties();
@@ -34,8 +40,16 @@ public:
 Q_SIGNALS:
     /// What a command did, for the status line.
     void reported(const QString& text);
+    void hiddenCountChanged();
+    /// A command waits for `proceed`, because it would act on objects that the tree hides.
+    void hiddenConcerned(const QString& command, int hidden);
 
 private:
+    void pasteOntoSelected();
+    void ask(const QString& command, const std::function<void()>& action);
+
+    int m_hiddenCount = 0;
+    std::function<void()> m_waiting;
     SceneDocument& m_document;
     IAssetSelection& m_selection;
     SceneBrowserData& m_browser;

@@ -204,9 +204,11 @@ void OutlineModel::Core::wishesToOpen(Node node)
 
 void OutlineModel::Core::childrenChanged(const QModelIndex& parent)
 {
-    if (parent.isValid())
-        rowChanged(shownNode(m_mirror.nodeOf(parent)),
-                   {HasChildrenRole, HiddenSelectedRole, HiddenHoveredRole});
+    const Node shown = shownNode(m_mirror.nodeOf(parent));
+    const int row = shown == RowTree::none ? -1 : rows().nearestRow(shown);
+    if (row >= 0 && row < count())
+        Q_EMIT q.dataChanged(q.index(row), q.index(row),
+                             {HasChildrenRole, HiddenSelectedRole, HiddenHoveredRole});
 }
 
 void OutlineModel::Core::dataChanged(const QModelIndex& first, const QModelIndex& last,

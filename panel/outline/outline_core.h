@@ -87,6 +87,8 @@ public:
     void setMatchCount(int count);
 
     // Fetching
+    /// What is filtered or listed flat tells by `partial` that there may be more.
+    bool fetches() const { return canOpen() && followsScene() && !m_working; }
     void fetchNear(int first, int last);
     void fetchSome(const QDeadlineTimer& deadline);
     void setFetching(bool fetching);

@@ -31,8 +31,7 @@ void OutlineModel::stopFetching()
 
 void OutlineModel::Core::fetchNear(int first, int last)
 {
-    // What is filtered or listed flat tells itself that there may be more.
-    if (!canOpen() || !followsScene() || m_working)
+    if (!fetches())
         return;
     const int end = std::min(last + rowsAhead, count() - 1);
     std::vector<QPersistentModelIndex> parents;

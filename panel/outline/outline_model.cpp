@@ -14,11 +14,10 @@ public:
     {
         if (!index.isValid())
             return;
-        const QModelIndex parent = index.parent();
-        if (!m_last.isValid() || index.row() != m_last.row() + 1 || parent != m_parent) {
+        if (!m_last.isValid() || index.row() != m_last.row() + 1 ||
+            index.parent() != m_last.parent()) {
             end();
             m_first = index;
-            m_parent = parent;
         }
         m_last = index;
     }
@@ -38,7 +37,6 @@ private:
     QItemSelection m_runs;
     QModelIndex m_first;
     QModelIndex m_last;
-    QModelIndex m_parent;
 };
 
 } // namespace
@@ -218,7 +216,7 @@ QHash<int, QByteArray> OutlineModel::roleNames() const
 
 bool OutlineModel::canFetchMore(const QModelIndex& parent) const
 {
-    return !parent.isValid() && sourceModel() && sourceModel()->canFetchMore({});
+    return !parent.isValid() && m_core->fetches() && sourceModel()->canFetchMore({});
 }
 
 void OutlineModel::fetchMore(const QModelIndex& parent)

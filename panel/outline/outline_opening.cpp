@@ -50,7 +50,11 @@ void OutlineModel::Core::prepareToOpen(Node shown)
     const QModelIndex index = m_mirror.indexOf(node);
     if (m_mirror.model()->canFetchMore(index))
         m_mirror.model()->fetchMore(index);
+    const bool ignored = m_mirror.rows().has(node, RowTree::IgnoresWishes);
     m_mirror.readChildren(node);
+    // Rows that stay closed against their wish.
+    if (ignored)
+        writeBackSoon();
 }
 
 void OutlineModel::Core::setExpanded(Node shown, bool on)

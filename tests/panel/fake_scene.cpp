@@ -213,6 +213,11 @@ bool FakeScene::setData(const QModelIndex& index, const QVariant& value, int rol
         Q_EMIT dataChanged(index, index, {Qt::DisplayRole});
         return true;
     }
+    if (role == ExpandedRole) {
+        item(index)->expanded = value.toBool();
+        Q_EMIT dataChanged(index, index, {ExpandedRole});
+        return true;
+    }
     const QVariant visible =
         role == ButtonsRole ? value.toMap().value(QStringLiteral("visible")) : value;
     if ((role != ButtonsRole && role != EnabledRole) || !visible.isValid())

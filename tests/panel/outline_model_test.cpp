@@ -34,6 +34,27 @@ TEST(OutlineModelTest, RowsStartAsTheSceneWishesUntilTheUserSaysOtherwise)
     EXPECT_EQ(outline.text(), "-a .-b ..c .d");
 }
 
+TEST(OutlineModelTest, TheSceneIsToldWhatIsOpenForTheNextPanel)
+{
+    Outline outline("a\n  b\n    c\n  d\n    +e\n      f\n");
+    outline.expand("a");
+    outline.model.setBranchExpanded(outline.find("b"), true);
+    outline.filter("e");
+    outline.expand("d", false);
+    outline.model.finish();
+    OutlineModel anew;
+    anew.setSourceModel(outline.scene.get());
+    EXPECT_EQ(Outline::text(anew), "-a .-b ..c .d") << "what a filter opens is not told";
+    outline.filter("");
+    outline.model.collapseAll();
+    outline.expand("a");
+    outline.expand("d");
+    outline.model.finish();
+    anew.setSourceModel(nullptr);
+    anew.setSourceModel(outline.scene.get());
+    EXPECT_EQ(Outline::text(anew), "-a .b .-d ..e");
+}
+
 TEST(OutlineModelTest, ALargeBranchComesWithOneSignalAndKeepsItsMarks)
 {
     Outline outline("all\nother\n");

@@ -66,7 +66,7 @@ class RandomOutline
 public:
     explicit RandomOutline(unsigned seed)
         : m_random(seed)
-        , m_outline("1\n  2\n    3\n4\n")
+        , m_outline(chain(seed % 3 == 0 ? 40 : 2))
         , m_view(m_outline)
         , m_tester(&m_outline.model, QAbstractItemModelTester::FailureReportingMode::Fatal)
     {}
@@ -141,6 +141,14 @@ public:
     }
 
 private:
+    /// Forty levels are deep enough for what is remembered of deep branches.
+    static std::unique_ptr<FakeScene> chain(int depth)
+    {
+        QString text;
+        for (int level = 0; level < depth; ++level)
+            text += QString(level * 2, QLatin1Char(' ')) + QString::number(level) + '\n';
+        return FakeScene::fromText(text);
+    }
     std::string text() const { return m_outline.rows().join(QLatin1Char('\n')).toStdString(); }
     int pick(int bound) { return int(m_random() % unsigned(bound)); }
     QString anyName() { return QString::number(pick(60)); }

@@ -42,7 +42,7 @@ struct Outline
     }
     /// Each row: a dot a level, "-" if it is open, its name, "*" if it is selected, "#" with the
     /// number of selected rows that it hides, "~" if it only leads to a match.
-    QStringList rows() const
+    static QStringList rows(const Model& model)
     {
         QStringList rows;
         for (int row = 0; row < model.count(); ++row) {
@@ -56,7 +56,12 @@ struct Outline
         }
         return rows;
     }
-    std::string text() const { return rows().join(QLatin1Char(' ')).toStdString(); }
+    static std::string text(const Model& model)
+    {
+        return rows(model).join(QLatin1Char(' ')).toStdString();
+    }
+    QStringList rows() const { return rows(model); }
+    std::string text() const { return text(model); }
 
     std::unique_ptr<FakeScene> scene;
     QItemSelectionModel* selection; ///< The scene owns it.

@@ -40,6 +40,10 @@ TEST_F(PanelEditingTest, FiltersByKeyboardAndCountsWhatItHides)
     window.press(Qt::Key_Down);
     window.press(Qt::Key_End);
     EXPECT_EQ(selected(), "Tile") << "Down goes to the tree";
+    browser->selectionModel()->select(scene->find(QStringLiteral("Tree")),
+                                      QItemSelectionModel::ClearAndSelect);
+    window.press(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(selected(), "Tile") << "neither what is hidden nor what only leads there";
     window.press(Qt::Key_F, Qt::ControlModifier);
     window.press(Qt::Key_Escape);
     EXPECT_EQ(window.rows(), "House Wall Roof Tree");

@@ -1,5 +1,7 @@
 #include "scene_panel_fixture.h"
 
+#include <host/ui/text_predicate.h>
+
 #include <QStandardItemModel>
 
 #include <gtest/gtest.h>
@@ -24,11 +26,25 @@ TEST_F(ScenePanelTest, SelectsByMouseAndKeyboard)
     EXPECT_EQ(selected(), "");
 }
 
-TEST_F(ScenePanelTest, OpensRowsByTheirArrows)
+TEST_F(ScenePanelTest, OpensRowsByTheirArrowsThatTellWhatTheyHide)
 {
-    open(house());
+    open(house(), QStringLiteral("Tile"));
+    EXPECT_EQ(window.panel()->property("statusText").toString(), QStringLiteral("1 selected"));
+    const auto mark = [this] {
+        return PanelWindow::itemBelow(window.item("row_Roof"), "hidden_mark")->isVisible();
+    };
+    EXPECT_TRUE(mark());
     window.click(window.at(26, 2));
     EXPECT_EQ(window.count(), 5);
+    EXPECT_FALSE(mark());
+    browser->selectionModel()->clear();
+    window.click(window.at(26, 2));
+    EXPECT_FALSE(mark());
+    scene->item(scene->find(QStringLiteral("Tile")))->hovered = true;
+    const QModelIndex tile = scene->find(QStringLiteral("Tile"));
+    Q_EMIT scene->dataChanged(tile, tile, {FakeScene::HoverRole});
+    EXPECT_TRUE(mark());
+    window.click(window.at(26, 2));
     EXPECT_EQ(selected(), "");
     window.click(window.at(12, 0));
     EXPECT_EQ(window.count(), 2);
@@ -130,6 +146,49 @@ TEST_F(ScenePanelTest, SortingLeavesAListAtItsTop)
     EXPECT_TRUE(QTest::qWaitFor([this] { return window.rows().rfind("group 199 ", 0) == 0; }));
     window.settle();
     EXPECT_EQ(window.scrolled(), 0);
+}
+
+/// Gives twenty of its rows at a time.
+class LazyScene : public FakeScene
+{
+public:
+    bool canFetchMore(const QModelIndex& parent) const override
+    {
+        return !parent.isValid() && rowCount() < 100;
+    }
+    void fetchMore(const QModelIndex&) override
+    {
+        insert({}, rowCount(), FakeScene::wide(20, 0)->takeRows());
+    }
+};
+
+TEST_F(ScenePanelTest, FetchesRowsWhileScrollingAndOnRequest)
+{
+    open(std::make_unique<LazyScene>());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window.count() >= 40; }));
+    window.settle();
+    EXPECT_LT(window.count(), 100);
+    for (int page = 0; page < 3; ++page) {
+        window.press(Qt::Key_End);
+        window.settle();
+    }
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window.count() == 100; })) << window.count();
+
+    lumo::datamodels::proxy::TextPredicate predicate;
+    predicate.setCondition("any", [](const QModelIndex&) { return true; });
+    PanelWindow other;
+    LazyScene half;
+    FakeBrowser filtered(&half);
+    filtered.setProperty("filterPredicate", QVariant::fromValue<QObject*>(&predicate));
+    other.open(&filtered);
+    half.fetchMore({});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return other.item("fetch_all")->isVisible(); }));
+    other.settle();
+    EXPECT_LT(other.count(), 100);
+    other.click(other.middle("fetch_all"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return other.count() == 100; })) << other.count();
+    EXPECT_FALSE(other.item("fetch_all")->isVisible());
+    filtered.setProperty("filterPredicate", QVariant());
 }
 
 TEST_F(ScenePanelTest, ShowsAnOrdinaryModelWithoutABrowser)

@@ -12,10 +12,11 @@
 class ScenePanelTest : public ::testing::Test
 {
 protected:
-    void open(std::unique_ptr<FakeScene> newScene)
+    void open(std::unique_ptr<FakeScene> newScene, const QString& selectedBefore = {})
     {
         scene = std::move(newScene);
         browser = std::make_unique<FakeBrowser>(scene.get());
+        browser->selectionModel()->select(scene->find(selectedBefore), QItemSelectionModel::Select);
         window.open(browser.get());
     }
     std::string selected() const

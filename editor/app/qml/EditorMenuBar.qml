@@ -107,7 +107,7 @@ MenuBar {
             onTriggered: bar.findRequested()
         }
         Action {
-            text: qsTr("Select &All")
+            text: qsTr("Select &All in Scene")
             shortcut: "Ctrl+A"
             onTriggered: session.edit.selectAll()
         }

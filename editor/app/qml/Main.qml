@@ -150,8 +150,16 @@ ApplicationWindow {
         objectName: "status_bar"
         selectionText: browserPanel.hiddenSelectionCount > 0 ? browserPanel.statusText
                                                              : session.selectionStatus.summary
+        canSelectMatches: browserPanel.tree.flatModel.matchCount > 0
+        onSelectMatchesRequested: browserPanel.selectMatches()
         onLogRequested: logView.visible = !logView.visible
     }
+    Binding {
+        target: session.edit
+        property: "hiddenCount"
+        value: browserPanel.hiddenSelectionCount
+    }
+    HiddenDialog {}
 
     Component {
         id: splitHandle

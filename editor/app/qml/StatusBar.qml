@@ -6,8 +6,10 @@ Rectangle {
     id: bar
 
     property string selectionText
+    property bool canSelectMatches
 
     signal logRequested
+    signal selectMatchesRequested
 
     function show(text) {
         message.text = DisplayText.oneLine(text);
@@ -77,6 +79,14 @@ Rectangle {
         anchors { right: parent.right; rightMargin: 4; verticalCenter: parent.verticalCenter }
         spacing: 12
 
+        PaneButton {
+            objectName: "select_matches"
+            anchors.verticalCenter: parent.verticalCenter
+            visible: bar.canSelectMatches
+            text: qsTr("Select matches")
+            description: qsTr("Select what the filter found")
+            onClicked: bar.selectMatchesRequested()
+        }
         Text {
             anchors.verticalCenter: parent.verticalCenter
             visible: text
