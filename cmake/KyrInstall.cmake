@@ -4,7 +4,7 @@ include(CMakePackageConfigHelpers)
 
 set(KYR_INSTALL_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/KyrSceneOutline)
 
-install(TARGETS kyr_host_core kyr_cpp_utils kyr_host kyr_scene_outline
+install(TARGETS kyr_host_core kyr_cpp_utils kyr_host kyr_scene_outline kyr_scene_outline_testkit
     EXPORT KyrSceneOutlineTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
@@ -18,6 +18,13 @@ install(FILES tools/common/string_utils.h DESTINATION ${KYR_INSTALL_INCLUDEDIR}/
 file(GLOB kyr_public_headers CONFIGURE_DEPENDS lib/kyr_scene_outline/*.h)
 install(FILES ${kyr_public_headers} ${PROJECT_BINARY_DIR}/include/kyr_scene_outline/version.h
     DESTINATION ${KYR_INSTALL_INCLUDEDIR}/kyr_scene_outline)
+
+install(FILES
+    testkit/kyr_scene_outline_testkit/contract.h
+    testkit/kyr_scene_outline_testkit/export.h
+    testkit/kyr_scene_outline_testkit/random_driver.h
+    testkit/kyr_scene_outline_testkit/scene_under_test.h
+    DESTINATION ${KYR_INSTALL_INCLUDEDIR}/kyr_scene_outline_testkit)
 
 # The panel is reached through QML alone: its library is part of the module, not of the package.
 install(TARGETS kyr_scene_outline_panel LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} NAMELINK_SKIP)

@@ -11,6 +11,11 @@
 #include <boost/signals2/signal.hpp>
 #include <sigc++/sigc++.h>
 
+#include <atomic>
+#include <cstdint>
+#include <mutex>
+#include <vector>
+
 /// Does too little to hide the cost of the call, and shares nothing between threads.
 class Slot
 {
@@ -88,4 +93,58 @@ public:
 
 private:
     QtSender m_sender;
+};
+
+/// No signal: what one lock and one pin a slot cost alone, in a walk over the same records that
+/// calls them. It keeps none of a signal's promises.
+class BareLoop
+{
+public:
+    static constexpr bool threadSafe = true;
+    using Handle = int;
+
+    ~BareLoop()
+    {
+        for (Record* record : m_records)
+            delete record;
+    }
+    Handle connect()
+    {
+        m_records.push_back(new CallableRecord);
+        return 0;
+    }
+    static void disconnect(Handle&) {}
+    void emit()
+    {
+        Record* left = nullptr;
+        for (std::size_t next = 0; next <= m_records.size(); ++next) {
+            Record* const record = next < m_records.size() ? m_records[next] : nullptr;
+            {
+                const std::lock_guard lock(m_mutex);
+                if (record)
+                    record->pins.fetch_add(1, std::memory_order_acquire);
+            }
+            if (left)
+                left->pins.fetch_sub(1, std::memory_order_acq_rel);
+            if (record)
+                record->call();
+            left = record;
+        }
+    }
+
+private:
+    struct Record
+    {
+        virtual ~Record() = default;
+        virtual void call() = 0;
+        std::atomic<std::uint64_t> pins{0};
+    };
+    struct CallableRecord final : Record
+    {
+        void call() override { m_slot(); }
+        Slot m_slot;
+    };
+
+    std::mutex m_mutex;
+    std::vector<Record*> m_records;
 };

@@ -150,4 +150,6 @@ void registerSignalBenchmarks()
     registerContender<BoostSignal>("boost_signals2");
     registerContender<SigcSignal>("sigcpp");
     registerContender<QtDirectSignal>("qt_direct");
+    for (const int slots : {1, 10, 100, 1000})
+        benchmark::RegisterBenchmark("emit/bare_loop", emitTo<BareLoop>)->Arg(slots);
 }

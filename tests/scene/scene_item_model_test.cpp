@@ -3,11 +3,15 @@
 #include "grid_scene.h"
 #include <editor/document/property_roles.h>
 #include <editor/rows/scene_asset_model.h>
+#include <host/scene/recorded_asset_selection.h>
 #include <kyr_scene_outline/item_roles.h>
+#include <kyr_scene_outline_testkit/contract.h>
+#include <kyr_scene_outline_testkit/random_driver.h>
 
 #include <QAbstractItemModelTester>
 #include <QMimeData>
 #include <QSignalSpy>
+#include <QUndoStack>
 
 #include <gmock/gmock.h>
 
@@ -220,6 +224,40 @@ TEST_F(SceneItemModelTest, draggedRowsMoveWithinTheirSceneOnly)
     SceneItemModel otherModel(other);
     EXPECT_FALSE(
         otherModel.canDropMimeData(data.get(), Qt::MoveAction, 0, 0, otherModel.index(0, 0)));
+}
+
+/// The reference editor's scene and selection, as the kit drives them.
+class EditorScene : public kyr::testkit::SceneUnderTest
+{
+public:
+    EditorScene()
+    {
+        m_document.open(sceneFrom("group A\n  mesh B\n  group C\n    mesh D\nmesh E\nlight F"), {});
+    }
+    IAssetModel& assetModel() override { return m_assets; }
+    IAssetSelection& assetSelection() override { return m_selection; }
+    bool undo() override
+    {
+        m_document.changesController()->stack().undo();
+        return true;
+    }
+    bool redo() override
+    {
+        m_document.changesController()->stack().redo();
+        return true;
+    }
+
+private:
+    SceneDocument m_document;
+    SceneAssetModel m_assets{m_document};
+    RecordedAssetSelection m_selection{m_document.changesController()};
+};
+
+TEST(EditorScene, keepsTheContractsAndStaysInStepWithBothBrowsers)
+{
+    const auto makeScene = [] { return std::make_unique<EditorScene>(); };
+    EXPECT_EQ("", kyr::testkit::contractViolations(makeScene));
+    EXPECT_EQ("", kyr::testkit::firstFailure(makeScene, 1, 20000));
 }
 
 } // namespace

@@ -70,9 +70,10 @@ void RowSelectionModel::beginRowsRemoval(const QModelIndex& parent, int first, i
 
     // Listeners of the current index may have selected: what they did is the second part.
     RowsRemoval removal(parent, first, last);
-    const QItemSelection removed = removal.appliedTo(m_finished).removed;
     const RowsRemoval::Outcome ranges = removal.appliedTo(m_ranges);
     const RowsRemoval::Outcome current = removal.appliedTo(m_current);
+    const QItemSelection removed =
+        m_current.isEmpty() ? ranges.removed : removal.appliedTo(m_finished).removed;
     const QItemSelectionRange leaving(model()->index(first, 0, parent),
                                       model()->index(last, 0, parent));
     m_fitted = [leaving](const QItemSelection& added) {

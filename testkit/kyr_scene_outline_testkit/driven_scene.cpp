@@ -1,0 +1,410 @@
+#include "driven_scene.h"
+
+#include <QAbstractItemModel>
+#include <QCoreApplication>
+
+#include <iterator>
+
+namespace kyr::testkit {
+namespace {
+
+using Flags = QItemSelectionModel::SelectionFlags;
+using Model = QItemSelectionModel;
+
+std::set<const void*> identities(const Objects& objects)
+{
+    std::set<const void*> set;
+    for (const PersistentObject& object : objects)
+        set.insert(object.identity());
+    return set;
+}
+
+Objects rowObjects(const QAbstractItemModel& model, const QModelIndex& parent, int top, int bottom)
+{
+    Objects objects;
+    for (int row = top; row <= bottom; ++row)
+        objects.push_back(objectOf(model.index(row, 0, parent)));
+    return objects;
+}
+
+} // namespace
+
+DrivenScene::DrivenScene(const SceneFactory& makeScene)
+    : m_scene(makeScene()), m_selection(m_scene->assetSelection())
+{
+    for (std::size_t i = 0; i < 2; ++i) {
+        m_models[i] = std::make_unique<MarkedModel>(m_scene->assetModel());
+        m_browsers[i] =
+            std::make_unique<SceneBrowserData>(m_models[i].get(), &m_selection, nullptr);
+    }
+}
+
+std::string DrivenScene::make(const Step& step)
+{
+    using Way = std::string (DrivenScene::*)(const Step&);
+    static constexpr Way ways[] = {
+        &DrivenScene::selectRows,    &DrivenScene::selectRows,    &DrivenScene::selectRows,
+        &DrivenScene::selectRows,    &DrivenScene::setFromEditor, &DrivenScene::setFromEditor,
+        &DrivenScene::setInListener, &DrivenScene::undoAndRedo,   &DrivenScene::hover,
+        &DrivenScene::hover,         &DrivenScene::insert,        &DrivenScene::insert,
+        &DrivenScene::remove,        &DrivenScene::move,          &DrivenScene::move,
+        &DrivenScene::rearrange,     &DrivenScene::clearRows,     &DrivenScene::selectEverything,
+        &DrivenScene::recreate,
+    };
+    m_selection.takeWrites();
+    const std::string did = (this->*ways[step.kind % std::size(ways)])(step);
+    expectSameRows();
+    expectMarks();
+    return did;
+}
+
+DrivenScene::Range DrivenScene::rangeFor(const Step& step)
+{
+    const QModelIndexList rows = allRows(model());
+    if (rows.isEmpty())
+        return {};
+    const QModelIndex first = rows.at(int(step.where % unsigned(rows.size())));
+    const int following = model().rowCount(first.parent()) - first.row();
+    const int more = int(step.what >> 8) % 3;
+    return {first.parent(), first.row(), first.row() + std::min(more, following - 1)};
+}
+
+// Up to four, one of them perhaps in no scene, in any order, some perhaps twice.
+Objects DrivenScene::objectsFor(const Step& step)
+{
+    const QModelIndexList rows = allRows(model());
+    Objects objects;
+    for (unsigned i = 0, count = step.what % 5; i < count && !rows.isEmpty(); ++i)
+        objects.push_back(objectOf(rows.at(int((step.where >> (4 * i)) % unsigned(rows.size())))));
+    if (step.what / 5 % 8 == 0)
+        objects.emplace_back(foreignObject());
+    return objects;
+}
+
+std::string DrivenScene::selectRows(const Step& step)
+{
+    static constexpr Model::SelectionFlag actions[] = {Model::Select, Model::Toggle,
+                                                       Model::Deselect, Model::ClearAndSelect};
+    const Range range = rangeFor(step);
+    if (range.bottom < 0)
+        return "nothing to select";
+    Flags flags = actions[step.what % 4];
+    if (step.what / 4 % 4 == 0 && model().columnCount(range.parent) == 1)
+        flags |= Model::Rows;
+    select(step.who, range, flags);
+    std::string text = "browser " + std::to_string(step.who % 2) + " selects with flags " +
+                       std::to_string(int(flags)) + " " +
+                       named(rowObjects(model(), range.parent, range.top, range.bottom));
+    if (flags & Model::Clear && step.what / 16 % 4 == 0) {
+        Step next = step;
+        next.where = step.where >> 8;
+        const Range other = rangeFor(next);
+        const Objects replacing = rowObjects(model(), other.parent, other.top, other.bottom);
+        select(step.who, other, Model::Clear | Model::SelectCurrent);
+        text += ", then instead " + named(replacing);
+    }
+    return text;
+}
+
+void DrivenScene::select(unsigned number, const Range& range, Flags flags)
+{
+    Rows expected = selectedRows();
+    const Rows before = expected;
+    const Rows chosen = identities(rowObjects(model(), range.parent, range.top, range.bottom));
+    if (flags & Model::Clear)
+        expected.clear();
+    for (const void* row : chosen) {
+        const bool wasIn = expected.erase(row) > 0;
+        if (flags & Model::Select || (flags & Model::Toggle && !wasIn))
+            expected.insert(row);
+    }
+    browser(number).selectionModel()->select(
+        QItemSelection(model().index(range.top, 0, range.parent),
+                       model().index(range.bottom, 0, range.parent)),
+        flags);
+    if (expected == before)
+        expectWrites(0);
+    else
+        expectWrittenBy(number, expected);
+}
+
+std::string DrivenScene::selectEverything(const Step& step)
+{
+    const Rows before = selectedRows();
+    const Rows all = identities(objectsOf(allRows(model())));
+    browser(step.who).selectAll();
+    if (all == before)
+        expectWrites(0);
+    else
+        expectWrittenBy(step.who, all);
+    return "browser " + std::to_string(step.who % 2) + " selects all";
+}
+
+std::string DrivenScene::clearRows(const Step& step)
+{
+    const bool any = !selectedRows().empty();
+    if (step.what % 2)
+        browser(step.who).selectionModel()->clear();
+    else
+        browser(step.who).selectionModel()->clearSelection();
+    if (any)
+        expectWrittenBy(step.who, {});
+    else
+        expectWrites(0);
+    return "browser " + std::to_string(step.who % 2) + " clears its selection";
+}
+
+std::string DrivenScene::setFromEditor(const Step& step)
+{
+    Objects objects = objectsFor(step);
+    const bool adds = step.what / 64 % 4 == 0;
+    Objects expected = adds ? m_editor : Objects();
+    for (const PersistentObject& object : objects) {
+        if (std::find(expected.begin(), expected.end(), object) == expected.end())
+            expected.push_back(object);
+    }
+    const bool changes = expected != m_editor;
+    m_scene->assetSelection().setSelection(objects, adds);
+    expectEditor(expected);
+    expectWrites(0);
+    if (changes)
+        expectFollowed();
+    return (adds ? "the editor adds " : "the editor selects ") + named(objects);
+}
+
+std::string DrivenScene::setInListener(const Step& step)
+{
+    Step later = step;
+    later.where = step.where >> 12;
+    later.what = 2;
+    const Objects last = withRows(objectsFor(later));
+    Objects nested;
+    for (const PersistentObject& object : last) {
+        if (std::find(nested.begin(), nested.end(), object) == nested.end())
+            nested.push_back(object);
+    }
+    bool told = false;
+    const auto connection = m_scene->assetSelection().connectSelectionChanged(
+        [&](const vex::Connection&, const IAssetSelection::SelectionChange&) {
+            if (!std::exchange(told, true))
+                m_scene->assetSelection().setSelection(nested, false);
+        });
+    const Objects first = objectsFor(step);
+    m_scene->assetSelection().setSelection(first, false);
+    if (told) {
+        expectEditor(nested);
+        expectFollowed();
+    }
+    expectWrites(0);
+    return "the editor selects " + named(first) + ", a listener " + named(nested);
+}
+
+std::string DrivenScene::undoAndRedo(const Step& step)
+{
+    const Objects before = m_editor;
+    std::string text = step.who / 2 % 2 ? selectRows(step) : setFromEditor(step);
+    const Objects after = m_editor;
+    m_selection.takeWrites();
+    if (before == after || !m_scene->undo())
+        return text;
+    // Two selections of one browser are two steps.
+    if (text.find("then instead") == std::string::npos) {
+        expectEditor(before);
+        expectFollowed();
+    }
+    m_scene->redo();
+    expectEditor(after);
+    expectFollowed();
+    expectWrites(0);
+    return text + ", undo, redo";
+}
+
+std::string DrivenScene::hover(const Step& step)
+{
+    if (step.what % 4 == 0) {
+        browser(step.who).resetHover();
+        m_hovered.clear();
+        return "nothing is hovered";
+    }
+    if (step.what % 4 == 1) {
+        m_hovered = objectsOf(allRows(model()));
+        m_hovered.resize(std::min<std::size_t>(m_hovered.size(), 2));
+        m_scene->assetSelection().setHoveredObjects(m_hovered);
+        return "the editor hovers " + named(m_hovered);
+    }
+    const Range range = rangeFor(step);
+    if (range.bottom < 0)
+        return "nothing to hover";
+    const QModelIndex row = model().index(range.top, 0, range.parent);
+    m_hovered = {objectOf(row)};
+    browser(step.who).syncHover(row);
+    return "browser " + std::to_string(step.who % 2) + " hovers " + named(m_hovered);
+}
+
+void DrivenScene::stopHovering()
+{
+    m_hovered.clear();
+    m_scene->assetSelection().setHoveredObjects({});
+}
+
+std::string DrivenScene::insert(const Step& step)
+{
+    const QModelIndexList rows = allRows(model());
+    if (rows.size() > 40)
+        return "enough rows";
+    const unsigned place = step.where % unsigned(rows.size() + 1);
+    const QModelIndex parent = place == 0 ? QModelIndex() : rows.at(int(place) - 1);
+    const int row = int(step.what % unsigned(model().rowCount(parent) + 1));
+    const bool done = m_scene->insertRow(parent, row);
+    expectEditor(m_editor);
+    expectWrites(0);
+    return std::string(done ? "a row is inserted" : "no row is inserted") + " at " +
+           std::to_string(row);
+}
+
+std::string DrivenScene::remove(const Step& step)
+{
+    const Range range = rangeFor(step);
+    if (range.bottom < 0 || allRows(model()).size() < 6)
+        return "nothing to remove";
+    stopHovering();
+    m_selection.takeWrites();
+    const Objects before = withRows(m_editor);
+    const std::string text =
+        "rows go: " + named(rowObjects(model(), range.parent, range.top, range.bottom));
+    m_scene->removeRows(range.parent, range.top, range.bottom - range.top + 1);
+    const Objects left = withRows(before);
+    if (left.size() == before.size()) {
+        expectEditor(m_editor);
+        expectWrites(0);
+        return text;
+    }
+    if (identities(m_scene->assetSelection().objects()) != identities(left))
+        expect("the editor's selection", m_scene->assetSelection().objects(), left);
+    m_editor = m_scene->assetSelection().objects();
+    expectWrites(1);
+    return text;
+}
+
+std::string DrivenScene::move(const Step& step)
+{
+    const Range range = rangeFor(step);
+    const QModelIndexList rows = allRows(model());
+    if (range.bottom < 0)
+        return "nothing to move";
+    const unsigned place = (step.where >> 8) % unsigned(rows.size() + 1);
+    const QModelIndex to = place == 0 ? QModelIndex() : rows.at(int(place) - 1);
+    const std::string text =
+        named(rowObjects(model(), range.parent, range.top, range.top)) + " moves";
+    m_scene->moveRow(range.parent, range.top, to,
+                     int(step.what % unsigned(model().rowCount(to) + 1)));
+    expectEditor(m_editor);
+    expectWrites(0);
+    return text;
+}
+
+std::string DrivenScene::rearrange(const Step& step)
+{
+    const bool resets = step.what % 3 == 0;
+    stopHovering();
+    if (!(resets ? m_scene->reset() : m_scene->relayout()))
+        return "nothing to rearrange";
+    QCoreApplication::processEvents();
+    expectEditor(m_editor);
+    expectFollowed();
+    expectWrites(0);
+    return resets ? "the model is reset" : "the layout changes";
+}
+
+std::string DrivenScene::recreate(const Step& step)
+{
+    stopHovering();
+    const std::size_t number = step.who % 2;
+    m_browsers[number].reset();
+    m_browsers[number] =
+        std::make_unique<SceneBrowserData>(m_models[number].get(), &m_selection, nullptr);
+    expectEditor({});
+    expectWrites(1);
+    expectFollowed();
+    return "browser " + std::to_string(number) + " is made anew";
+}
+
+Objects DrivenScene::withRows(const Objects& objects)
+{
+    Objects found;
+    std::copy_if(objects.begin(), objects.end(), std::back_inserter(found),
+                 [this](const PersistentObject& object) {
+                     return m_scene->assetModel().indexOf(object.object()).isValid();
+                 });
+    return found;
+}
+
+DrivenScene::Rows DrivenScene::selectedRows()
+{
+    return identities(withRows(m_editor));
+}
+
+Objects DrivenScene::selectedObjects(unsigned number)
+{
+    return objectsOf(browser(number).selectionModel()->selectedIndexes());
+}
+
+void DrivenScene::expectWrites(int writes)
+{
+    const int actual = m_selection.takeWrites();
+    if (actual != writes && m_fault.empty())
+        m_fault = "browsers wrote the selection " + std::to_string(actual) + " times, expected " +
+                  std::to_string(writes);
+}
+
+// The one who writes says the order.
+void DrivenScene::expectWrittenBy(unsigned number, const Rows& rows)
+{
+    const Objects written = selectedObjects(number);
+    if (identities(written) != rows && m_fault.empty())
+        m_fault = "the writing browser has selected " + named(written) + ", expected " +
+                  std::to_string(rows.size()) + " others";
+    expectEditor(written);
+    expectWrites(1);
+    expect("the other browser's selection", selectedObjects(number + 1), written);
+}
+
+void DrivenScene::expectEditor(const Objects& objects)
+{
+    expect("the editor's selection", m_scene->assetSelection().objects(), objects);
+    m_editor = objects;
+}
+
+void DrivenScene::expectFollowed()
+{
+    const Objects expected = withRows(m_editor);
+    for (unsigned number : {0u, 1u})
+        expect("the selection of browser " + std::to_string(number), selectedObjects(number),
+               expected);
+}
+
+void DrivenScene::expectSameRows()
+{
+    for (unsigned number : {0u, 1u}) {
+        const Objects selected = selectedObjects(number);
+        if (identities(selected) != selectedRows())
+            expect("the rows of browser " + std::to_string(number), selected, withRows(m_editor));
+    }
+}
+
+void DrivenScene::expectMarks()
+{
+    for (unsigned number : {0u, 1u}) {
+        const Objects& marks = m_models[number]->marks();
+        if (identities(marks) != identities(m_hovered))
+            expect("the hover marks of browser " + std::to_string(number), marks, m_hovered);
+    }
+}
+
+void DrivenScene::expect(const std::string& what, const Objects& actual, const Objects& expected)
+{
+    if (actual != expected && m_fault.empty())
+        m_fault = what + " is " + named(actual) + ", expected " + named(expected);
+}
+
+} // namespace kyr::testkit

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "observed_host.h"
+
+#include <kyr_scene_outline/scene_browser_data.h>
+
+#include <array>
+#include <set>
+
+namespace kyr::testkit {
+
+/// What to do, with numbers that choose among what there is when it comes to it: any part of a
+/// sequence of steps is a sequence of steps.
+struct Step
+{
+    unsigned kind;
+    unsigned who;
+    unsigned where;
+    unsigned what;
+};
+
+/// A scene with two browsers, and the plain list that they are compared with.
+class DrivenScene
+{
+public:
+    explicit DrivenScene(const SceneFactory& makeScene);
+
+    /// Makes a step; says what it was.
+    std::string make(const Step& step);
+    /// Empty while all is as it should be.
+    const std::string& fault() const { return m_fault; }
+
+private:
+    using Rows = std::set<const void*>;
+    struct Range
+    {
+        QModelIndex parent;
+        int top = 0;
+        int bottom = -1;
+    };
+
+    std::string selectRows(const Step& step);
+    std::string selectEverything(const Step& step);
+    std::string clearRows(const Step& step);
+    std::string setFromEditor(const Step& step);
+    std::string setInListener(const Step& step);
+    std::string undoAndRedo(const Step& step);
+    std::string hover(const Step& step);
+    std::string insert(const Step& step);
+    std::string remove(const Step& step);
+    std::string move(const Step& step);
+    std::string rearrange(const Step& step);
+    std::string recreate(const Step& step);
+
+    QAbstractItemModel& model() { return *m_scene->assetModel().itemModel(); }
+    SceneBrowserData& browser(unsigned number) { return *m_browsers[number % 2]; }
+    Range rangeFor(const Step& step);
+    Objects objectsFor(const Step& step);
+    void select(unsigned number, const Range& range, QItemSelectionModel::SelectionFlags flags);
+    void stopHovering();
+
+    Objects withRows(const Objects& objects);
+    Rows selectedRows();
+    Objects selectedObjects(unsigned number);
+    void expectWrites(int writes);
+    void expectWrittenBy(unsigned number, const Rows& rows);
+    void expectEditor(const Objects& objects);
+    void expectFollowed();
+    void expectSameRows();
+    void expectMarks();
+    void expect(const std::string& what, const Objects& actual, const Objects& expected);
+
+    std::unique_ptr<SceneUnderTest> m_scene;
+    CountedSelection m_selection;
+    std::array<std::unique_ptr<MarkedModel>, 2> m_models;
+    std::array<std::unique_ptr<SceneBrowserData>, 2> m_browsers;
+    Objects m_editor;
+    Objects m_hovered;
+    std::string m_fault;
+};
+
+} // namespace kyr::testkit

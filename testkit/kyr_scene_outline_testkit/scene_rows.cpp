@@ -1,0 +1,66 @@
+#include "scene_rows.h"
+
+#include <QAbstractItemModel>
+
+#include <kyr_scene_outline/item_roles.h>
+
+namespace kyr::testkit {
+namespace {
+
+class ForeignObject : public IReflected
+{
+public:
+    const ReflectedClass& reflectedClass() const override
+    {
+        static const ReflectedClass plain{"ForeignObject", {}};
+        return plain;
+    }
+};
+
+} // namespace
+
+QModelIndexList allRows(const QAbstractItemModel& model)
+{
+    QModelIndexList rows;
+    QModelIndexList parents{QModelIndex()};
+    while (!parents.isEmpty()) {
+        const QModelIndex parent = parents.takeLast();
+        if (parent.isValid())
+            rows.append(parent);
+        for (int row = model.rowCount(parent) - 1; row >= 0; --row)
+            parents.append(model.index(row, 0, parent));
+    }
+    return rows;
+}
+
+PersistentObject objectOf(const QModelIndex& row)
+{
+    return PersistentObject(row.data(ObjectRole).value<ReflectedObject>());
+}
+
+Objects objectsOf(const QModelIndexList& rows)
+{
+    Objects objects;
+    for (const QModelIndex& row : rows)
+        objects.push_back(objectOf(row));
+    return objects;
+}
+
+std::string named(const Objects& objects)
+{
+    std::string text;
+    for (const PersistentObject& object : objects) {
+        const ReflectedObject found = object.object();
+        text += (text.empty() ? "" : ", ") +
+                (found.isValid() ? found.reference().name() : std::string("(gone)"));
+    }
+    return "[" + text + "]";
+}
+
+ReflectedObject foreignObject()
+{
+    static const auto foreign = std::make_shared<ForeignObject>();
+    return ReflectedObject(foreign);
+}
+
+} // namespace kyr::testkit
