@@ -19,6 +19,8 @@
 #include <benchmark/benchmark.h>
 #include <pugixml.hpp>
 
+#include <algorithm>
+#include <chrono>
 #include <unordered_map>
 
 namespace {
@@ -229,6 +231,46 @@ void pasteOneOntoAll(benchmark::State& state)
     reportProperties(state);
 }
 
+// In slices of a millisecond, as an editor works: the longest one, the one that ends the job, which
+// hands over text or selection, and the longest one before that.
+void inSlices(benchmark::State& state, PropertyJob& job)
+{
+    using Milliseconds = std::chrono::duration<double, std::milli>;
+    Milliseconds longest{}, last{};
+    for (bool goesOn = true; goesOn;) {
+        longest = std::max(longest, last);
+        const auto start = std::chrono::steady_clock::now();
+        goesOn = job.advance(std::chrono::milliseconds(1));
+        last = std::chrono::steady_clock::now() - start;
+    }
+    if (!job.hasSucceeded())
+        state.SkipWithError("the job failed");
+    state.counters["longest_ms"] = std::max(state.counters["longest_ms"].value, longest.count());
+    state.counters["last_ms"] = std::max(state.counters["last_ms"].value, last.count());
+}
+
+void copyInSlices(benchmark::State& state)
+{
+    Zar::platform::setClipboardBackend(std::make_shared<MemoryClipboard>());
+    const Scene scene(static_cast<int>(state.range(0)), 1);
+    for (auto _ : state)
+        inSlices(state, *scene.browser->startCopy());
+    reportProperties(state);
+}
+
+void pasteInSlices(benchmark::State& state)
+{
+    Documents documents(static_cast<int>(state.range(0)));
+    const Scene scene(static_cast<int>(state.range(0)), 1000000);
+    for (auto _ : state) {
+        state.PauseTiming();
+        documents.offerNext();
+        state.ResumeTiming();
+        inSlices(state, *scene.browser->startPaste());
+    }
+    reportProperties(state);
+}
+
 } // namespace
 
 BENCHMARK(copyFloor)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
@@ -236,6 +278,8 @@ BENCHMARK(copy)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(pasteFloor)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(paste)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(pasteOneOntoAll)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(copyInSlices)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(pasteInSlices)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv)
 {

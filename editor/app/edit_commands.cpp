@@ -1,5 +1,6 @@
 #include "edit_commands.h"
 
+#include "paste_summary.h"
 #include "selection_edits.h"
 
 #include <editor/document/scene_commands.h>
@@ -8,24 +9,6 @@
 #include <utility>
 
 namespace editor {
-
-namespace {
-
-QString pasteSummary(const PropertyPasteReport& report)
-{
-    QString text = EditCommands::tr("%1 properties of %2 objects changed")
-                       .arg(report.changedProperties)
-                       .arg(report.changedObjects);
-    if (report.unmatched > 0)
-        text += EditCommands::tr("; no match for %1 values").arg(report.unmatched);
-    if (report.typeMismatches > 0)
-        text += EditCommands::tr("; another type in %1").arg(report.typeMismatches);
-    if (report.refused > 0)
-        text += EditCommands::tr("; %1 refused").arg(report.refused);
-    return text;
-}
-
-} // namespace
 
 EditCommands::EditCommands(SceneDocument& document, IAssetSelection& selection,
                            SceneBrowserData& browser, QObject* parent)
@@ -37,6 +20,11 @@ EditCommands::EditCommands(SceneDocument& document, IAssetSelection& selection,
     connect(&m_task, &PropertyTask::runningChanged, this,
             [this] { m_document.setTellsOnlyWholeSteps(m_task.isRunning()); });
     connect(&m_document, &SceneDocument::refused, this, &EditCommands::reported);
+    connect(&m_document.undoStack(), &QUndoStack::indexChanged, this,
+            &EditCommands::forgetUndonePaste);
+    connect(&m_task, &PropertyTask::failed, this, [this](const QString& name, const QString& why) {
+        Q_EMIT reported(tr("%1 failed, and nothing was changed: %2").arg(name, why));
+    });
     connect(&m_task, &PropertyTask::canceled, this,
             [this](const QString& name) { Q_EMIT reported(tr("%1 was cancelled").arg(name)); });
 }
@@ -90,13 +78,23 @@ void EditCommands::duplicateSelected()
 
 void EditCommands::copyProperties()
 {
+    startCopy({});
+}
+
+void EditCommands::copyPart(const QString& path)
+{
+    startCopy(partChoice(path.toStdString()));
+}
+
+void EditCommands::startCopy(PropertyChoice choice)
+{
     if (m_task.isRunning())
         return;
     const auto report = [this](bool ok) {
         Q_EMIT reported(ok ? tr("Properties copied")
                            : tr("Properties were not copied; the log says why"));
     };
-    std::unique_ptr<PropertyJob> job = m_browser.startCopy();
+    std::unique_ptr<PropertyJob> job = m_browser.startCopy(std::move(choice));
     if (!job) {
         report(false);
         return;
@@ -108,25 +106,73 @@ void EditCommands::copyProperties()
 
 void EditCommands::pasteProperties()
 {
-    ask(tr("Paste Properties"), [this] { pasteOntoSelected(); });
+    startPaste(m_choice.asFunction());
 }
 
-void EditCommands::pasteOntoSelected()
+void EditCommands::pastePart(const QString& path)
+{
+    startPaste(partChoice(path.toStdString()));
+}
+
+void EditCommands::startPaste(PropertyChoice choice)
+{
+    ask(tr("Paste Properties"), [this, choice = std::move(choice)] { pasteOntoSelected(choice); });
+}
+
+void EditCommands::pasteOntoSelected(const PropertyChoice& choice)
 {
     if (m_task.isRunning())
         return;
-    const QString failure = tr("Properties were not pasted; the log says why");
-    std::unique_ptr<PropertyPasteJob> job = m_browser.startPaste();
+    run(tr("Pasting properties"), m_browser.startPaste(choice),
+        [this](const PropertyPasteReport& report) {
+            const QString locked = m_document.takeRefusal();
+            const QString summary = pasteSummary(report);
+            m_reportedStep = report.changedProperties > 0 ? m_document.undoStack().index() : 0;
+            Q_EMIT reported(locked.isEmpty() ? summary : tr("%1; %2").arg(summary, locked));
+        });
+}
+
+void EditCommands::preparePasteSpecial()
+{
+    if (m_task.isRunning())
+        return;
+    run(tr("Reading the clipboard"), m_browser.startPastePreview(),
+        [this](const PropertyPasteReport& report) {
+            m_pasteSpecial.show(report, m_choice);
+            Q_EMIT pasteSpecialReady();
+        });
+}
+
+void EditCommands::pasteSpecial()
+{
+    m_pasteSpecial.storeTo(m_choice);
+    m_choice.save();
+    pasteProperties();
+}
+
+void EditCommands::run(const QString& name, std::unique_ptr<PropertyJob> job,
+                       std::function<void(const PropertyPasteReport&)> succeeded)
+{
     if (!job) {
-        Q_EMIT reported(failure);
+        Q_EMIT reported(whyNothingPasted());
         return;
     }
-    const PropertyPasteJob& paste = *job;
-    m_task.start(tr("Pasting properties"), std::move(job), [this, failure, &paste] {
-        const QString summary = paste.hasSucceeded() ? pasteSummary(paste.report()) : failure;
-        const QString locked = m_document.takeRefusal();
-        Q_EMIT reported(locked.isEmpty() ? summary : tr("%1; %2").arg(summary, locked));
+    const PropertyJob& running = *job;
+    m_task.start(name, std::move(job), [this, succeeded = std::move(succeeded), &running] {
+        if (running.hasSucceeded())
+            succeeded(running.report());
+        else
+            Q_EMIT reported(whyNothingPasted());
     });
+}
+
+// What a paste could not do is of no interest once the paste is gone.
+void EditCommands::forgetUndonePaste(int index)
+{
+    if (index < m_reportedStep) {
+        m_reportedStep = 0;
+        Q_EMIT reported(QString());
+    }
 }
 
 } // namespace editor

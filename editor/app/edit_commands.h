@@ -1,5 +1,6 @@
 #pragma once
 
+#include "paste_special_model.h"
 #include "property_task.h"
 
 #include <editor/document/scene_document.h>
@@ -18,6 +19,7 @@ class EditCommands final : public QObject
     Q_OBJECT
     /// How many of the selected objects a filter hides.
     Q_PROPERTY(int hiddenCount MEMBER m_hiddenCount NOTIFY hiddenCountChanged)
+    Q_PROPERTY(editor::PasteSpecialModel* pasteSpecialModel READ pasteSpecialModel CONSTANT)
 
 public:
     /// All must outlive it.
@@ -25,6 +27,7 @@ public:
                  QObject* parent = nullptr);
 
     PropertyTask& task() noexcept { return m_task; }
+    PasteSpecialModel* pasteSpecialModel() noexcept { return &m_pasteSpecial; }
 
     Q_INVOKABLE void selectAll();
     Q_INVOKABLE void invertSelection();
@@ -35,7 +38,15 @@ public:
     Q_INVOKABLE void proceed();
     Q_INVOKABLE void duplicateSelected();
     Q_INVOKABLE void copyProperties();
+    /// What the choice made last in Paste Special says.
     Q_INVOKABLE void pasteProperties();
+    /// Copies or pastes the property or group at a path, such as "light".
+    Q_INVOKABLE void copyPart(const QString& path);
+    Q_INVOKABLE void pastePart(const QString& path);
+    /// Counts what the clipboard holds into `pasteSpecialModel`, then `pasteSpecialReady`.
+    Q_INVOKABLE void preparePasteSpecial();
+    /// Pastes what is chosen there, and remembers the choice.
+    Q_INVOKABLE void pasteSpecial();
 
 Q_SIGNALS:
     /// What a command did, for the status line.
@@ -43,9 +54,15 @@ Q_SIGNALS:
     void hiddenCountChanged();
     /// A command waits for `proceed`, because it would act on objects that the tree hides.
     void hiddenConcerned(const QString& command, int hidden);
+    void pasteSpecialReady();
 
 private:
-    void pasteOntoSelected();
+    void startCopy(PropertyChoice choice);
+    void startPaste(PropertyChoice choice);
+    void pasteOntoSelected(const PropertyChoice& choice);
+    void run(const QString& name, std::unique_ptr<PropertyJob> job,
+             std::function<void(const PropertyPasteReport&)> succeeded);
+    void forgetUndonePaste(int index);
     void ask(const QString& command, const std::function<void()>& action);
 
     int m_hiddenCount = 0;
@@ -54,6 +71,10 @@ private:
     IAssetSelection& m_selection;
     SceneBrowserData& m_browser;
     PropertyTask m_task;
+    PasteChoice m_choice;
+    PasteSpecialModel m_pasteSpecial;
+    /// Index of the undo stack behind the paste that was reported last.
+    int m_reportedStep = 0;
 };
 
 } // namespace editor

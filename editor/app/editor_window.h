@@ -1,6 +1,7 @@
 #pragma once
 
 #include "extensions.h"
+#include "text_field_clipboard.h"
 
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
@@ -34,6 +35,7 @@ public:
 
 private:
     EditorSession& m_session;
+    TextFieldClipboard m_textFields;
     Extensions m_extensions;
     QQmlApplicationEngine m_engine;
 };

@@ -1,6 +1,7 @@
 #include "property_task.h"
 
 #include <algorithm>
+#include <exception>
 #include <utility>
 
 namespace editor {
@@ -61,17 +62,27 @@ void PropertyTask::workOnSlice()
 
 void PropertyTask::work(std::chrono::nanoseconds time)
 {
-    if (m_job->advance(time)) {
+    bool goesOn = false;
+    QString error;
+    try {
+        goesOn = m_job->advance(time);
+    } catch (const std::exception& exception) {
+        error = QString::fromUtf8(exception.what());
+    }
+    if (goesOn) {
         if (m_progressAge.hasExpired(progressPeriod))
-            setProgress(qreal(m_job->objectsDone()) / qreal(m_job->objectCount()));
+            setProgress(m_job->progress());
         m_pause.start();
         m_timer.start();
         return;
     }
     const auto finished = std::exchange(m_finished, {});
-    finished();
+    if (error.isEmpty())
+        finished();
     m_job.reset();
     Q_EMIT runningChanged();
+    if (!error.isEmpty())
+        Q_EMIT failed(m_name, error);
 }
 
 void PropertyTask::setProgress(qreal progress)

@@ -31,7 +31,7 @@ public:
     qreal progress() const noexcept { return m_progress; }
 
     /// Does nothing while another job is running. `finished` is called at the end unless the job
-    /// is cancelled, and may look at the job.
+    /// is cancelled or fails, and may look at the job.
     void start(const QString& name, std::unique_ptr<PropertyJob> job,
                std::function<void()> finished);
     Q_INVOKABLE void cancel();
@@ -40,6 +40,8 @@ Q_SIGNALS:
     void runningChanged();
     void progressChanged();
     void canceled(const QString& name);
+    /// Something that the job called threw; the job took back what it had done.
+    void failed(const QString& name, const QString& error);
 
 private:
     void work(std::chrono::nanoseconds time);

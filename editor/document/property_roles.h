@@ -34,6 +34,11 @@ public:
     const QString& group() const noexcept { return m_group; }
     const QString& title() const noexcept { return m_title; }
     Form form() const noexcept { return m_form; }
+    /// Can only be looked at.
+    bool isReadOnly() const noexcept
+    {
+        return m_steps.back()->isReadOnly || m_steps.back()->isConst;
+    }
 
     /// bool, int, double, QColor or QString; invalid for an object without the property.
     QVariant value(SceneObject& object) const;

@@ -60,6 +60,11 @@ bool SetClipboardData(unsigned format, GlobalHandle block)
     return isOpen && owned && currentBackend()->setData(format, std::move(owned));
 }
 
+std::string clipboardProblem()
+{
+    return currentBackend()->problem();
+}
+
 GlobalHandle GlobalAlloc(unsigned, std::size_t size)
 {
     return currentBackend()->allocate(size).release();

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
 
 /// The clipboard of the platform, in the operations that its users know by these names.
 /// GUI thread only.
@@ -28,6 +29,10 @@ bool IsClipboardFormatAvailable(unsigned format);
 GlobalHandle GetClipboardData(unsigned format);
 /// Takes the block over, also when it is false: the block could not be put on the clipboard.
 bool SetClipboardData(unsigned format, GlobalHandle block);
+
+/// Why the last reading came to nothing, in a sentence for the user, such as an owner that does not
+/// answer; empty when there simply was no text.
+std::string clipboardProblem();
 
 /// Zeroed memory; null when there is not enough.
 GlobalHandle GlobalAlloc(unsigned flags, std::size_t size);

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
 
 namespace Zar::platform {
 
@@ -25,6 +26,10 @@ public:
     /// Drops what is on the clipboard; false leaves it there.
     virtual bool empty() = 0;
     virtual bool setData(unsigned format, std::unique_ptr<GlobalBlock> block) = 0;
+
+    /// Why the last reading came to nothing, in a sentence for the user; empty when there simply
+    /// was no text.
+    virtual std::string problem() const { return {}; }
 
     /// Null when there is not enough memory.
     virtual std::unique_ptr<GlobalBlock> allocate(std::size_t size) = 0;

@@ -1,6 +1,7 @@
 #include "qt_clipboard_backend.h"
 
 #include <host/clipboard/clipboard.h>
+#include <host/clipboard/text_formats.h>
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -11,14 +12,14 @@
 namespace Zar::platform {
 namespace {
 
-// The second is what programs offer that name the encoding and nothing else.
 QString plainTextFormat(const QMimeData& contents)
 {
-    for (const char* format : {"text/plain", "text/plain;charset=utf-8"}) {
-        if (contents.hasFormat(QLatin1String(format)))
-            return QLatin1String(format);
-    }
-    return {};
+    const QStringList formats = contents.formats();
+    std::vector<std::string> names;
+    for (const QString& format : formats)
+        names.push_back(format.toStdString());
+    const auto best = bestTextFormat(names);
+    return best ? formats[int(*best)] : QString();
 }
 
 } // namespace
@@ -28,7 +29,21 @@ QtClipboardBackend::~QtClipboardBackend() = default;
 
 bool QtClipboardBackend::open()
 {
-    return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
+    if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+        return false;
+    if (!m_x11 && QGuiApplication::platformName() == QLatin1String("xcb"))
+        m_x11 = X11Clipboard::connect();
+    return true;
+}
+
+bool QtClipboardBackend::isForeign() const
+{
+    return m_x11 && !m_pending && !QGuiApplication::clipboard()->ownsClipboard();
+}
+
+std::string QtClipboardBackend::problem() const
+{
+    return isForeign() ? m_x11->problem() : std::string();
 }
 
 void QtClipboardBackend::close()
@@ -45,20 +60,36 @@ const QMimeData* QtClipboardBackend::contents() const
 
 bool QtClipboardBackend::isFormatAvailable(unsigned format) const
 {
+    if (format != textFormat)
+        return false;
+    if (isForeign())
+        return m_x11->offersText();
     const QMimeData* available = contents();
-    return format == textFormat && available && !plainTextFormat(*available).isEmpty();
+    return available && !plainTextFormat(*available).isEmpty();
 }
 
 GlobalBlock* QtClipboardBackend::data(unsigned format)
 {
-    if (!isFormatAvailable(format))
+    if (format != textFormat)
         return nullptr;
+    if (isForeign()) {
+        const std::optional<std::string> text = m_x11->text();
+        return text ? handOut(text->c_str(), text->size()) : nullptr;
+    }
     const QMimeData* available = contents();
-    const QByteArray text = available->data(plainTextFormat(*available));
-    const auto size = static_cast<std::size_t>(text.size());
+    const QString textFormatName = available ? plainTextFormat(*available) : QString();
+    if (textFormatName.isEmpty())
+        return nullptr;
+    const QByteArray text = available->data(textFormatName);
+    return handOut(text.constData(), static_cast<std::size_t>(text.size()));
+}
+
+// The text is followed by a NUL.
+GlobalBlock* QtClipboardBackend::handOut(const char* text, std::size_t size)
+{
     m_handedOut = GlobalBlock::allocate(size + 1);
     if (m_handedOut)
-        std::memcpy(m_handedOut->data(), text.constData(), size + 1);
+        std::memcpy(m_handedOut->data(), text, size + 1);
     return m_handedOut.get();
 }
 
@@ -75,8 +106,9 @@ bool QtClipboardBackend::setData(unsigned format, std::unique_ptr<GlobalBlock> b
         return false;
     if (!m_pending)
         m_pending = std::make_unique<QMimeData>();
-    m_pending->setData(QStringLiteral("text/plain"),
-                       QByteArray(block->data(), static_cast<int>(block->size())));
+    const QByteArray bytes(block->data(), static_cast<int>(block->size()));
+    for (const char* name : {"text/plain", "text/plain;charset=utf-8", "text/plain;charset=UTF-8"})
+        m_pending->setData(QLatin1String(name), bytes);
     return true;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <host/clipboard/clipboard_backend.h>
+#include <host/clipboard/x11_clipboard.h>
 
 #include <memory>
 
@@ -9,7 +10,9 @@ class QMimeData;
 namespace Zar::platform {
 
 /// The system clipboard through `QGuiApplication`; it cannot be opened without one.
-/// Text is offered as "text/plain" with exactly the bytes of the block. What is changed while the
+/// Text is offered as "text/plain", with and without UTF-8 by name, with exactly the bytes of the
+/// block. What another program offers under X11 is read by `X11Clipboard`.
+/// What is changed while the
 /// clipboard is open reaches the system in one piece when it is closed, so that no clipboard
 /// manager sees it empty in between.
 class QtClipboardBackend final : public IClipboardBackend
@@ -26,11 +29,16 @@ public:
     bool setData(unsigned format, std::unique_ptr<GlobalBlock> block) override;
     std::unique_ptr<GlobalBlock> allocate(std::size_t size) override;
 
+    std::string problem() const override;
+
 private:
+    bool isForeign() const;
     const QMimeData* contents() const;
+    GlobalBlock* handOut(const char* text, std::size_t size);
 
     std::unique_ptr<QMimeData> m_pending;
     std::unique_ptr<GlobalBlock> m_handedOut;
+    std::unique_ptr<X11Clipboard> m_x11;
 };
 
 } // namespace Zar::platform

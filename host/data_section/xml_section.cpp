@@ -1,6 +1,6 @@
 #include "xml_section.h"
 
-#include <host/data_section/xml_guard.h>
+#include <host/data_section/xml_reader.h>
 #include <host/data_section/xml_text.h>
 
 #include <pugixml.hpp>
@@ -15,15 +15,21 @@ constexpr const char* escapedAttribute = "escaped";
 constexpr const char* anyElement = "section";
 constexpr const char* tagAttribute = "tag";
 
+constexpr const char* indentation = "  ";
+constexpr unsigned parserOptions =
+    pugi::parse_default | pugi::parse_ws_pcdata_single | pugi::parse_embed_pcdata;
+
 class StringWriter final : public pugi::xml_writer
 {
 public:
+    explicit StringWriter(std::string& text) noexcept : m_text(text) {}
     void write(const void* data, std::size_t size) override
     {
-        bytes.append(static_cast<const char*>(data), size);
+        m_text.append(static_cast<const char*>(data), size);
     }
 
-    std::string bytes;
+private:
+    std::string& m_text;
 };
 
 bool isElement(pugi::xml_node node)
@@ -170,17 +176,26 @@ XMLSection::~XMLSection() = default;
 SmartPointer<XMLSection>
 XMLSection::createFromBinary(StringRef tag, const SmartPointer<BinaryBlock>& block, bool matchTag)
 {
-    if (!block || !xml::isFitForParsing(block->bytes()))
-        return nullptr;
-    constexpr unsigned options =
-        pugi::parse_default | pugi::parse_ws_pcdata_single | pugi::parse_embed_pcdata;
+    XMLReader reader(tag, block, matchTag);
+    while (reader.advance()) {
+    }
+    return reader.document();
+}
+
+SmartPointer<XMLSection> XMLSection::parse(StringRef text)
+{
     const SmartPointer<Document> document(new Document);
-    if (!document->xml.load_buffer(block->data(), block->length(), options, pugi::encoding_utf8))
+    if (!document->xml.load_buffer(text.data(), text.size(), parserOptions, pugi::encoding_utf8))
         return nullptr;
     const pugi::xml_node root = document->xml.document_element();
-    if (!root || (matchTag && !hasTag(root, tag)))
-        return nullptr;
-    return new XMLSection(document, root.internal_object());
+    return root ? new XMLSection(document, root.internal_object()) : nullptr;
+}
+
+bool XMLSection::parseChildren(StringRef text)
+{
+    return bool(pugi::xml_node(m_node).append_buffer(text.data(), text.size(),
+                                                     parserOptions | pugi::parse_fragment,
+                                                     pugi::encoding_utf8));
 }
 
 DataSectionPtr XMLSection::section(pugi::xml_node_struct* node) const
@@ -283,12 +298,19 @@ std::uint32_t XMLSection::readStrings(const StringRef* keys, std::string* texts,
     return found;
 }
 
+void XMLSection::printChildren(std::string& text) const
+{
+    StringWriter writer(text);
+    for (const pugi::xml_node child : pugi::xml_node(m_node).children())
+        child.print(writer, indentation, pugi::format_indent, pugi::encoding_utf8, 1);
+}
+
 SmartPointer<BinaryBlock> XMLSection::asBinary() const
 {
-    StringWriter writer;
-    writer.bytes = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
-    pugi::xml_node(m_node).print(writer, "  ", pugi::format_indent, pugi::encoding_utf8);
-    return new BinaryBlock(std::move(writer.bytes), "BinaryBlock/XMLSection");
+    std::string text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+    StringWriter writer(text);
+    pugi::xml_node(m_node).print(writer, indentation, pugi::format_indent, pugi::encoding_utf8);
+    return new BinaryBlock(std::move(text), "BinaryBlock/XMLSection");
 }
 
 } // namespace Zar

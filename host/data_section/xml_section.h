@@ -23,6 +23,7 @@ public:
     /// document type, or would take unreasonable memory (more than 512 MB of text, 2 GB in all or
     /// 256 levels). With `matchTag` also null when the root's tag is not `tag`.
     /// Takes time and memory linear in the bytes, whatever they are.
+    /// `XMLReader` does the same piece by piece.
     static SmartPointer<XMLSection>
     createFromBinary(StringRef tag, const SmartPointer<BinaryBlock>& block, bool matchTag);
 
@@ -43,7 +44,17 @@ public:
     SmartPointer<BinaryBlock> asBinary() const override;
 
 private:
+    friend class XMLReader;
+    friend class XMLWriter;
     class Document;
+
+    // Bare work of the parser and the printer.
+
+    /// Null when the text is not well-formed.
+    static SmartPointer<XMLSection> parse(StringRef text);
+    /// Appends elements and texts that are written one behind the other.
+    bool parseChildren(StringRef text);
+    void printChildren(std::string& text) const;
 
     XMLSection(SmartPointer<Document> document, pugi::xml_node_struct* node) noexcept;
     ~XMLSection() override;

@@ -1,9 +1,32 @@
 #include "bound_property.h"
 
 #include <host/core/debug_message.h>
+#include <host/core/message_group.h>
 #include <host/reflection/reflected.h>
+#include <host/variant/variant_converter.h>
 
 namespace kyr {
+namespace {
+
+void reportRefusal(const BoundProperty& property, const lumo::Variant& value,
+                   const lumo::Variant& present)
+{
+    const Zar::DebugMessageHelper message(0, 4);
+    const std::string name = property.name();
+    const std::string owner = property.topLevel() ? property.topLevel()->reflectedName() : "";
+    const std::string* text = value.tryGet<std::string>();
+    const lumo::MetaType& type = present.type();
+    if (!text || present.isVoid() || lumo::VariantConverter::hasTextForm(type)) {
+        message.message("Cannot set property '%s' of '%s': '%s' is no value of its type",
+                        name.c_str(), owner.c_str(),
+                        text ? text->c_str() : value.type().name().c_str());
+    } else if (Zar::MessageGroup::isFirst("no text form " + type.name())) {
+        message.message("Cannot set property '%s' of '%s': values of type '%s' have no text form",
+                        name.c_str(), owner.c_str(), type.name().c_str());
+    }
+}
+
+} // namespace
 
 BoundProperty::BoundProperty(std::shared_ptr<IReflected> topLevel, IReflected* object,
                              const MetaProperty* property) noexcept
@@ -46,11 +69,7 @@ bool BoundProperty::set(const lumo::Variant& value, vex::Flags<SetterFlag> flags
         return false;
     const lumo::Variant before = get();
     if (!m_property->set(*m_object, value)) {
-        const std::string* text = value.tryGet<std::string>();
-        Zar::DebugMessageHelper(0, 4).message(
-            "Cannot set property '%s' of '%s': '%s' is no value of its type", name().c_str(),
-            m_topLevel ? m_topLevel->reflectedName().c_str() : "",
-            text ? text->c_str() : value.type().name().c_str());
+        reportRefusal(*this, value, before);
         return false;
     }
     const lumo::Variant after = get();

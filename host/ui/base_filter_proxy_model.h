@@ -20,7 +20,6 @@ public:
 
     explicit BaseFilterProxyModel(QObject* parent = nullptr);
 
-    FilteringMode filteringMode() const noexcept { return m_filteringMode; }
     void setFilteringMode(FilteringMode mode);
     void setSourceModel(QAbstractItemModel* source) override;
 

@@ -1,9 +1,12 @@
 #include "changes_controller.h"
 
+#include <host/core/debug_message.h>
+
 #include <QScopedValueRollback>
 #include <QUndoCommand>
 
 #include <algorithm>
+#include <exception>
 
 namespace Zar {
 
@@ -89,8 +92,14 @@ void ChangesController::discardScope()
     const OpenScope discarded = std::move(m_scopes.back());
     m_scopes.pop_back();
     const QScopedValueRollback replaying(m_replaying, true);
-    for (auto change = discarded.changes.rbegin(); change != discarded.changes.rend(); ++change)
-        (*change)->undo();
+    for (auto change = discarded.changes.rbegin(); change != discarded.changes.rend(); ++change) {
+        // What one change throws must not keep the others from being taken back.
+        try {
+            (*change)->undo();
+        } catch (const std::exception& error) {
+            DebugMessageHelper(0, 5).message("While a change was taken back: %s", error.what());
+        }
+    }
 }
 
 void ChangesController::commit(std::vector<std::unique_ptr<IChange>> changes)

@@ -110,10 +110,13 @@ public:
     /// Sets the properties of the editor's selected objects from the system clipboard, as one
     /// undoable change. Reports why not and returns false when it cannot.
     bool pasteProperties();
-    /// The same as jobs that the editor works off in slices, for many objects; null, with the
-    /// reason reported, when there is nothing to do. The job is independent of the browser.
-    std::unique_ptr<PropertyJob> startCopy();
-    std::unique_ptr<PropertyPasteJob> startPaste();
+    /// The same as jobs that the editor works off in slices, for many objects, and with a choice of
+    /// properties; null, with the reason reported, when there is nothing to do. The job is
+    /// independent of the browser.
+    std::unique_ptr<PropertyJob> startCopy(PropertyChoice choice = {});
+    std::unique_ptr<PropertyJob> startPaste(PropertyChoice choice = {});
+    /// Counts what a paste of everything would do, and changes nothing.
+    std::unique_ptr<PropertyJob> startPastePreview();
     /// What the last `pasteProperties` did; all zero when it came to nothing.
     const PropertyPasteReport& lastPasteReport() const;
 
@@ -153,6 +156,7 @@ private:
         void operator()(kyr::ColumnProxies* columns) const;
     };
 
+    std::unique_ptr<PropertyJob> makePasteJob(PropertyChoice choice, bool isPreview);
     void initActions();
     void subscribe(vex::Connection connection);
     void connectItemModel();

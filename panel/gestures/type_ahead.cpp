@@ -6,7 +6,7 @@ namespace kyr::panel {
 
 bool TypeAhead::isActive() const
 {
-    return !m_text.isEmpty() && m_lastKey.isValid() && !m_lastKey.hasExpired(m_pause);
+    return !m_text.isEmpty() && m_lastKey.isValid() && !m_lastKey.hasExpired(pause);
 }
 
 int TypeAhead::type(const QString& letters, const OutlineModel& model, int currentRow)

@@ -16,10 +16,9 @@ class OutlineModel;
 class KYR_SCENE_OUTLINE_PANEL_EXPORT TypeAhead
 {
 public:
-    static constexpr int defaultPause = 1000;
-
     /// Milliseconds without a key that end a text.
-    void setPause(int milliseconds) { m_pause = milliseconds; }
+    static constexpr int pause = 1000;
+
     bool isActive() const;
     void stop() { m_text.clear(); }
     /// The row that the text with the letters added leads to from `currentRow`, -1 when none starts
@@ -29,7 +28,6 @@ public:
 private:
     QString m_text;
     QElapsedTimer m_lastKey;
-    int m_pause = defaultPause;
 };
 
 } // namespace kyr::panel

@@ -2,11 +2,14 @@
 #include <tools/common/string_utils.h>
 
 #include <QClipboard>
+#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QProcess>
 #include <QTest>
 
 #include <gtest/gtest.h>
+
+#include <csignal>
 
 namespace {
 
@@ -38,6 +41,8 @@ public:
         m_process.closeWriteChannel();
         m_process.waitForFinished();
     }
+
+    void send(int signal) const { ::kill(static_cast<pid_t>(m_process.processId()), signal); }
 
 private:
     QProcess m_process;
@@ -85,15 +90,42 @@ TEST(SystemClipboard, ReadsWhatOtherProgramsOffer)
 
 TEST(SystemClipboard, ReadsWhatXclipOffers)
 {
-    QProcess xclip;
-    xclip.start("xclip", {"-i", "-selection", "clipboard", "-quiet", "-loops", "9"});
-    xclip.write(QByteArray::fromStdString(sample));
-    xclip.closeWriteChannel();
+    for (const char* format : {"UTF8_STRING", "text/plain;charset=UTF-8"}) {
+        QProcess xclip;
+        xclip.start("xclip", {"-i", "-selection", "clipboard", "-quiet", "-t", format});
+        const std::string offered = sample + format;
+        xclip.write(QByteArray::fromStdString(offered));
+        xclip.closeWriteChannel();
+        std::string text;
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return Zar::StringUtils::copyFromClipboardT(text) && text == offered; }, 10000));
+        xclip.kill();
+        xclip.waitForFinished();
+    }
+}
+
+TEST(SystemClipboard, AnOwnerThatHangsIsNamedAndNotWaitedFor)
+{
+    const Owner owner({"copy", QString::fromStdString(sample)});
     std::string text;
-    EXPECT_TRUE(QTest::qWaitFor(
-        [&text] { return Zar::StringUtils::copyFromClipboardT(text) && text == sample; }, 10000));
-    xclip.kill();
-    xclip.waitForFinished();
+    for (const bool knowsWhatIsOffered : {false, true}) {
+        ASSERT_TRUE(QTest::qWaitFor(&Zar::StringUtils::canCopyFromClipboardT<char>, 10000));
+        owner.send(SIGSTOP);
+        QElapsedTimer clock;
+        clock.start();
+        for (int i = 0; i < 8; ++i) {
+            EXPECT_FALSE(!knowsWhatIsOffered && Zar::StringUtils::canCopyFromClipboardT<char>());
+            EXPECT_FALSE(Zar::StringUtils::copyFromClipboardT(text));
+        }
+        EXPECT_LT(clock.elapsed(), 750);
+        EXPECT_NE(Zar::platform::clipboardProblem().find("clipboard_peer"), std::string::npos)
+            << Zar::platform::clipboardProblem();
+        owner.send(SIGCONT);
+    }
+    EXPECT_TRUE(QTest::qWaitFor(&Zar::StringUtils::canCopyFromClipboardT<char>, 10000));
+    EXPECT_TRUE(Zar::StringUtils::copyFromClipboardT(text));
+    EXPECT_EQ(text, sample);
+    EXPECT_EQ(Zar::platform::clipboardProblem(), "");
 }
 
 TEST(SystemClipboard, CopyReplacesEverythingElse)
@@ -105,6 +137,7 @@ TEST(SystemClipboard, CopyReplacesEverythingElse)
     const QByteArray targets =
         outputOf("xclip", {"-o", "-selection", "clipboard", "-t", "TARGETS"});
     EXPECT_TRUE(targets.contains("UTF8_STRING"));
+    EXPECT_TRUE(targets.contains("text/plain;charset=utf-8"));
     EXPECT_FALSE(targets.contains("image/"));
 }
 

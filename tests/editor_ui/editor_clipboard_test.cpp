@@ -10,8 +10,12 @@
 #include <QClipboard>
 #include <QElapsedTimer>
 #include <QMenu>
+#include <QProcess>
+#include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+
+#include <csignal>
 
 namespace test {
 
@@ -39,7 +43,9 @@ TEST_F(EditorClipboardTest, pastedValuesShowAndAreUndoneInOneStep)
     select({"Far", "Right"});
     const int before = steps();
     paste();
-    EXPECT_EQ(message(), "3 properties of 2 objects changed; no match for 6 values");
+    EXPECT_EQ(message(), "1 property of 1 object changed; no match for Colour, Inner angle, "
+                         "Intensity and 3 more");
+    EXPECT_EQ(object("Right")->transform()->position.x, 2) << "at first all but the transform";
     EXPECT_EQ(intensity("Right"), 4);
     EXPECT_EQ(steps(), before + 1);
     EXPECT_TRUE(isModified("Right"));
@@ -47,6 +53,7 @@ TEST_F(EditorClipboardTest, pastedValuesShowAndAreUndoneInOneStep)
     EXPECT_EQ(selection(), QStringList({"Right", "Far"})) << "in the order of their rows";
 
     undo();
+    EXPECT_EQ(message(), "");
     EXPECT_EQ(intensity("Right"), 5);
     EXPECT_FALSE(isModified("Right"));
     EXPECT_EQ(selection(), QStringList({"Far", "Right"}));
@@ -78,7 +85,76 @@ TEST_F(EditorClipboardTest, contextMenuPastesAndTheFileKeepsIt)
     session.files()->openFile(directory.filePath("stage.kyrscene"));
     ASSERT_TRUE(loaded.wait());
     EXPECT_EQ(intensity("Right"), 4);
+}
+
+TEST_F(EditorClipboardTest, pasteSpecialCountsAndRemembersWhatIsChosen)
+{
+    select({"Left"});
+    copy();
+    select({"Far", "Right"});
+    key(Qt::Key_V, Qt::ControlModifier | Qt::AltModifier);
+    item("paste_special_list");
+    editor::PasteSpecialModel& model = *session.edit()->pasteSpecialModel();
+    const auto rowOf = [&model](const char* label) {
+        return model.match(model.index(0), Qt::DisplayRole, label).value(0);
+    };
+    const auto numbers = [&](const char* label) {
+        const QModelIndex index = rowOf(label);
+        return QList<int>{index.data(editor::PasteSpecialModel::TakersRole).toInt(),
+                          index.data(editor::PasteSpecialModel::DifferingRole).toInt(),
+                          index.data(editor::PasteSpecialModel::CheckedRole).toInt()};
+    };
+    EXPECT_EQ(model.targetCount(), 2);
+    EXPECT_EQ(numbers("Visible"), (QList<int>{2, 0, Qt::Checked}));
+    EXPECT_EQ(numbers("Intensity"), (QList<int>{1, 1, Qt::Checked}));
+    EXPECT_EQ(numbers("Position"), (QList<int>{2, 2, Qt::Unchecked}));
+    EXPECT_EQ(numbers("Transform").last(), Qt::Unchecked);
+    EXPECT_FALSE(rowOf("Name").isValid());
+    EXPECT_EQ(rowOf("Intensity").data(editor::PasteSpecialModel::ProblemRole), "not in 1");
+
+    click(centre(item("paste_none")));
+    EXPECT_FALSE(item("paste_special_accept")->isEnabled());
+    item("paste_special_list")->forceActiveFocus();
+    for (int row = 0; row < rowOf("Position").row(); ++row)
+        key(Qt::Key_Down);
+    key(Qt::Key_Space);
+    EXPECT_EQ(numbers("Transform").last(), Qt::PartiallyChecked);
+    key(Qt::Key_Return);
     EXPECT_EQ(object("Right")->transform()->position.x, -2);
+    EXPECT_EQ(intensity("Right"), 5);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !shows("paste_special_list"); }));
+    undo();
+    paste();
+    EXPECT_EQ(object("Far")->transform()->position.x, -2) << "as chosen last";
+    EXPECT_EQ(intensity("Right"), 5);
+
+    session.edit()->copyPart("light");
+    select({"Right"});
+    session.edit()->pastePart("light.intensity");
+    EXPECT_EQ(intensity("Right"), 5) << "its own";
+    QSettings().remove("paste");
+}
+
+TEST_F(EditorClipboardTest, anOwnerThatHangsIsNamedAndTheWindowStaysLive)
+{
+    QProcess xclip;
+    xclip.start("xclip", {"-i", "-selection", "clipboard", "-quiet"});
+    xclip.write("text");
+    xclip.closeWriteChannel();
+    ASSERT_TRUE(QTest::qWaitFor([] { return QGuiApplication::clipboard()->text() == "text"; }));
+    ::kill(pid_t(xclip.processId()), SIGSTOP);
+    QElapsedTimer clock;
+    clock.start();
+    select({"Left"});
+    paste();
+    EXPECT_TRUE(message().contains("does not answer")) << qPrintable(message());
+    session.document()->rename(object("Near"), "Nearer");
+    key(Qt::Key_F2);
+    key(Qt::Key_V, Qt::ControlModifier);
+    key(Qt::Key_Escape);
+    EXPECT_LT(clock.elapsed(), 3000);
+    xclip.kill();
+    xclip.waitForFinished();
 }
 
 TEST_F(EditorClipboardTest, unusableClipboardIsSaid)
@@ -86,7 +162,7 @@ TEST_F(EditorClipboardTest, unusableClipboardIsSaid)
     QGuiApplication::clipboard()->setText("no document");
     select({"Left"});
     paste();
-    EXPECT_EQ(message(), "Properties were not pasted; the log says why");
+    EXPECT_EQ(message(), "The text on the clipboard holds no properties");
     EXPECT_FALSE(session.document()->isModified());
 }
 
@@ -94,6 +170,9 @@ TEST_F(EditorClipboardTest, unusableClipboardIsSaid)
 class EditorLongPasteTest : public EditorClipboardTest
 {
 protected:
+    static void SetUpTestSuite() { QSettings().setValue("paste/leftOut", QStringList()); }
+    static void TearDownTestSuite() { QSettings().remove("paste"); }
+
     void open(int objectCount, float height)
     {
         session.document()->open(makeRowOfBoxes(objectCount, height), {});

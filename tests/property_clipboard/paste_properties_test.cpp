@@ -169,6 +169,27 @@ TEST_F(PasteProperties, IsOneStepThatUndoRestores)
     EXPECT_EQ(changes->stack().count(), before + 1);
 }
 
+TEST_F(PasteProperties, TypesWithoutATextFormAreNamedOnceAPaste)
+{
+    const std::vector<std::shared_ptr<PropertyBag>> bags{addBag("x", ""), addBag("y", "")};
+    for (const auto& bag : bags) {
+        for (const char* name : {"p", "q"})
+            bag->add(name, Variant(std::vector<int>{1}));
+    }
+    select(bags);
+    const std::string type = typeid(std::vector<int>).name();
+    offer("<object>" + property("p", "", type) + property("q", "", type) + "</object>");
+    for (int paste = 0; paste < 2; ++paste) {
+        EXPECT_TRUE(browser.pasteProperties());
+        EXPECT_THAT(pasteMessages(),
+                    ElementsAre("4 Cannot set property 'p' of 'x': values of type '" + type +
+                                    "' have no text form",
+                                "2 Paste '' to property 'p'", "2 Paste '' to property 'q'",
+                                "2 Paste '' to property 'p'", "2 Paste '' to property 'q'"));
+    }
+    EXPECT_EQ(browser.lastPasteReport().refused, 4u);
+}
+
 TEST_F(PasteProperties, AnExceptionClosesTheStep)
 {
     const auto bag = std::make_shared<PropertyBag>();
@@ -179,8 +200,8 @@ TEST_F(PasteProperties, AnExceptionClosesTheStep)
     EXPECT_THROW(browser.pasteProperties(), lumo::VariantCastError);
     EXPECT_FALSE(changes->isScopeOpen());
     EXPECT_TRUE(Zar::StackTracker::entries().empty());
-    changes->stack().undo();
     EXPECT_EQ(bag->text(), "a=0\nb=0\n");
+    EXPECT_THAT(selected(), ElementsAre("bag"));
 }
 
 TEST_F(PasteProperties, ATwinOfARandomSceneBecomesEqual)

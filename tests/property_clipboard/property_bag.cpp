@@ -122,6 +122,8 @@ void PropertyBag::propertyChanged(const kyr::BoundProperty& property, const lumo
     const auto controller = changes.lock();
     if (controller && !flags.has(kyr::SetterFlag::Replay))
         controller->record(std::make_unique<ValueChange>(property, before, after), "Set value");
+    if (changed)
+        changed();
 }
 
 std::string PropertyBag::text() const

@@ -4,6 +4,7 @@
 #include <host/undo/changes_controller.h>
 #include <host/variant/variant.h>
 
+#include <functional>
 #include <memory>
 #include <random>
 #include <string>
@@ -34,6 +35,8 @@ public:
     std::string text() const;
 
     std::weak_ptr<Zar::ChangesController> changes;
+    /// Called, where there is one, when a value of this bag changed.
+    std::function<void()> changed;
     /// How often a value was set.
     int sets = 0;
 

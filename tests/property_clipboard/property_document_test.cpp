@@ -61,25 +61,46 @@ TEST(PropertyWalk, AsksTheAnnotationHoweverItIsHeld)
     EXPECT_EQ(visited, "top.in;top.by null;");
 }
 
-/// A section that can neither grow nor be written.
+/// A section that can neither grow nor be written; "object" for who searches.
 class BarrenSection : public Zar::DataSection
 {
 public:
-    std::string tag() const override { return "barren"; }
+    std::string tag() const override { return "object"; }
     std::string text() const override { return {}; }
     bool setText(Zar::StringRef) override { return false; }
     Zar::DataSectionPtr insertSection(Zar::StringRef, int) override { return nullptr; }
     int countChildren() const override { return 0; }
-    Zar::DataSectionPtr firstChild() const override { return nullptr; }
+    Zar::DataSectionPtr firstChild() const override { return child; }
     Zar::DataSectionPtr nextSibling() const override { return nullptr; }
     Zar::DataSectionPtr findChild(Zar::StringRef, const Zar::DataSectionCreator*) const override
     {
         return nullptr;
     }
     bool writeString(Zar::StringRef, Zar::StringRef) override { return false; }
-    std::string readString(Zar::StringRef, Zar::StringRef, int) const override { return {}; }
+    std::string readString(Zar::StringRef, Zar::StringRef, int) const override
+    {
+        ++reads;
+        return {};
+    }
     Zar::SmartPointer<Zar::BinaryBlock> asBinary() const override { return nullptr; }
+
+    Zar::DataSectionPtr child;
+    mutable int reads = 0;
 };
+
+TEST(PropertyDocument, AStoredObjectIsReadOnceForAllTargets)
+{
+    const Zar::SmartPointer<BarrenSection> root(new BarrenSection);
+    const Zar::SmartPointer<BarrenSection> object(new BarrenSection);
+    root->child = object;
+    const auto bag = std::make_shared<PropertyBag>();
+    const IAssetSelection::Objects targets(9, kyr::PersistentObject(kyr::ReflectedObject(bag)));
+    MessageLog messages;
+    EXPECT_FALSE(properties::pasteDocument(targets, object)) << "it holds no object itself";
+    EXPECT_TRUE(properties::pasteDocument(targets, root));
+    EXPECT_EQ(messages.take().size(), 1u + targets.size());
+    EXPECT_EQ(object->reads, 1);
+}
 
 TEST(PropertyDocument, BrokenInvariantsAreReportedAndSurvived)
 {
@@ -96,7 +117,7 @@ TEST(PropertyDocument, BrokenInvariantsAreReportedAndSurvived)
     expectReport("section");
     properties::writeObjectProperties(object, new BarrenSection, "");
     expectReport("childSection");
-    EXPECT_FALSE(properties::putDocumentOnClipboard(new BarrenSection));
+    EXPECT_FALSE(properties::putDocumentOnClipboard(nullptr));
     expectReport("binary");
     const Zar::DataSectionPtr document(new Zar::XMLSection("objects"));
     document->insertSection("object")->insertSection("property")->writeString("name", "a");
@@ -110,14 +131,14 @@ TEST(ClipboardTransport, CarriesTheBytesAndOneNul)
     const FakeClipboard::Guard guard(clipboard);
     const Zar::DataSectionPtr document(new Zar::XMLSection("objects"));
     document->writeString("text", std::string("\0 \xff", 3));
-    EXPECT_TRUE(properties::putDocumentOnClipboard(document));
     const auto bytes = document->asBinary();
+    EXPECT_TRUE(properties::putDocumentOnClipboard(bytes));
     EXPECT_EQ(*clipboard->text, std::string(bytes->bytes()) + '\0');
     EXPECT_EQ(clipboard->takeLog(), "open allocate empty set close");
-    EXPECT_EQ(properties::takeDocumentFromClipboard()->asBinary()->bytes(), bytes->bytes());
+    EXPECT_EQ(properties::takeDocumentFromClipboard()->bytes(), bytes->bytes());
     EXPECT_EQ(clipboard->takeLog(), "open close open get close");
     *clipboard->text += "behind the end";
-    EXPECT_TRUE(properties::takeDocumentFromClipboard());
+    EXPECT_EQ(properties::takeDocumentFromClipboard()->bytes(), bytes->bytes());
 }
 
 } // namespace

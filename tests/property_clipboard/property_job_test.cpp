@@ -2,6 +2,8 @@
 
 #include <host/core/stack_tracker.h>
 
+#include <stdexcept>
+
 namespace {
 
 using namespace test;
@@ -40,9 +42,9 @@ TEST_F(PropertyJobs, PasteInSlicesIsTheSamePaste)
     const int steps = changes->stack().index();
     const auto job = browser.startPaste();
     ASSERT_TRUE(job);
-    EXPECT_THAT(selected(), ElementsAre());
-    EXPECT_EQ(bags[0]->text(), "a=0\nb=0\n") << "nothing before the first slice";
+    EXPECT_THAT(selected(), ElementsAre("x", "y", "z")) << "nothing before the first slice";
     EXPECT_TRUE(job->advance(0ns));
+    EXPECT_THAT(selected(), ElementsAre());
     EXPECT_EQ(job->objectsDone(), 1u);
     EXPECT_EQ(job->objectCount(), 3u);
     EXPECT_EQ(bags[0]->text() + bags[1]->text(), "a=1\nb=0\na=0\nb=0\n");
@@ -65,24 +67,103 @@ TEST_F(PropertyJobs, PasteInSlicesIsTheSamePaste)
     EXPECT_EQ(values(), "a=0\nb=0\na=0\nb=0\na=0\nb=0\n");
 }
 
-TEST_F(PropertyJobs, CancelledPasteLeavesNothing)
+/// Under the editor's changes controller, and under an undo that the browser does not know.
+class UnfinishedPaste : public PropertyJobs, public testing::WithParamInterface<bool>
 {
-    select({bags[2], bags[0], bags[1]});
-    EXPECT_TRUE(browser.pasteProperties());
-    changes->stack().undo();
-    const int steps = changes->stack().count();
-    for (const int slices : {0, 1, 2}) {
-        auto job = browser.startPaste();
-        for (int i = 0; i < slices; ++i)
-            EXPECT_TRUE(job->advance(0ns));
-        job.reset();
+protected:
+    UnfinishedPaste()
+    {
+        if (!GetParam()) {
+            for (const auto& bag : bags)
+                bag->changes.reset();
+        }
+        for (const int i : {2, 0, 1})
+            before.emplace_back(kyr::ReflectedObject(bags[static_cast<std::size_t>(i)]));
+        chosen.setSelection(before, false);
+    }
+    void expectNothing()
+    {
         EXPECT_EQ(values(), "a=0\nb=0\na=0\nb=0\na=0\nb=0\n");
-        EXPECT_THAT(selected(), ElementsAre("z", "x", "y"));
+        EXPECT_TRUE(chosen.objects() == before);
         EXPECT_FALSE(changes->isScopeOpen());
         EXPECT_EQ(changes->stack().count(), steps) << "what was undone can still be redone";
     }
-    changes->stack().redo();
+
+    RecordedAssetSelection unrecorded;
+    RecordedAssetSelection& chosen = GetParam() ? selection : unrecorded;
+    SceneBrowserData pasting{&assetModel, &chosen, nullptr};
+    IAssetSelection::Objects before;
+    int steps = 0;
+};
+
+TEST_P(UnfinishedPaste, LeavesNothing)
+{
+    EXPECT_TRUE(pasting.pasteProperties());
+    if (GetParam()) {
+        changes->stack().undo();
+    } else {
+        for (const auto& bag : bags)
+            bag->value(0) = lumo::Variant(0);
+        chosen.setSelection(before, false);
+    }
+    steps = changes->stack().count();
+    for (const int slices : {0, 1, 2}) {
+        auto job = pasting.startPaste();
+        for (int i = 0; i < slices; ++i)
+            EXPECT_TRUE(job->advance(0ns));
+        job.reset();
+        expectNothing();
+    }
+    for (const auto& bag : bags) {
+        bag->changed = [] { throw std::runtime_error("listener"); };
+        EXPECT_THROW(pasting.pasteProperties(), std::runtime_error);
+        expectNothing();
+        bag->changed = {};
+    }
+    for (const std::size_t selectedThen : {0u, 3u}) {
+        const vex::Connection throwing = chosen.connectSelectionChanged(
+            [selectedThen](const vex::Connection&, const IAssetSelection::SelectionChange& change) {
+                if (change.after.size() == selectedThen)
+                    throw std::runtime_error("listener");
+            });
+        EXPECT_THROW(pasting.pasteProperties(), std::runtime_error);
+        expectNothing();
+    }
+    EXPECT_TRUE(pasting.pasteProperties());
     EXPECT_EQ(bags[2]->text(), "a=3\nb=0\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(ByController, UnfinishedPaste, testing::Bool());
+
+TEST_F(PropertyJobs, TakeAChoiceOfPathsAndCountByPath)
+{
+    const auto chooseB = [](const std::string& path) { return path == "b"; };
+    bags[0]->value(1) = lumo::Variant(7);
+    auto job = browser.startCopy(chooseB);
+    job->advance(1h);
+    EXPECT_EQ(clipboard->text->find("<name>a"), std::string::npos);
+    for (const auto& bag : bags)
+        bag->value(1) = lumo::Variant(5);
+
+    addBag("odd");
+    select({bags[0], bags[1], bags[2], addBag("only a")});
+    const std::string untouched = values();
+    job = browser.startPastePreview();
+    job->advance(1h);
+    EXPECT_TRUE(job->hasSucceeded());
+    EXPECT_EQ(values(), untouched);
+    EXPECT_THAT(selected(), ElementsAre("x", "y", "z", "only a"));
+    EXPECT_THAT(messages.take(), ElementsAre());
+    const PropertyPasteCounts counts = job->report().properties.at("b");
+    EXPECT_EQ(counts.changed, 3u);
+    EXPECT_EQ(counts.unmatched, 1u);
+
+    clipboard->text = document;
+    job = browser.startPaste(chooseB);
+    job->advance(1h);
+    EXPECT_EQ(values(), "a=0\nb=0\na=0\nb=0\na=0\nb=0\n");
+    EXPECT_EQ(job->report().properties.count("a"), 0u);
+    EXPECT_EQ(job->report().unmatched, 1u);
 }
 
 TEST_F(PropertyJobs, JobsOutliveTheirBrowser)
@@ -118,8 +199,12 @@ TEST_F(PropertyJobs, CopyReachesTheClipboardInTheEnd)
 TEST_F(PropertyJobs, NothingToDoIsNoJob)
 {
     clipboard->text = "no document";
+    const auto failing = browser.startPaste();
+    EXPECT_FALSE(failing->advance(0ns) || failing->hasSucceeded());
+    clipboard->text.reset();
     EXPECT_FALSE(browser.startPaste());
-    EXPECT_THAT(messages.take(), ElementsAre("5 Paste properties: clipboard is empty"));
+    EXPECT_THAT(messages.take(), ElementsAre("5 Paste properties: clipboard is empty",
+                                             "5 Paste properties: clipboard is empty"));
     select({});
     EXPECT_FALSE(browser.startPaste());
     EXPECT_FALSE(browser.startCopy());

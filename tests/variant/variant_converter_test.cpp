@@ -63,6 +63,25 @@ void expectExact(const T& value)
     ASSERT_EQ(bytesOf(*back.tryGet<T>()), bytesOf(value)) << textOf(Variant(value));
 }
 
+TEST_F(VariantConverterTest, EveryNanKeepsItsBits)
+{
+    for (const std::uint32_t bits : {0x7fc00000u, 0xffc00000u, 0x7f800001u, 0xffffffffu}) {
+        float number = 0;
+        std::memcpy(&number, &bits, sizeof number);
+        expectExact(number);
+        expectExact(lumo::Vector3{1, number, 2});
+        const std::uint64_t wide = 0x7ff0000000000000u | bits;
+        double wideNumber = 0;
+        std::memcpy(&wideNumber, &wide, sizeof wideNumber);
+        expectExact(wideNumber);
+    }
+    for (const char* text :
+         {"nan(", "nan()", "nan(1)", "nan(7fc00001", "nan(17fc00001)", "nan(x)"}) {
+        Variant number(1.0f);
+        EXPECT_FALSE(VariantConverter::convert(number, Variant(text))) << text;
+    }
+}
+
 TEST_F(VariantConverterTest, TextFormsAreShortAndReadable)
 {
     const std::pair<Variant, const char*> rows[] = {

@@ -100,6 +100,12 @@ MenuBar {
             enabled: bar.hasSelection
             onTriggered: session.edit.pasteProperties()
         }
+        Action {
+            text: qsTr("Paste &Special…")
+            shortcut: "Ctrl+Alt+V"
+            enabled: bar.hasSelection
+            onTriggered: session.edit.preparePasteSpecial()
+        }
         MenuSeparator {}
         Action {
             text: qsTr("&Find in Tree")

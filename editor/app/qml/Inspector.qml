@@ -15,6 +15,9 @@ Rectangle {
 
     color: theme.palette.window
 
+    InspectorPartMenu {
+        id: partMenu
+    }
     InspectorHeader {
         id: header
 
@@ -52,6 +55,7 @@ Rectangle {
         delegate: InspectorLine {
             width: ListView.view.width
             rightMargin: scrollBar.size < 1 ? 14 : 8
+            onPartMenuRequested: partMenu.show(path, label)
         }
     }
 }

@@ -17,6 +17,8 @@ Item {
         "vector": "VectorField.qml"
     })
 
+    signal partMenuRequested(string path, string label)
+
     function edit() {
         if (loader.item && loader.item.edit)
             loader.item.edit();
@@ -44,6 +46,12 @@ Item {
         font.pixelSize: 12
         elide: Text.ElideRight
         textFormat: Text.PlainText
+    }
+    MouseArea {
+        width: model.kind === "group" ? line.width : line.labelWidth
+        height: line.height
+        acceptedButtons: Qt.RightButton
+        onClicked: line.partMenuRequested(line.path, model.label)
     }
     Loader {
         id: loader

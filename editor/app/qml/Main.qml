@@ -192,6 +192,9 @@ ApplicationWindow {
         onFailed: messageDialog.show(heading, reason)
         onTold: statusBar.show(text)
     }
+    PasteSpecialDialog {
+        objectName: "paste_special_dialog"
+    }
     HelpDialog {
         id: helpDialog
     }

@@ -89,7 +89,7 @@ Rectangle {
         }
         Text {
             anchors.verticalCenter: parent.verticalCenter
-            visible: text
+            visible: text && !message.text
             text: session.undoStatus.undoName ? qsTr("Undo: %1").arg(DisplayText.oneLine(session.undoStatus.undoName)) : ""
             color: theme.dimText
             font.pixelSize: 12

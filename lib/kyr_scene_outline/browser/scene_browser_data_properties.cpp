@@ -8,10 +8,15 @@
 #include <host/core/debug_message.h>
 #include <host/core/stack_tracker.h>
 
+#include <QPointer>
+
 #include <chrono>
 #include <utility>
 
 namespace {
+
+using kyr::properties::CopyJob;
+using kyr::properties::PasteJob;
 
 constexpr const char* sourceFile = "scene_browser_data";
 
@@ -29,7 +34,7 @@ bool runToEnd(PropertyJob& job)
 
 } // namespace
 
-std::unique_ptr<PropertyJob> SceneBrowserData::startCopy()
+std::unique_ptr<PropertyJob> SceneBrowserData::startCopy(PropertyChoice choice)
 {
     const Zar::StackTrackerScope entry("SceneBrowserData::copyProperties", sourceFile);
     if (!m_assetSelection)
@@ -41,7 +46,7 @@ std::unique_ptr<PropertyJob> SceneBrowserData::startCopy()
         return fail("Copy properties: item selection is empty");
 
     kyr::properties::collectObjectsInModelOrder(objects, m_assetModel);
-    return std::make_unique<kyr::properties::CopyJob>(std::move(objects));
+    return std::make_unique<CopyJob>(std::move(objects), std::move(choice));
 }
 
 bool SceneBrowserData::copyProperties()
@@ -50,7 +55,17 @@ bool SceneBrowserData::copyProperties()
     return job && runToEnd(*job);
 }
 
-std::unique_ptr<PropertyPasteJob> SceneBrowserData::startPaste()
+std::unique_ptr<PropertyJob> SceneBrowserData::startPaste(PropertyChoice choice)
+{
+    return makePasteJob(std::move(choice), false);
+}
+
+std::unique_ptr<PropertyJob> SceneBrowserData::startPastePreview()
+{
+    return makePasteJob({}, true);
+}
+
+std::unique_ptr<PropertyJob> SceneBrowserData::makePasteJob(PropertyChoice choice, bool isPreview)
 {
     const Zar::StackTrackerScope entry("SceneBrowserData::pasteProperties", sourceFile);
     if (!m_assetSelection)
@@ -62,20 +77,23 @@ std::unique_ptr<PropertyPasteJob> SceneBrowserData::startPaste()
         return fail("Paste properties: item selection is empty");
 
     kyr::properties::collectObjectsInModelOrder(targets, m_assetModel);
-    const Zar::DataSectionPtr document = kyr::properties::takeDocumentFromClipboard();
-    if (!document || document->countChildren() == 0)
+    Zar::SmartPointer<Zar::BinaryBlock> document = kyr::properties::takeDocumentFromClipboard();
+    if (!document)
         return fail("Paste properties: clipboard is empty");
-    return std::make_unique<kyr::properties::PasteJob>(*m_assetSelection, std::move(targets),
-                                                       document);
+    return std::make_unique<PasteJob>(*m_assetSelection, std::move(targets), std::move(document),
+                                      std::move(choice),
+                                      isPreview ? PasteJob::Mode::Preview : PasteJob::Mode::Paste);
 }
 
 bool SceneBrowserData::pasteProperties()
 {
     m_lastPasteReport = {};
-    const std::unique_ptr<PropertyPasteJob> job = startPaste();
+    const std::unique_ptr<PropertyJob> job = startPaste();
+    const QPointer<SceneBrowserData> self(this);
     if (!job || !runToEnd(*job))
         return false;
-    m_lastPasteReport = job->report();
+    if (self)
+        m_lastPasteReport = job->report();
     return true;
 }
 

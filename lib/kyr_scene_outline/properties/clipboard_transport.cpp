@@ -1,31 +1,27 @@
 #include "clipboard_transport.h"
 
 #include <host/core/debug_message.h>
-#include <host/data_section/xml_section.h>
 #include <tools/common/string_utils.h>
 
 #include <utility>
 
 namespace kyr::properties {
 
-bool putDocumentOnClipboard(const Zar::DataSectionPtr& document)
+bool putDocumentOnClipboard(const Zar::SmartPointer<Zar::BinaryBlock>& document)
 {
-    const Zar::SmartPointer<Zar::BinaryBlock> block = document->asBinary();
-    if (!Zar::verify(static_cast<bool>(block), "binary", "scene_browser_data"))
+    if (!Zar::verify(static_cast<bool>(document), "binary", "scene_browser_data"))
         return false;
-    return Zar::StringUtils::copyToClipboardT(std::string(block->data(), block->length()));
+    return Zar::StringUtils::copyToClipboardT(std::string(document->bytes()));
 }
 
-Zar::DataSectionPtr takeDocumentFromClipboard()
+Zar::SmartPointer<Zar::BinaryBlock> takeDocumentFromClipboard()
 {
     if (!Zar::StringUtils::canCopyFromClipboardT<char>())
         return nullptr;
     std::string text;
     if (!Zar::StringUtils::copyFromClipboardT(text) || text.empty())
         return nullptr;
-    const Zar::SmartPointer<Zar::BinaryBlock> block(
-        new Zar::BinaryBlock(std::move(text), "BinaryBlock/XMLSection"));
-    return Zar::XMLSection::createFromBinary("objects", block, true);
+    return new Zar::BinaryBlock(std::move(text), "BinaryBlock/XMLSection");
 }
 
 } // namespace kyr::properties

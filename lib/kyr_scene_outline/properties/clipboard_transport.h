@@ -1,14 +1,14 @@
 #pragma once
 
-#include <host/data_section/data_section.h>
+#include <host/data_section/binary_block.h>
 
 namespace kyr::properties {
 
-/// Puts the serialised document on the clipboard as plain text with a terminating NUL byte.
-bool putDocumentOnClipboard(const Zar::DataSectionPtr& document);
+/// Puts a serialised document on the clipboard as plain text with a terminating NUL byte.
+bool putDocumentOnClipboard(const Zar::SmartPointer<Zar::BinaryBlock>& document);
 
-/// The document rebuilt from the clipboard's plain text up to its first NUL byte; null when there
-/// is no text or it is no such document.
-Zar::DataSectionPtr takeDocumentFromClipboard();
+/// The clipboard's plain text up to its first NUL byte, for a document to be rebuilt from; null
+/// when there is none.
+Zar::SmartPointer<Zar::BinaryBlock> takeDocumentFromClipboard();
 
 } // namespace kyr::properties

@@ -4,27 +4,28 @@
 #include "property_document.h"
 
 #include <host/core/debug_message.h>
-#include <host/data_section/xml_section.h>
 
 #include <utility>
 
 namespace kyr::properties {
 
-CopyJob::CopyJob(IAssetSelection::Objects objects)
+CopyJob::CopyJob(IAssetSelection::Objects objects, PropertyChoice choice)
     : PropertyJob("SceneBrowserData::copyProperties", objects.size())
     , m_objects(std::move(objects))
-    , m_document(new Zar::XMLSection("objects"))
+    , m_choice(std::move(choice))
 {}
 
 bool CopyJob::workOn(std::size_t object)
 {
-    writeObject(m_objects[object].object(), *m_document);
+    m_writer.writeChildren(*buildPropertyDocument({m_objects[object]}, m_choice));
+    if (object == 0)
+        m_writer.expect(m_objects.size());
     return true;
 }
 
 bool CopyJob::finish()
 {
-    const bool ok = putDocumentOnClipboard(m_document);
+    const bool ok = putDocumentOnClipboard(m_writer.takeBinary());
     if (!ok) {
         Zar::DebugMessageHelper(0, 5).message(
             "Copy properties: Cannot paste copied data to clipboard");

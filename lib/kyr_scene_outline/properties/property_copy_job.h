@@ -1,23 +1,25 @@
 #pragma once
 
-#include <host/data_section/data_section.h>
+#include <host/data_section/xml_writer.h>
 #include <host/scene/asset_selection.h>
 #include <kyr_scene_outline/property_job.h>
 
 namespace kyr::properties {
 
-/// Writes the objects into a document, which goes to the clipboard in the end.
+/// Writes the document of the objects, which goes to the clipboard in the end. Each piece is built
+/// and written on its own, so that what is in memory is the text and never the whole document.
 class CopyJob final : public PropertyJob
 {
 public:
-    explicit CopyJob(IAssetSelection::Objects objects);
+    CopyJob(IAssetSelection::Objects objects, PropertyChoice choice);
 
 private:
     bool workOn(std::size_t object) override;
     bool finish() override;
 
     IAssetSelection::Objects m_objects;
-    Zar::DataSectionPtr m_document;
+    PropertyChoice m_choice;
+    Zar::XMLWriter m_writer{"objects"};
 };
 
 } // namespace kyr::properties

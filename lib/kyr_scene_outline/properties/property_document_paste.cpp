@@ -1,6 +1,5 @@
 #include "property_document.h"
 
-#include "document_paste.h"
 #include "property_text.h"
 #include "property_walk.h"
 
@@ -11,30 +10,43 @@
 namespace kyr::properties {
 namespace {
 
+// Messages name this file and these conditions: "rObj", "objectSection". Who reads a report from
+// an artist's machine looks for them, so they stay as they are.
+constexpr const char* sourceFile = "scene_browser_data";
+
 /// Applies one table to one object, and counts.
-class PropertyPaste
+class Leaf
 {
 public:
-    explicit PropertyPaste(const PropertyTable& table) noexcept : m_table(table) {}
+    Leaf(PropertyTable& table, PasteProgress& progress) noexcept
+        : m_table(table), m_progress(progress)
+    {}
 
     void operator()(const BoundProperty& property, const std::string& path)
     {
         if (!isVisibleValue(property) || property.isConst() || property.isReadOnly())
             return;
-        const StoredProperty* stored = m_table.find(path);
-        if (!stored)
+        StoredProperty* stored = m_table.find(path, m_place);
+        if (!stored || !stored->isChosen)
             return;
         ++m_matched;
         if (stored->type != property.propertyType().name()) {
-            ++m_typeMismatches;
+            ++stored->counts.typeMismatches;
+            ++m_progress.report.typeMismatches;
             return;
         }
-        const auto& text = *stored->value.tryGet<std::string>();
-        if (valueEqualsText(property.get(), text))
+        lumo::Variant value = property.get();
+        if (valueEqualsText(value, *stored->value.tryGet<std::string>())) {
+            ++stored->counts.equal;
             return;
-        ++(property.set(stored->value) ? m_changed : m_refused);
-        Zar::DebugMessageHelper(0, 2).message("Paste '%s' to property '%s'", text.c_str(),
-                                              property.name().c_str());
+        }
+        if (m_progress.isPreview || set(property, std::move(value), *stored)) {
+            ++stored->counts.changed;
+            ++m_changed;
+        } else {
+            ++stored->counts.refused;
+            ++m_progress.report.refused;
+        }
     }
 
     void addTo(PropertyPasteReport& report) const
@@ -42,38 +54,94 @@ public:
         report.targets += 1;
         report.changedObjects += m_changed > 0 ? 1 : 0;
         report.changedProperties += m_changed;
-        report.unmatched += m_table.size() - std::min(m_matched, m_table.size());
-        report.typeMismatches += m_typeMismatches;
-        report.refused += m_refused;
+        report.unmatched += m_table.chosenCount() - std::min(m_matched, m_table.chosenCount());
     }
 
 private:
-    const PropertyTable& m_table;
+    bool set(const BoundProperty& property, lumo::Variant value, const StoredProperty& stored)
+    {
+        if (!m_progress.keepsEarlier)
+            m_progress.earlier.clear();
+        m_progress.earlier.emplace_back(property, std::move(value));
+        const bool isSet = property.set(stored.value);
+        if (!isSet)
+            m_progress.earlier.pop_back();
+        Zar::DebugMessageHelper(0, 2).message("Paste '%s' to property '%s'",
+                                              stored.value.tryGet<std::string>()->c_str(),
+                                              property.name().c_str());
+        return isSet;
+    }
+
+    PropertyTable& m_table;
+    PasteProgress& m_progress;
+    std::size_t m_place = 0;
     std::size_t m_matched = 0;
-    std::size_t m_typeMismatches = 0;
     std::size_t m_changed = 0;
-    std::size_t m_refused = 0;
 };
+
+bool openSources(const Zar::DataSection& document, std::size_t targetCount, PasteProgress& progress)
+{
+    document.openSections("object", progress.sources, nullptr);
+    const bool isDealtOnce = targetCount <= progress.sources.size();
+    progress.tables.resize(isDealtOnce ? 1 : progress.sources.size());
+    if (progress.sources.empty()) {
+        Zar::DebugMessageHelper(0, 5).message(
+            "Paste properties: Cannot find any objects in clipboard");
+    }
+    return !progress.sources.empty();
+}
+
+/// The next target's stored object as a table, read when its turn comes for the first time.
+PropertyTable& nextTable(PasteProgress& progress)
+{
+    const std::size_t position = progress.nextTarget % progress.sources.size();
+    PropertyTable& table = progress.tables[position % progress.tables.size()];
+    const Zar::DataSectionPtr& section = progress.sources[position];
+    if (progress.nextTarget < progress.sources.size() &&
+        Zar::verify(static_cast<bool>(section), "objectSection", sourceFile))
+        table.read(*section, progress.choice, progress.report);
+    return table;
+}
+
+void pasteToNext(const ReflectedObject& target, PasteProgress& progress)
+{
+    Zar::verify(target.isValid(), "rObj", sourceFile);
+    PropertyTable& table = nextTable(progress);
+    if (!table.isEmpty()) {
+        applyObjectProperties(target, table, std::string(), progress);
+        table.countTarget();
+    } else if (!progress.isPreview) {
+        Zar::DebugMessageHelper(0, 4).message("Paste properties: there are no any properties in %s",
+                                              table.objectType().c_str());
+    }
+}
 
 } // namespace
 
-bool pasteDocument(const IAssetSelection::Objects& targets, const Zar::DataSectionPtr& document)
+bool pasteDocument(const IAssetSelection::Objects& targets, const Zar::DataSectionPtr& document,
+                   PasteProgress* progress, std::size_t count)
 {
-    DocumentPaste paste(document, targets.size());
-    if (paste.isEmpty())
+    PasteProgress whole;
+    PasteProgress& paste = progress ? *progress : whole;
+    if (paste.sources.empty() && !openSources(*document, targets.size(), paste))
         return false;
-    for (std::size_t i = 0; i < targets.size(); ++i)
-        paste.pasteTo(i, targets[i].object());
+    for (; count > 0 && paste.nextTarget < targets.size(); --count) {
+        pasteToNext(targets[paste.nextTarget].object(), paste);
+        ++paste.nextTarget;
+    }
+    if (paste.nextTarget == targets.size()) {
+        for (PropertyTable& table : paste.tables)
+            table.countInto(paste.report);
+    }
     return true;
 }
 
-void applyObjectProperties(const ReflectedObject& target, const PropertyTable& table,
-                           const std::string& prefix, PropertyPasteReport* report)
+void applyObjectProperties(const ReflectedObject& target, PropertyTable& table,
+                           const std::string& prefix, PasteProgress& progress)
 {
-    PropertyPaste paste(table);
-    walkProperties(target, prefix, paste);
-    if (report)
-        paste.addTo(*report);
+    Leaf leaf(table, progress);
+    walkProperties(target, prefix, leaf);
+    leaf.addTo(progress.report);
 }
 
 } // namespace kyr::properties

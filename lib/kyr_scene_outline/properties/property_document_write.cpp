@@ -37,6 +37,18 @@ void writeProperty(const BoundProperty& property, const std::string& path,
     section->writeString("type", property.propertyType().name());
 }
 
+void writeObject(const ReflectedObject& object, Zar::DataSection& root,
+                 const PropertyChoice& choice)
+{
+    const Zar::DataSectionPtr section = root.insertSection("object", -1);
+    if (!Zar::verify(static_cast<bool>(section), "childSection", sourceFile))
+        return;
+    section->writeString("type", object.type().name());
+    writeObjectProperties(object, section, std::string(), choice);
+    Zar::DebugMessageHelper(0, 2).message("Copy properties of '%s' item",
+                                          object.reference().name().c_str());
+}
+
 } // namespace
 
 void collectObjectsInModelOrder(IAssetSelection::Objects& objects, const IAssetModel* model)
@@ -48,39 +60,31 @@ void collectObjectsInModelOrder(IAssetSelection::Objects& objects, const IAssetM
         if (index.isValid())
             rows.emplace_back(index, std::move(object));
     }
-    std::sort(rows.begin(), rows.end(),
-              [](const auto& a, const auto& b) { return a.first < b.first; });
+    const auto precedes = [](const auto& a, const auto& b) { return a.first < b.first; };
+    if (!std::is_sorted(rows.begin(), rows.end(), precedes))
+        std::sort(rows.begin(), rows.end(), precedes);
     objects.clear();
     for (auto& row : rows)
         objects.push_back(std::move(row.second));
 }
 
-Zar::DataSectionPtr buildPropertyDocument(const IAssetSelection::Objects& objects)
+Zar::DataSectionPtr buildPropertyDocument(const IAssetSelection::Objects& objects,
+                                          const PropertyChoice& choice)
 {
     Zar::DataSectionPtr root(new Zar::XMLSection("objects"));
     for (const PersistentObject& object : objects)
-        writeObject(object.object(), *root);
+        writeObject(object.object(), *root, choice);
     return root;
 }
 
-void writeObject(const ReflectedObject& object, Zar::DataSection& root)
-{
-    const Zar::DataSectionPtr section = root.insertSection("object", -1);
-    if (!Zar::verify(static_cast<bool>(section), "childSection", sourceFile))
-        return;
-    section->writeString("type", object.type().name());
-    writeObjectProperties(object, section, std::string());
-    Zar::DebugMessageHelper(0, 2).message("Copy properties of '%s' item",
-                                          object.reference().name().c_str());
-}
-
 void writeObjectProperties(const ReflectedObject& object, const Zar::DataSectionPtr& section,
-                           const std::string& prefix)
+                           const std::string& prefix, const PropertyChoice& choice)
 {
     if (!Zar::verify(static_cast<bool>(section), "section", sourceFile))
         return;
-    const auto write = [&section](const BoundProperty& property, const std::string& path) {
-        writeProperty(property, path, *section);
+    const auto write = [&](const BoundProperty& property, const std::string& path) {
+        if (!choice || choice(path))
+            writeProperty(property, path, *section);
     };
     walkProperties(object, prefix, write);
 }

@@ -9,16 +9,45 @@ bool PropertyJob::advance(std::chrono::nanoseconds time)
     if (isFinished())
         return false;
     const Zar::StackTrackerScope entry(m_name, "scene_browser_data");
-    const auto start = std::chrono::steady_clock::now();
+    const Clock::time_point start = Clock::now();
     m_state = State::Failed; // which it stays when something throws
+    try {
+        m_state = work(start, time);
+    } catch (...) {
+        takeBack();
+        throw;
+    }
+    return m_state == State::Running;
+}
+
+PropertyJob::State PropertyJob::work(Clock::time_point start, std::chrono::nanoseconds time)
+{
+    const auto isTimeOver = [start, time] { return Clock::now() - start >= time; };
+    while (preparation() < 1) {
+        if (!prepare())
+            return State::Failed;
+        if (preparation() < 1 && isTimeOver())
+            return State::Running;
+    }
     while (m_done < m_count && workOn(m_done)) {
         ++m_done;
-        if (m_done < m_count && std::chrono::steady_clock::now() - start >= time) {
-            m_state = State::Running;
-            return true;
-        }
+        if (m_done < m_count && isTimeOver())
+            return State::Running;
     }
-    if (finish())
-        m_state = State::Succeeded;
-    return false;
+    return finish() ? State::Succeeded : State::Failed;
+}
+
+double PropertyJob::progress() const noexcept
+{
+    // Reading a document takes about a third of a paste.
+    constexpr double share = 0.3;
+    const double prepared = preparation();
+    const double done = m_count > 0 ? double(m_done) / double(m_count) : 0;
+    return prepared < 1 ? share * prepared : share + (1 - share) * done;
+}
+
+const PropertyPasteReport& PropertyJob::report() const noexcept
+{
+    static const PropertyPasteReport none;
+    return none;
 }

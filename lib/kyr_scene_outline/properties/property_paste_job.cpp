@@ -6,53 +6,61 @@
 #include <utility>
 
 namespace kyr::properties {
-namespace {
-
-/// The paste counts its time from here.
-std::chrono::steady_clock::time_point deselectAll(IAssetSelection& selection)
-{
-    selection.clearSelection();
-    return std::chrono::steady_clock::now();
-}
-
-} // namespace
 
 PasteJob::PasteJob(IAssetSelection& selection, IAssetSelection::Objects targets,
-                   const Zar::DataSectionPtr& document)
-    : PropertyPasteJob("SceneBrowserData::pasteProperties", targets.size())
+                   Zar::SmartPointer<Zar::BinaryBlock> document, PropertyChoice choice, Mode mode)
+    : PropertyJob("SceneBrowserData::pasteProperties", targets.size())
     , m_selection(selection)
     , m_targets(std::move(targets))
-    , m_controller(selection.changesController().lock())
-    , m_change(std::in_place, "Paste property values from clipboard to selected items",
-               m_controller.get())
-    , m_start(deselectAll(selection))
-    , m_paste(document, m_targets.size())
-{}
-
-PasteJob::~PasteJob()
+    , m_reader("objects", std::move(document), true)
 {
-    if (!isFinished())
-        m_change->discard();
+    m_progress.choice = std::move(choice);
+    m_progress.isPreview = mode == Mode::Preview;
 }
 
-bool PasteJob::workOn(std::size_t object)
+double PasteJob::preparation() const noexcept
 {
-    if (m_paste.isEmpty())
+    return m_document ? 1 : m_reader.progress() * 0.99;
+}
+
+bool PasteJob::prepare()
+{
+    if (m_reader.advance())
+        return true;
+    m_document = m_reader.document();
+    if (!m_document || !m_document->firstChild()) {
+        Zar::DebugMessageHelper(0, 5).message("Paste properties: clipboard is empty");
         return false;
-    m_paste.pasteTo(object, m_targets[object].object());
+    }
+    if (!m_progress.isPreview) {
+        m_step.emplace(m_selection, m_progress);
+        m_selection.clearSelection();
+    }
+    m_start = Clock::now();
+    // Also reports a document without objects, for which there is no object to work on.
+    m_hasObjects = pasteDocument(m_targets, m_document, &m_progress, 0);
     return true;
+}
+
+bool PasteJob::workOn(std::size_t)
+{
+    const Zar::MessageGroup::Scope onceAPaste(m_messages);
+    return m_hasObjects && pasteDocument(m_targets, m_document, &m_progress, 1);
 }
 
 bool PasteJob::finish()
 {
+    if (m_progress.isPreview)
+        return m_hasObjects;
     m_selection.setSelection(m_targets, false);
-    if (!m_paste.isEmpty()) {
+    if (m_hasObjects) {
         const std::chrono::nanoseconds elapsed = Clock::now() - m_start;
         Zar::DebugMessageHelper(0, 2).message(
             "Paste finished in %u ms", static_cast<std::uint32_t>(elapsed.count() / 1000000));
     }
-    m_change.reset();
-    return !m_paste.isEmpty();
+    m_step->keep();
+    m_step.reset();
+    return m_hasObjects;
 }
 
 } // namespace kyr::properties

@@ -1,38 +1,49 @@
 #pragma once
 
+#include <host/core/message_group.h>
+#include <host/data_section/xml_reader.h>
 #include <host/scene/asset_selection.h>
-#include <host/undo/commit_changes_scope.h>
-#include <kyr_scene_outline/properties/document_paste.h>
+#include <kyr_scene_outline/properties/paste_step.h>
+#include <kyr_scene_outline/properties/property_document.h>
 #include <kyr_scene_outline/property_job.h>
 
-#include <chrono>
-#include <memory>
 #include <optional>
 
 namespace kyr::properties {
 
-/// Deselects everything, pastes the document to the targets and selects these, all in one step.
-class PasteJob final : public PropertyPasteJob
+/// Reads the document, deselects everything, pastes to the targets and selects these, all in one
+/// step. A preview reads and counts, and changes nothing.
+class PasteJob final : public PropertyJob
 {
 public:
-    PasteJob(IAssetSelection& selection, IAssetSelection::Objects targets,
-             const Zar::DataSectionPtr& document);
-    ~PasteJob() override;
+    enum class Mode
+    {
+        Paste,
+        Preview,
+    };
 
-    const PropertyPasteReport& report() const noexcept override { return m_paste.report(); }
+    /// `document` is the serialised form.
+    PasteJob(IAssetSelection& selection, IAssetSelection::Objects targets,
+             Zar::SmartPointer<Zar::BinaryBlock> document, PropertyChoice choice, Mode mode);
+
+    const PropertyPasteReport& report() const noexcept override { return m_progress.report; }
 
 private:
-    using Clock = std::chrono::steady_clock;
-
+    double preparation() const noexcept override;
+    bool prepare() override;
     bool workOn(std::size_t object) override;
     bool finish() override;
+    void takeBack() noexcept override { m_step.reset(); }
 
     IAssetSelection& m_selection;
     IAssetSelection::Objects m_targets;
-    std::shared_ptr<Zar::ChangesController> m_controller;
-    std::optional<Zar::CommitChangesScope> m_change;
+    Zar::XMLReader m_reader;
+    Zar::DataSectionPtr m_document;
+    PasteProgress m_progress;
+    std::optional<PasteStep> m_step;
+    Zar::MessageGroup m_messages;
     Clock::time_point m_start;
-    DocumentPaste m_paste;
+    bool m_hasObjects = true;
 };
 
 } // namespace kyr::properties

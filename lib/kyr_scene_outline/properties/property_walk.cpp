@@ -4,16 +4,11 @@
 
 namespace kyr::properties {
 
-void appendPropertyPath(std::string& prefix, const BoundProperty& property)
+std::string propertyPath(std::string prefix, const BoundProperty& property)
 {
     if (!prefix.empty())
         prefix += '.';
     prefix += property.name();
-}
-
-std::string propertyPath(std::string prefix, const BoundProperty& property)
-{
-    appendPropertyPath(prefix, property);
     return prefix;
 }
 

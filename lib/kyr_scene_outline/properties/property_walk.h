@@ -12,9 +12,6 @@ namespace kyr::properties {
 /// "name", or "prefix.name" below a nested object.
 std::string propertyPath(std::string prefix, const BoundProperty& property);
 
-/// Makes a prefix the path of a property below it.
-void appendPropertyPath(std::string& prefix, const BoundProperty& property);
-
 /// Whether the property's scene item annotation keeps it out of copy and paste.
 /// Throws `lumo::VariantCastError` when the annotation is no scene item.
 bool isSceneItemProperty(const BoundProperty& property);
@@ -36,7 +33,7 @@ void walkPropertiesBelow(const ReflectedObject& object, std::string& path, Leaf&
         const BoundProperty property = object.propertyAt(i);
         if (!property.isValid() || isSceneItemProperty(property))
             continue;
-        appendPropertyPath(path, property);
+        path = propertyPath(std::move(path), property);
         if (const ReflectedObject nested(property); nested.isValid())
             walkPropertiesBelow(nested, path, leaf);
         else

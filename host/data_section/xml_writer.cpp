@@ -1,0 +1,52 @@
+#include "xml_writer.h"
+
+#include <host/core/debug_message.h>
+#include <host/data_section/xml_section.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace Zar {
+namespace {
+
+// How a root without children ends, and one with children begins.
+constexpr StringRef emptyEnd = " />\n";
+constexpr StringRef tagEnd = ">\n";
+
+} // namespace
+
+XMLWriter::XMLWriter(StringRef tag)
+    : m_text(SmartPointer<XMLSection>(new XMLSection(tag))->asBinary()->bytes())
+{
+    const std::size_t name = m_text.rfind('<') + 1;
+    m_rootName = m_text.substr(name, m_text.find(' ', name) - name);
+}
+
+void XMLWriter::writeChildren(const DataSection& root)
+{
+    const auto* section = dynamic_cast<const XMLSection*>(&root);
+    if (!verify(section, "section", "xml_writer"))
+        return;
+    const int count = section->countChildren();
+    if (count > 0 && m_childCount == 0)
+        m_text.replace(m_text.size() - emptyEnd.size(), emptyEnd.size(), tagEnd);
+    m_childCount += static_cast<std::size_t>(count);
+    section->printChildren(m_text);
+}
+
+void XMLWriter::expect(std::size_t childCount)
+{
+    constexpr std::size_t most = std::size_t(1) << 30;
+    if (m_childCount > 0 && childCount > m_childCount)
+        m_text.reserve(
+            std::min(most, m_text.size() / m_childCount * (childCount + childCount / 8)));
+}
+
+SmartPointer<BinaryBlock> XMLWriter::takeBinary()
+{
+    if (m_childCount > 0)
+        m_text.append("</").append(m_rootName).append(tagEnd);
+    return new BinaryBlock(std::exchange(m_text, {}), "BinaryBlock/XMLSection");
+}
+
+} // namespace Zar
