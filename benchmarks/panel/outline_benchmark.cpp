@@ -140,6 +140,82 @@ void searchWithoutAMatch(benchmark::State& state)
     state.SetItemsProcessed(state.iterations() * scene.outline.count());
 }
 
+/// Levels below the first row of each other, with the same number of rows each.
+class DeepModel : public QAbstractItemModel
+{
+public:
+    DeepModel(int levels, int rows) : m_levels(levels), m_rows(rows) {}
+
+    QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override
+    {
+        return createIndex(row, column, parent.isValid() ? parent.internalId() + 1 : 0);
+    }
+    QModelIndex parent(const QModelIndex& index) const override
+    {
+        return index.internalId() == 0 ? QModelIndex() : createIndex(0, 0, index.internalId() - 1);
+    }
+    int rowCount(const QModelIndex& parent = {}) const override
+    {
+        const bool has =
+            !parent.isValid() || (parent.row() == 0 && int(parent.internalId()) + 1 < m_levels);
+        return has ? m_rows : 0;
+    }
+    int columnCount(const QModelIndex& = {}) const override { return 1; }
+    QVariant data(const QModelIndex&, int) const override { return {}; }
+
+private:
+    int m_levels;
+    int m_rows;
+};
+
+/// 100,000 rows on `range(0)` levels, all open.
+struct DeepScene
+{
+    explicit DeepScene(const benchmark::State& state)
+        : model(int(state.range(0)), 100'000 / int(state.range(0)))
+    {
+        outline.setSourceModel(&model);
+        outline.expandAll();
+    }
+
+    DeepModel model;
+    QItemSelectionModel* selection = new QItemSelectionModel(&model);
+    OutlineModel outline;
+};
+
+/// Every row selected and deselected, as a selection model reports it.
+void markAllDeep(benchmark::State& state)
+{
+    DeepScene scene(state);
+    scene.outline.setSelectionModel(scene.selection);
+    const QItemSelection ranges = scene.outline.sourceSelection(0, scene.outline.count() - 1);
+    for (auto _ : state) {
+        Q_EMIT scene.selection->selectionChanged(ranges, {});
+        Q_EMIT scene.selection->selectionChanged({}, ranges);
+    }
+}
+
+void rangeOverAllRowsDeep(benchmark::State& state)
+{
+    DeepScene scene(state);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(scene.outline.sourceSelection(0, scene.outline.count() - 1));
+}
+
+/// From a row to its index and back, anywhere.
+void rowToIndexAndBackDeep(benchmark::State& state)
+{
+    DeepScene scene(state);
+    std::minstd_rand random;
+    for (auto _ : state) {
+        const QModelIndex index = scene.outline.sourceIndex(int(random() % 100'000));
+        benchmark::DoNotOptimize(scene.outline.rowOf(index));
+    }
+}
+
+BENCHMARK(markAllDeep)->Arg(1'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(rangeOverAllRowsDeep)->Arg(1'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(rowToIndexAndBackDeep)->Arg(1'000)->Arg(100'000);
 BENCHMARK(expandAll)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(collapseAll)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(toggleEachGroup)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);

@@ -19,6 +19,7 @@ void RowTree::clear()
     m_nodes[none].flags = 0;
     m_root = none;
     m_free = none;
+    m_unread = 0;
 }
 
 RowTree::Node RowTree::create(int depth, quint32 flags)
@@ -38,12 +39,14 @@ RowTree::Node RowTree::create(int depth, quint32 flags)
     data.depth = quint32(depth) & 0x3ffffffu;
     data.flags = flags & 0x3fu;
     m_nodes[node] = data;
+    m_unread += has(node, Unread) ? 1 : 0;
     return node;
 }
 
 void RowTree::destroy(const std::vector<Node>& rows)
 {
     for (const Node node : rows) {
+        m_unread -= has(node, Unread) ? 1 : 0;
         m_nodes[node].left = m_free;
         m_free = node;
     }
@@ -448,6 +451,8 @@ void RowTree::shiftDepth(Node block, int delta)
 
 void RowTree::set(Node node, Flag flag, bool on)
 {
+    if (flag == Unread && has(node, Unread) != on)
+        m_unread += on ? 1 : -1;
     if (on)
         m_nodes[node].flags |= flag;
     else

@@ -66,6 +66,8 @@ public:
 
     int size() const { return int(m_nodes[m_root].size); }
     int shownCount() const { return shownIn(m_root); }
+    /// How many rows, in blocks too, have children that were never read.
+    int unreadCount() const { return m_unread; }
     Node at(int row) const;
     Node atOrder(int order) const;
     Position position(Node node) const;
@@ -159,6 +161,7 @@ private:
     std::vector<Data> m_nodes; ///< The first one stands for "none": no rows, infinitely deep.
     Node m_root = none;
     Node m_free = none;
+    int m_unread = 0;
     quint32 m_random = 2463534242u;
 };
 

@@ -86,7 +86,7 @@ void SceneMirror::readChildren(Node node)
 
 bool SceneMirror::readAll(const QDeadlineTimer& deadline)
 {
-    if (!m_model || m_rows.size() == 0)
+    if (!m_model || (!m_reader && m_rows.unreadCount() == 0))
         return true;
     if (!m_reader)
         m_reader =
