@@ -3,14 +3,12 @@
 #include "edit_commands.h"
 #include "selection_status.h"
 
-#include <host/ui/widget_popup_menu.h>
-
 #include <QMenu>
 
 namespace editor {
 
-std::shared_ptr<lumo::IPopupMenuProvider> makeContextMenuProvider(EditCommands& commands,
-                                                                  const SelectionStatus& selection)
+std::shared_ptr<lumo::WidgetPopupMenuProvider>
+makeContextMenuProvider(EditCommands& commands, const SelectionStatus& selection)
 {
     return std::make_shared<lumo::WidgetPopupMenuProvider>([&commands, &selection](QMenu& menu) {
         const auto add = [&](const QString& text, const char* shortcut,

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <host/ui/popup_menu.h>
+#include <host/ui/widget_popup_menu.h>
 
 #include <memory>
 
@@ -11,7 +11,7 @@ class SelectionStatus;
 
 /// Context menus that hold the editor's own commands before those of who asks for the menu.
 /// Both must outlive the provider's menus.
-std::shared_ptr<lumo::IPopupMenuProvider> makeContextMenuProvider(EditCommands& commands,
-                                                                  const SelectionStatus& selection);
+std::shared_ptr<lumo::WidgetPopupMenuProvider>
+makeContextMenuProvider(EditCommands& commands, const SelectionStatus& selection);
 
 } // namespace editor

@@ -19,8 +19,9 @@ EditorSession::EditorSession(QObject* parent)
     , m_exporter(m_document)
     , m_recovery(m_document, m_loader)
     , m_edit(m_document, m_selection, m_browser)
+    , m_menus(makeContextMenuProvider(m_edit, m_selectionStatus))
 {
-    m_browser.setPopupMenuProvider(makeContextMenuProvider(m_edit, m_selectionStatus));
+    m_browser.setPopupMenuProvider(m_menus);
     m_browser.setFilterPredicate(&m_filter);
     m_browser.setColumnsModel(&m_columns, &m_chosenColumns);
     m_columnChooserRequested =

@@ -16,6 +16,7 @@
 #include <editor/columns/column_choice.h>
 #include <editor/rows/scene_asset_model.h>
 #include <host/scene/recorded_asset_selection.h>
+#include <host/ui/widget_popup_menu.h>
 #include <host/undo/commit_changes_scope.h>
 #include <kyr_scene_outline/scene_browser_data.h>
 
@@ -69,6 +70,8 @@ public:
     /// Makes all edits until `endStep` one undo step.
     Q_INVOKABLE void beginStep(const QString& name);
     Q_INVOKABLE void endStep() { m_step.reset(); }
+    /// The next context menu shows there on the screen, and not at the pointer.
+    Q_INVOKABLE void showMenuAt(const QPoint& place) { m_menus->showNextAt(place); }
 
 Q_SIGNALS:
     /// The panel asks for the dialog to choose columns in.
@@ -95,6 +98,7 @@ private:
     SceneExport m_exporter;
     RecoveryJournal m_recovery;
     EditCommands m_edit;
+    std::shared_ptr<lumo::WidgetPopupMenuProvider> m_menus;
     vex::Connection m_columnChooserRequested;
     std::optional<Zar::CommitChangesScope> m_step;
 };

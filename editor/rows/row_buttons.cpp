@@ -14,9 +14,11 @@ QString tr(const char* text)
     return QCoreApplication::translate("editor::SceneItemModel", text);
 }
 
-QVariantMap button(const QString& id, const char* icon, bool checked, const char* toolTip)
+QVariantMap button(const QString& id, const char* name, const char* icon, bool checked,
+                   const char* toolTip)
 {
     return {{QStringLiteral("id"), id},
+            {QStringLiteral("name"), tr(name)},
             {QStringLiteral("icon"), QString::fromLatin1(icon)},
             {QStringLiteral("checked"), checked},
             {QStringLiteral("toolTip"), tr(toolTip)}};
@@ -24,8 +26,10 @@ QVariantMap button(const QString& id, const char* icon, bool checked, const char
 
 QVariantList makeRowButtons(bool visible, bool locked)
 {
-    return {button(visibleId, visible ? "visible" : "hidden", visible, visible ? "Hide" : "Show"),
-            button(lockedId, locked ? "locked" : "unlocked", locked, locked ? "Unlock" : "Lock")};
+    return {button(visibleId, "Visible", visible ? "visible" : "hidden", visible,
+                   visible ? "Hide" : "Show"),
+            button(lockedId, "Locked", locked ? "locked" : "unlocked", locked,
+                   locked ? "Unlock" : "Lock")};
 }
 
 } // namespace

@@ -7,7 +7,8 @@
 
 namespace editor {
 
-/// The buttons of a row as the panel takes them: maps of "id", "icon", "checked" and "toolTip".
+/// The buttons of a row as the panel takes them: maps of "id", "name" (of the
+/// state that "checked" tells), "icon", "checked" and "toolTip" (of what a click does).
 QVariantList rowButtons(bool visible, bool locked);
 
 bool isRowButton(const QString& id);

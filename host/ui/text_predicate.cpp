@@ -1,38 +1,17 @@
 #include "text_predicate.h"
 
-#include <QAbstractItemModel>
-
 #include <algorithm>
 
 namespace lumo::datamodels::proxy {
-namespace {
 
-const QString typePrefix = QStringLiteral("type:");
-
-// Splits at white space outside double quotes; the quotes themselves are left out.
-QStringList wordsOf(const QString& text)
+TextPredicate::TextPredicate(QObject* parent) : QObject(parent)
 {
-    QStringList words;
-    QString word;
-    bool quoted = false;
-    for (const QChar character : text) {
-        if (character == QLatin1Char('"')) {
-            quoted = !quoted;
-        } else if (character.isSpace() && !quoted) {
-            words.append(word);
-            word.clear();
-        } else {
-            word.append(character);
-        }
-    }
-    words.append(word);
-    words.removeAll(QString());
-    return words;
+    // From the event loop, for the model is in the middle of its change.
+    m_announcement.setSingleShot(true);
+    m_announcement.setInterval(0);
+    connect(&m_announcement, &QTimer::timeout, this, &TextPredicate::changed);
+    connect(&m_path, &PathTerms::outdated, &m_announcement, QOverload<>::of(&QTimer::start));
 }
-
-} // namespace
-
-TextPredicate::TextPredicate(QObject* parent) : QObject(parent) {}
 
 TextPredicate::~TextPredicate() = default;
 
@@ -54,6 +33,15 @@ void TextPredicate::setRegularExpression(bool on)
     Q_EMIT changed();
 }
 
+void TextPredicate::setModel(QAbstractItemModel* model)
+{
+    if (m_model == model)
+        return;
+    m_model = model;
+    parse();
+    Q_EMIT changed();
+}
+
 void TextPredicate::setCondition(const QString& key, const Condition& condition)
 {
     if (condition)
@@ -65,31 +53,41 @@ void TextPredicate::setCondition(const QString& key, const Condition& condition)
 
 void TextPredicate::parse()
 {
-    m_words.clear();
+    m_query = FilterQuery();
     m_expression = QRegularExpression();
+    m_announcement.stop();
     if (m_isExpression) {
         m_expression =
             QRegularExpression(m_text, QRegularExpression::CaseInsensitiveOption |
                                            QRegularExpression::UseUnicodePropertiesOption);
         m_expression.optimize();
-        return;
+    } else {
+        m_query = parseFilter(m_text, [this](const QString& key) {
+            return m_model ? rolesNamed(*m_model, key) : QVector<int>();
+        });
     }
-    for (const QString& word : wordsOf(m_text)) {
-        const bool inType = word.startsWith(typePrefix, Qt::CaseInsensitive);
-        m_words.append({inType ? word.mid(typePrefix.size()) : word, inType});
+    m_onlyExcludes = std::all_of(m_query.terms.begin(), m_query.terms.end(),
+                                 [](const FilterTerm& term) { return term.isExcluded; });
+    m_excludedAbove = 0;
+    for (std::size_t i = 0; i < std::min(m_query.terms.size(), PathTerms::mostTerms); ++i) {
+        if (m_query.terms[i].isExcluded && m_query.terms[i].hasWords)
+            m_excludedAbove |= PathTerms::Terms(1) << i;
     }
+    m_path.start(m_query.terms.empty() ? nullptr : m_model.data(), &m_query.terms);
 }
 
 bool TextPredicate::isActive() const
 {
     const bool byText =
-        m_isExpression ? !m_text.isEmpty() && m_expression.isValid() : !m_words.isEmpty();
+        m_isExpression ? !m_text.isEmpty() && m_expression.isValid() : !m_query.terms.empty();
     return byText || !m_conditions.isEmpty();
 }
 
 QString TextPredicate::error() const
 {
-    if (!m_isExpression || m_expression.isValid())
+    if (!m_isExpression)
+        return m_query.error;
+    if (m_expression.isValid())
         return {};
     return tr("%1 at character %2")
         .arg(m_expression.errorString())
@@ -105,26 +103,36 @@ bool TextPredicate::accepts(const QModelIndex& row) const
 
 bool TextPredicate::acceptsText(const QModelIndex& row) const
 {
-    if (m_text.isEmpty())
-        return true;
-    const QString name = row.data(Qt::DisplayRole).toString();
-    if (m_isExpression)
-        return !m_expression.isValid() || m_expression.match(name).hasMatch();
-    return std::all_of(m_words.begin(), m_words.end(), [&](const Word& word) {
-        if (!word.inType)
-            return name.contains(word.text, Qt::CaseInsensitive);
-        const int role = typeRole(row.model());
-        return role >= 0 && row.data(role).toString().startsWith(word.text, Qt::CaseInsensitive);
-    });
+    if (!m_isExpression)
+        return m_query.terms.empty() || acceptsTerms(row);
+    return m_text.isEmpty() || !m_expression.isValid() ||
+           m_expression.match(row.data(Qt::DisplayRole).toString()).hasMatch();
 }
 
-int TextPredicate::typeRole(const QAbstractItemModel* model) const
+bool TextPredicate::acceptsTerms(const QModelIndex& row) const
 {
-    if (m_typeModel != model) {
-        m_typeModel = model;
-        m_typeRole = model ? model->roleNames().key("type", -1) : -1;
+    const QString name = row.data(Qt::DisplayRole).toString();
+    const auto holdsHere = [&](const FilterTest& test) {
+        return test.isWord() ? test.isIn(name) : test.holds(row);
+    };
+    bool anyHere = m_onlyExcludes;
+    PathTerms::Terms wantedAbove = 0;
+    for (std::size_t i = 0; i < m_query.terms.size(); ++i) {
+        const FilterTerm& term = m_query.terms[i];
+        const bool here = std::any_of(term.tests.begin(), term.tests.end(), holdsHere);
+        if (here && term.isExcluded)
+            return false;
+        if (here)
+            anyHere = true;
+        else if (!term.isExcluded && (!term.hasWords || i >= PathTerms::mostTerms))
+            return false;
+        else if (!term.isExcluded)
+            wantedAbove |= PathTerms::Terms(1) << i;
     }
-    return m_typeRole;
+    if (!anyHere || (wantedAbove == 0 && m_excludedAbove == 0))
+        return anyHere;
+    const PathTerms::Terms above = m_path.above(row);
+    return (above & wantedAbove) == wantedAbove && (above & m_excludedAbove) == 0;
 }
 
 } // namespace lumo::datamodels::proxy

@@ -1,12 +1,15 @@
 #pragma once
 
+#include <host/ui/filter_query.h>
+#include <host/ui/path_terms.h>
+
 #include <QMap>
 #include <QModelIndex>
 #include <QObject>
 #include <QPointer>
 #include <QRegularExpression>
 #include <QString>
-#include <QStringList>
+#include <QTimer>
 
 #include <functional>
 
@@ -14,10 +17,13 @@ namespace lumo::datamodels::proxy {
 
 /// Decides which rows of a tree match what the user typed.
 ///
-/// As words, every word has to be found in the row's name, whatever the case; "type:light" looks
-/// into the role named "type" instead, and "a b" in quotes is one word. As a regular expression,
-/// the name has to match it. Editors add conditions of their own, which a row has to meet as well.
-/// An invalid regular expression matches every row and says why in `error`.
+/// As a text it is made of terms, as of `FilterQuery`, which all have to hold. A word is looked for
+/// in the row's name and in the names above it, whatever the case, but at least one term has to
+/// hold for the row itself: "lamp type:light" finds the lights below a lamp, "lamp" the lamp alone.
+/// An excluded word takes away what is below a row of that name as well. As a regular expression,
+/// the name has to match it. Editors add conditions of their own, which a row has to meet too.
+///
+/// What cannot be understood is left out and told in `error`.
 class TextPredicate : public QObject
 {
     Q_OBJECT
@@ -26,6 +32,8 @@ class TextPredicate : public QObject
         bool regularExpression READ isRegularExpression WRITE setRegularExpression NOTIFY changed)
     Q_PROPERTY(bool active READ isActive NOTIFY changed)
     Q_PROPERTY(QString error READ error NOTIFY changed)
+    /// Whose rows are asked about and whose roles are the keys in a text. Not owned.
+    Q_PROPERTY(QAbstractItemModel* model READ model WRITE setModel NOTIFY changed)
 
 public:
     using Condition = std::function<bool(const QModelIndex& row)>;
@@ -37,6 +45,8 @@ public:
     void setText(const QString& text);
     bool isRegularExpression() const { return m_isExpression; }
     void setRegularExpression(bool on);
+    QAbstractItemModel* model() const { return m_model; }
+    void setModel(QAbstractItemModel* model);
 
     /// Replaces the condition of that key; an empty one removes it.
     void setCondition(const QString& key, const Condition& condition);
@@ -45,7 +55,8 @@ public:
     bool isActive() const;
     QString error() const;
 
-    /// Called for every row of a scene: costs no allocation for names that are plain texts.
+    /// Called for every row of a scene, once a pass: the text is made ready when it is set. A row
+    /// of another model than `model` finds no property.
     Q_INVOKABLE virtual bool accepts(const QModelIndex& row) const;
 
 Q_SIGNALS:
@@ -53,23 +64,20 @@ Q_SIGNALS:
     void changed();
 
 private:
-    struct Word
-    {
-        QString text;
-        bool inType = false;
-    };
-
     void parse();
     bool acceptsText(const QModelIndex& row) const;
-    int typeRole(const QAbstractItemModel* model) const;
+    bool acceptsTerms(const QModelIndex& row) const;
 
     QString m_text;
     bool m_isExpression = false;
-    QList<Word> m_words;
+    FilterQuery m_query;
+    bool m_onlyExcludes = false;
+    PathTerms::Terms m_excludedAbove = 0; ///< Excluded terms with words.
     QRegularExpression m_expression;
     QMap<QString, Condition> m_conditions;
-    mutable QPointer<const QAbstractItemModel> m_typeModel;
-    mutable int m_typeRole = -1;
+    QPointer<QAbstractItemModel> m_model;
+    mutable PathTerms m_path;
+    QTimer m_announcement;
 };
 
 } // namespace lumo::datamodels::proxy

@@ -18,6 +18,8 @@ Action* living(const std::weak_ptr<Action*>& handle)
 class WidgetPopupMenuProvider::Menu : public IPopupMenu
 {
 public:
+    explicit Menu(std::optional<QPoint>& place) : m_place(place) {}
+
     QMenu& widget() { return m_widget; }
 
     void addAction(Action* action, const std::string& text) override
@@ -44,9 +46,15 @@ public:
     }
     void addSeparator() override { m_widget.addSeparator(); }
     bool isEmpty() const override { return m_widget.isEmpty(); }
-    void popup() override { m_widget.popup(QCursor::pos()); }
+    void popup() override
+    {
+        const QPoint place = m_place.value_or(QCursor::pos());
+        m_place.reset();
+        m_widget.popup(place);
+    }
 
 private:
+    std::optional<QPoint>& m_place;
     QMenu m_widget;
 };
 
@@ -58,7 +66,7 @@ WidgetPopupMenuProvider::~WidgetPopupMenuProvider() = default;
 
 IPopupMenu* WidgetPopupMenuProvider::popupMenu()
 {
-    m_menu = std::make_unique<Menu>();
+    m_menu = std::make_unique<Menu>(m_place);
     if (m_populate)
         m_populate(m_menu->widget());
     return m_menu.get();

@@ -2,14 +2,18 @@
 
 #include <host/ui/popup_menu.h>
 
+#include <QPoint>
+
 #include <functional>
 #include <memory>
+#include <optional>
 
 class QMenu;
 
 namespace lumo {
 
-/// Popup menus shown at the pointer by the widget toolkit. Needs a QApplication.
+/// Popup menus shown by the widget toolkit, at the pointer unless told otherwise. Needs a
+/// QApplication.
 class WidgetPopupMenuProvider : public IPopupMenuProvider
 {
 public:
@@ -21,11 +25,14 @@ public:
 
     /// A new menu; the one handed out before is closed and deleted.
     IPopupMenu* popupMenu() override;
+    /// Where on the screen the next menu shows: at what the keyboard is at, say.
+    void showNextAt(const QPoint& place) { m_place = place; }
 
 private:
     class Menu;
     Populate m_populate;
     std::unique_ptr<Menu> m_menu;
+    std::optional<QPoint> m_place;
 };
 
 } // namespace lumo

@@ -8,6 +8,8 @@ FocusScope {
     property QtObject predicate
     property QtObject mode
     property var filters: []
+    property alias matchCount: field.matchCount
+    property alias working: field.working
 
     readonly property bool hasChoices: mode !== null || filters.length > 0
 
@@ -42,6 +44,18 @@ FocusScope {
             style: bar.style
             predicate: bar.predicate
             onFinished: bar.finished()
+        }
+        Text {
+            objectName: "filter_error"
+            width: parent.width
+            visible: field.visible && field.invalid
+            text: field.invalid ? bar.predicate.error : ""
+            color: bar.style.error
+            font.pixelSize: bar.style.pixelSize
+            wrapMode: Text.Wrap
+            textFormat: Text.PlainText
+            Accessible.role: Accessible.AlertMessage
+            Accessible.name: text
         }
         // In one line if they fit there as they are now, else in as many as it takes.
         Flow {

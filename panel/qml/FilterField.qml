@@ -1,10 +1,14 @@
 import QtQuick 2.15
 
-// What the user types to find objects, and whether it is a regular expression.
+// What the user types to find objects, with how many it finds, whether it is a regular expression,
+// and help.
 PanelTextField {
     id: field
 
     property QtObject predicate
+    // Rows that are found; below 0 while nothing filters.
+    property int matchCount: -1
+    property bool working
 
     signal finished()
 
@@ -19,10 +23,10 @@ PanelTextField {
                                                               : qsTr("Filter: name, type:light")
     invalid: predicate !== null && predicate.error !== ""
     leftPadding: style.iconSize + style.spacing * 2
-    trailingWidth: expressionSwitch.width + style.spacing
+    trailingWidth: tools.width + style.spacing
 
     Accessible.name: qsTr("Filter")
-    Accessible.description: predicate ? predicate.error : ""
+    Accessible.description: invalid ? predicate.error : found.text
 
     onTextEdited: {
         if (predicate)
@@ -35,62 +39,72 @@ PanelTextField {
         else
             clearFilter();
     }
+    Keys.onPressed: {
+        if (event.key !== Qt.Key_F1)
+            return;
+        help.open();
+        event.accepted = true;
+    }
+    // The editor has a help of its own on the same key.
+    Keys.onShortcutOverride: event.accepted = event.key === Qt.Key_F1
 
     PanelIcon {
         x: field.style.spacing
         anchors.verticalCenter: parent.verticalCenter
         name: "search"
-        color: field.style.faintText
+        color: field.style.dimText
     }
-    Rectangle {
-        id: expressionSwitch
+    Row {
+        id: tools
 
-        readonly property bool on: field.predicate !== null && field.predicate.regularExpression
-
-        function toggle() { field.predicate.regularExpression = !on; }
-
-        objectName: "expression_switch"
         anchors { right: parent.right; rightMargin: 3; verticalCenter: parent.verticalCenter }
-        width: 22
-        height: parent.height - 6
-        radius: 2
-        color: on ? field.style.selection : switchArea.containsMouse ? field.style.hover : "transparent"
-        border.color: activeFocus ? field.style.focus : "transparent"
-        activeFocusOnTab: true
-
-        Accessible.role: Accessible.CheckBox
-        Accessible.name: qsTr("Regular expression")
-        Accessible.checked: on
-
-        Keys.onSpacePressed: toggle()
-        Keys.onReturnPressed: toggle()
+        spacing: 1
 
         Text {
-            anchors.centerIn: parent
-            text: ".*"
-            color: expressionSwitch.on ? field.style.text : field.style.dimText
-            font { pixelSize: field.style.pixelSize; bold: expressionSwitch.on }
-            textFormat: Text.PlainText
-        }
-        MouseArea {
-            id: switchArea
+            id: found
 
-            anchors.fill: parent
-            hoverEnabled: true
-            cursorShape: Qt.ArrowCursor
-            onClicked: expressionSwitch.toggle()
+            objectName: "match_count"
+            anchors.verticalCenter: parent.verticalCenter
+            rightPadding: field.style.spacing
+            visible: text !== ""
+            text: field.matchCount < 0 ? field.working ? "…" : ""
+                : field.working ? qsTr("%1…").arg(number) : number
+            color: field.matchCount === 0 ? field.style.error : field.style.dimText
+            font.pixelSize: field.style.pixelSize
+            textFormat: Text.PlainText
+
+            readonly property string number: Number(field.matchCount).toLocaleString(Qt.locale(), "f", 0)
         }
-        PanelToolTip {
+        FieldSwitch {
+            objectName: "expression_switch"
             style: field.style
-            text: qsTr("Regular expression")
-            visible: switchArea.containsMouse
+            height: field.height - 6
+            text: ".*"
+            description: qsTr("Regular expression")
+            checkable: true
+            on: field.predicate !== null && field.predicate.regularExpression
+            onToggled: field.predicate.regularExpression = !on
+        }
+        FieldSwitch {
+            objectName: "filter_help_button"
+            style: field.style
+            height: field.height - 6
+            text: "?"
+            description: qsTr("What can be typed here (F1)")
+            on: help.visible
+            onToggled: help.open()
         }
     }
-    PanelToolTip {
+    FilterHelp {
+        id: help
+
         style: field.style
-        delay: 0
         y: field.height + 2
-        text: field.predicate ? field.predicate.error : ""
-        visible: field.invalid && (field.hovered || field.activeFocus)
+        width: Math.min(Math.max(field.width, 300), 420)
+        onExampleChosen: {
+            field.text = text;
+            field.textEdited();
+            field.forceActiveFocus();
+        }
     }
 }

@@ -10,6 +10,7 @@ Item {
     property bool toggle
     property int alignment: Qt.AlignLeft
     property bool dimmed
+    property var tones: style.rowTones
 
     readonly property bool isColor: value !== undefined && value !== null && value.hslHue !== undefined
     readonly property bool checked: value === true
@@ -24,7 +25,7 @@ Item {
         visible: cell.text !== ""
         text: DisplayText.oneLine(cell.text)
         clip: DisplayText.mayReachOut(text)
-        color: cell.dimmed ? cell.style.faintText : cell.style.dimText
+        color: cell.dimmed ? cell.tones.faint : cell.tones.dim
         font.pixelSize: cell.style.pixelSize
         horizontalAlignment: cell.alignment
         verticalAlignment: Text.AlignVCenter
@@ -46,8 +47,8 @@ Item {
         width: 14
         height: 14
         radius: 2
-        color: cell.checked ? cell.style.selection : "transparent"
-        border.color: cell.checked ? cell.style.focus : cell.style.faintText
+        color: cell.checked ? cell.style.highlight : "transparent"
+        border.color: cell.checked ? cell.tones.dim : cell.tones.faintIcon
 
         PanelIcon {
             anchors.centerIn: parent
@@ -55,7 +56,7 @@ Item {
             height: 12
             visible: cell.checked
             name: "check"
-            color: cell.style.text
+            color: cell.style.highlightedText
         }
     }
 }

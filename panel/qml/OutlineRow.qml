@@ -26,6 +26,7 @@ Item {
     readonly property int depth: model.depth === undefined ? 0 : model.depth
     // Hidden objects, and rows that only lead to what a filter found.
     readonly property bool dimmed: model.enabled === false || model.matches === false
+    readonly property var tones: selected ? style.selectedTones : style.rowTones
     readonly property bool marked: hovered || model.hoverRole === true
     readonly property var cells: model.cells === undefined ? [] : model.cells
     readonly property var buttons: model.rowButtonsModel === undefined ? [] : model.rowButtonsModel
@@ -105,7 +106,7 @@ Item {
         visible: row.expandable
         name: "arrow"
         rotation: row.expanded ? 90 : 0
-        color: row.hovered ? row.style.text : row.style.dimText
+        color: row.hovered ? row.tones.text : row.tones.dim
     }
     Rectangle {
         objectName: "hidden_mark"
@@ -124,8 +125,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         x: arrow.x + row.style.iconSize + 1
         name: row.type === "" ? "object" : row.type
-        color: row.style.typeColor(row.type)
-        opacity: row.dimmed ? 0.5 : 1
+        color: row.style.iconColor(row.type, row.dimmed, row.tones)
     }
     Text {
         id: label
@@ -138,8 +138,7 @@ Item {
             verticalCenter: parent.verticalCenter
         }
         text: row.shownName
-        color: !row.dimmed ? row.style.text
-                           : model.selected ? row.style.dimText : row.style.faintText
+        color: row.dimmed ? row.tones.faint : row.tones.text
         font.pixelSize: row.style.pixelSize
         elide: Text.ElideRight
         textFormat: Text.PlainText
@@ -151,7 +150,7 @@ Item {
         width: 5
         height: 5
         radius: 3
-        color: row.style.modified
+        color: row.tones.modified
     }
     Text {
         x: row.layout.cellsRight - row.style.spacing - width
@@ -159,7 +158,7 @@ Item {
         visible: row.layout.showsCount
         width: Math.min(implicitWidth, row.style.countWidth)
         text: model.count ? model.count : ""
-        color: row.style.alpha(row.style.text, 0.5)
+        color: row.tones.dim
         font.pixelSize: row.style.pixelSize - 1
         textFormat: Text.PlainText
     }
@@ -177,6 +176,7 @@ Item {
             toggle: modelData.toggle
             alignment: modelData.alignment
             dimmed: row.dimmed
+            tones: row.tones
 
             Accessible.role: toggle ? Accessible.CheckBox : Accessible.Cell
             Accessible.name: modelData.title + (toggle ? "" : ": " + text)
@@ -207,15 +207,15 @@ Item {
             height: row.height
 
             Accessible.role: Accessible.CheckBox
-            Accessible.name: state_ ? state_.toolTip : ""
+            Accessible.name: state_ ? state_.name || state_.id : ""
+            Accessible.description: state_ ? state_.toolTip || "" : ""
             Accessible.checkable: true
             Accessible.checked: checked
 
             PanelIcon {
                 anchors.centerIn: parent
                 name: button.state_ ? row.buttonIcon(button.state_) : ""
-                color: row.hoveredButton === index ? row.style.text : row.style.dimText
-                opacity: row.buttonOpacity(button.state_, button.checked)
+                color: row.buttonColor(button.state_, button.checked, index)
             }
             Rectangle {
                 anchors.fill: parent
@@ -239,8 +239,8 @@ Item {
         return !state.checked && off[icon] ? off[icon] : icon;
     }
     // The usual state stays in the background until the pointer comes near.
-    function buttonOpacity(state, checked) {
+    function buttonColor(state, checked, index) {
         const usual = state !== null && checked === (state.id === "visible");
-        return usual ? (marked ? 0.8 : 0.35) : 1;
+        return hoveredButton === index ? tones.text : usual && !marked ? tones.faintIcon : tones.dim;
     }
 }

@@ -28,7 +28,7 @@ FocusScope {
 
     signal hoverEntered(var sourceIndex)
     signal hoverLeft()
-    signal menuRequested()
+    signal menuRequested(point place)
     signal activated(var sourceIndex)
     signal selectAllRequested()
     signal revealRequested()
@@ -49,6 +49,11 @@ FocusScope {
     }
     function itemAtRow(row) {
         return list.itemAtIndex(row);
+    }
+    // Below the row's name, where it hides nothing that the menu is about.
+    function menuPlace(row) {
+        const item = row < 0 ? null : itemAtRow(row);
+        return item ? item.mapToItem(tree, item.nameItem.x, item.height) : Qt.point(0, 0);
     }
     function scrollBy(pixels) {
         const last = Math.max(0, list.contentHeight - list.height);
@@ -170,7 +175,8 @@ FocusScope {
         if (controls.key(event, navigator.currentRow()))
             return true;
         if (event.key === Qt.Key_Menu || (event.key === Qt.Key_F10 && event.modifiers & Qt.ShiftModifier)) {
-            menuRequested();
+            showRow(navigator.currentRow());
+            menuRequested(menuPlace(navigator.currentRow()));
             return true;
         }
         return navigator.key(event.key, event.modifiers, event.text);
@@ -178,7 +184,8 @@ FocusScope {
     // Letters go to the search, not to the editor's one-letter shortcuts.
     function wantsKey(event) {
         const plain = !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier));
-        return (plain && event.text.length === 1 && event.text > " ")
+        // Delete and others come with a control character as their text.
+        return (plain && /^[^\x00-\x20\x7f-\x9f]$/.test(event.text))
             || event.key === Qt.Key_F2 || event.matches(StandardKey.Find)
             || (event.key === Qt.Key_A && event.modifiers === Qt.ControlModifier);
     }

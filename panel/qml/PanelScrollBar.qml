@@ -14,8 +14,8 @@ ScrollBar {
     contentItem: Rectangle {
         implicitWidth: 7
         radius: 3
-        color: bar.style.blend(bar.style.base, bar.style.text,
-                               bar.pressed ? 0.5 : bar.hovered ? 0.4 : 0.25)
+        color: bar.pressed ? bar.style.dimText : bar.hovered ? bar.style.faintText
+                                                             : bar.style.faintIcon
     }
     background: null
 }

@@ -36,7 +36,7 @@ MouseArea {
         if (mouse.button === Qt.RightButton) {
             if (row >= 0)
                 tree.navigator.pressForMenu(row);
-            tree.menuRequested();
+            tree.menuRequested(Qt.point(mouse.x, mouse.y));
         } else if (row >= 0) {
             pressRow(row, mouse);
         } else if (!(mouse.modifiers & (Qt.ShiftModifier | Qt.ControlModifier))) {

@@ -13,7 +13,7 @@ import Kyr.SceneOutline 1.0
 // Keys: arrows, Home, End, Page Up and Down with Shift and Ctrl; Left and Right close and open, with
 // Shift the whole branch, as does *; Space selects, Ctrl+Space toggles; F reveals the selection;
 // letters search by name (Shift+F for a name with F); F2 renames; Ctrl+Left and Ctrl+Right go
-// through the row's toggles, which Space switches; Ctrl+F filters.
+// through the row's toggles, which Space switches; Ctrl+F filters; Menu opens the menu at the row.
 //
 // Without a browser, any item model will do: set `model`, and `selectionModel` if there is one.
 FocusScope {
@@ -32,12 +32,19 @@ FocusScope {
     readonly property alias tree: tree
     // The browser's choice of how the scene shows.
     readonly property QtObject mode: browser && browser.selectableData ? browser.selectableData : null
+    readonly property QtObject predicate: browser && browser.filterPredicate ? browser.filterPredicate
+                                                                             : null
     // Selected objects, and how many of them the filter hides.
     readonly property alias selectionCount: selectionStatus.count
     readonly property alias hiddenSelectionCount: selectionStatus.hidden
     readonly property string statusText: selectionStatus.text
+    // Rows that the filter finds; below 0 while nothing filters.
+    readonly property int matchCount: tree.flatModel.matchCount
 
     // For what a browser does by itself.
+    // Before the browser's menu shows, with the place on the screen that it is about: the pointer, or
+    // the current row if the keyboard asked.
+    signal menuAboutToShow(point place)
     signal menuRequested()
     signal activated(var sourceIndex)
     // Around the changes of one gesture in the panel, for an editor to make one undo step of them.
@@ -57,6 +64,11 @@ FocusScope {
     function selectMatches() {
         tree.navigator.selectMatches();
     }
+    // The filter's keys are the roles of what it filters.
+    function tellPredicate() {
+        if (predicate && predicate.model !== undefined)
+            predicate.model = model;
+    }
     function focusFilter() {
         filterBar.focusField();
     }
@@ -70,6 +82,8 @@ FocusScope {
         tree.navigator.collapseAll();
     }
 
+    onModelChanged: tellPredicate()
+    onPredicateChanged: tellPredicate()
     implicitWidth: 340
     implicitHeight: 480
 
@@ -163,8 +177,10 @@ FocusScope {
         objectName: "filter_bar"
         anchors { left: parent.left; right: parent.right; top: headerSlot.bottom }
         style: panel.style
-        predicate: tree.predicate
+        predicate: panel.predicate
         mode: panel.mode
+        matchCount: panel.matchCount
+        working: tree.flatModel.working
         filters: panel.browser && panel.browser.filterData ? panel.browser.filterData : []
         onFinished: tree.forceActiveFocus()
     }
@@ -203,8 +219,7 @@ FocusScope {
         layout: rowLayout
         sourceModel: panel.model
         selectionModel: panel.selectionModel
-        predicate: panel.browser && panel.browser.filterPredicate ? panel.browser.filterPredicate
-                                                                  : null
+        predicate: panel.predicate
         arrangement: panel.mode && panel.mode.arrangement !== undefined ? panel.mode.arrangement
                                                                         : "hierarchy"
 
@@ -217,6 +232,7 @@ FocusScope {
                 panel.browser.resetHover();
         }
         onMenuRequested: {
+            panel.menuAboutToShow(tree.mapToGlobal(place.x, place.y));
             if (panel.browser)
                 panel.browser.requestMenu();
             panel.menuRequested();
@@ -236,17 +252,20 @@ FocusScope {
         }
         onRevealRequested: panel.revealSelection()
         onFilterRequested: {
-            if (tree.predicate)
+            if (panel.predicate)
                 panel.focusFilter();
         }
     }
-    Text {
+    EmptyTree {
         anchors.centerIn: tree
+        width: tree.width - panel.style.spacing * 8
         visible: tree.count === 0
-        text: tree.flatModel.arranged ? qsTr("Nothing found") : panel.emptyText
-        color: panel.style.faintText
-        font.pixelSize: panel.style.pixelSize
-        textFormat: Text.PlainText
+        style: panel.style
+        predicate: panel.predicate
+        filters: filterBar.filters
+        filtered: tree.flatModel.arranged
+        emptyText: panel.emptyText
+        onCleared: tree.forceActiveFocus()
     }
     PanelSlot {
         id: footerSlot

@@ -110,6 +110,37 @@ TEST_F(EditorSelectionTest, contextMenuSelectsItsRowAndExpandsAll)
     EXPECT_TRUE(rows().contains("Left"));
 }
 
+// A simulated Delete has no text, that of a display has one.
+TEST_F(EditorSelectionTest, treeLeavesKeysThatAreNoLettersToTheEditor)
+{
+    click(rowPoint("Far"));
+    displayKey("Delete");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return object("Far") == nullptr; }));
+    displayKey("Up");
+    displayKey("n");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return selection() == QStringList({"Near"}); }))
+        << "letters search";
+}
+
+TEST_F(EditorSelectionTest, menuKeyOpensAtTheCurrentRow)
+{
+    moveTo({600, 300});
+    click(rowPoint("Near"));
+    displayKey("Menu");
+    QMenu* menu = nullptr;
+    ASSERT_TRUE(QTest::qWaitFor([&menu] {
+        menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        return menu != nullptr;
+    }));
+    QQuickItem* row = rowItem("Near");
+    EXPECT_EQ(menu->pos().y(), int(row->mapToGlobal({0, row->height()}).y()));
+    menu->close();
+    moveTo({600, 300});
+    click(rowPoint("Far"), {}, Qt::RightButton);
+    EXPECT_TRUE(QTest::qWaitFor([] { return QApplication::activePopupWidget() != nullptr; }));
+    QApplication::activePopupWidget()->close();
+}
+
 TEST_F(EditorSelectionTest, deletedObjectsLeaveBothSidesAndComeBackSelected)
 {
     click(viewPoint("Far"));

@@ -3,6 +3,8 @@
 #include <editor/geometry/primitive_shapes.h>
 #include <kyr_scene_outline/item_roles.h>
 
+#include <QProcess>
+
 namespace test {
 
 using editor::ObjectKind;
@@ -214,6 +216,15 @@ void EditorDriver::type(const QString& text)
 {
     for (const QChar character : text)
         QTest::keyClick(window, character.toLatin1());
+}
+
+void EditorDriver::displayKey(const char* name)
+{
+    QProcess keys;
+    keys.start("xdotool", {"key", name});
+    if (!QTest::qWaitFor([&] { return keys.state() == QProcess::NotRunning; }) ||
+        keys.exitCode() != 0)
+        throw std::runtime_error("the display sends no keys");
 }
 
 } // namespace test

@@ -49,6 +49,8 @@ public:
     void moveTo(const QPoint& point);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
     void type(const QString& text);
+    /// Sent by the display itself, as xdotool calls it.
+    void displayKey(const char* name);
 
     editor::EditorSession session;
     editor::EditorWindow editorWindow{session};

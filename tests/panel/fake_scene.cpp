@@ -195,10 +195,13 @@ QVariant FakeScene::data(const QModelIndex& index, int role) const
     case ModifiedRole:
         return false;
     case ButtonsRole:
-        return QVariantList{QVariantMap{{QStringLiteral("id"), QStringLiteral("visible")},
-                                        {QStringLiteral("icon"), QStringLiteral("visible")},
-                                        {QStringLiteral("checked"), row.visible},
-                                        {QStringLiteral("toolTip"), QStringLiteral("Visible")}}};
+        return QVariantList{
+            QVariantMap{{QStringLiteral("id"), QStringLiteral("visible")},
+                        {QStringLiteral("icon"), QStringLiteral("visible")},
+                        {QStringLiteral("checked"), row.visible},
+                        {QStringLiteral("name"), QStringLiteral("Visible")},
+                        {QStringLiteral("toolTip"),
+                         row.visible ? QStringLiteral("Hide") : QStringLiteral("Show")}}};
     default:
         return {};
     }

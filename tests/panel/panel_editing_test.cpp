@@ -68,17 +68,57 @@ TEST_F(PanelEditingTest, CountsWhatTheFilterHidesBelowACollapsedRow)
     EXPECT_TRUE(QTest::qWaitFor([&] { return hidden() == 1; }));
 }
 
-TEST_F(PanelEditingTest, ShowsWhyAnExpressionIsNone)
+TEST_F(PanelEditingTest, SaysWhatItDoesNotUnderstand)
 {
     openFilter(house());
+    const QQuickItem* error = window.item("filter_error");
+    window.press(Qt::Key_F, Qt::ControlModifier);
+    window.type("tile siz>2");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window.rows() == "House Roof Tile"; }));
+    EXPECT_TRUE(error->isVisible());
+    EXPECT_EQ(error->property("text").toString(), QStringLiteral("No property is called “siz”"));
+    window.press(Qt::Key_Escape);
+    EXPECT_FALSE(error->isVisible());
     window.click(window.middle("expression_switch"));
     EXPECT_TRUE(predicate.isRegularExpression());
     window.press(Qt::Key_F, Qt::ControlModifier);
     window.type("(");
-    EXPECT_TRUE(window.item("filter_field")->property("invalid").toBool());
+    EXPECT_TRUE(error->isVisible());
     EXPECT_EQ(window.rows(), "House Wall Roof Tree");
     window.type("a)");
-    EXPECT_FALSE(window.item("filter_field")->property("invalid").toBool());
+    EXPECT_FALSE(error->isVisible());
+}
+
+TEST_F(PanelEditingTest, NamesTheFilterThatFindsNothingAndClearsIt)
+{
+    FakeChoice kind;
+    kind.title = QStringLiteral("Type");
+    kind.labels = QStringList{"All", "Lights"};
+    openFilter(house());
+    browser->setProperty("filterData", QVariantList{QVariant::fromValue<QObject*>(&kind)});
+    kind.setProperty("currentIndex", 1);
+    window.press(Qt::Key_F, Qt::ControlModifier);
+    window.type("<b>");
+    const QQuickItem* text = window.item("empty_text");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return text->isVisible(); }));
+    EXPECT_EQ(text->property("text").toString(),
+              QStringLiteral("Nothing found for “<b>”, Type: Lights"));
+    window.click(window.middle("clear_filter"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window.rows() == "House Wall Roof Tree"; }));
+    EXPECT_EQ(kind.currentIndex, 0);
+    EXPECT_EQ(window.item("filter_field")->property("text").toString(), QString());
+}
+
+TEST_F(PanelEditingTest, HelpGivesExamplesToUse)
+{
+    openFilter(house());
+    window.press(Qt::Key_F, Qt::ControlModifier);
+    for (const Qt::Key key : {Qt::Key_F1, Qt::Key_Down, Qt::Key_Down, Qt::Key_Return})
+        window.press(key);
+    EXPECT_EQ(predicate.text(), QStringLiteral("lamp type:light"));
+    EXPECT_EQ(window.item("filter_field")->property("text").toString(), predicate.text());
+    window.type("x");
+    EXPECT_EQ(predicate.text(), QStringLiteral("lamp type:lightx")) << "typing goes on";
 }
 
 TEST_F(PanelEditingTest, RenamesInPlaceUntilTheNameIsGood)

@@ -36,7 +36,12 @@ public:
     void open(QObject* browser)
     {
         QQmlComponent component(m_view->engine());
-        component.setData("import Kyr.SceneOutline 1.0\nSceneBrowserPanel { focus: true }", {});
+        component.setData("import Kyr.SceneOutline 1.0\n"
+                          "SceneBrowserPanel {\n"
+                          "    focus: true\n"
+                          "    style: PanelStyle { rowHeight: 22; headerHeight: 24 }\n"
+                          "}",
+                          {});
         m_panel = qobject_cast<QQuickItem*>(component.create());
         ASSERT_TRUE(m_panel) << component.errorString().toStdString();
         m_view->setContent({}, nullptr, m_panel);

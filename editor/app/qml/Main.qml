@@ -96,6 +96,7 @@ ApplicationWindow {
             settingsName: "outline"
             onEditBegins: session.beginStep(text)
             onEditEnds: session.endStep()
+            onMenuAboutToShow: session.showMenuAt(place)
             // Grows with its columns, until the user moves its border.
             SplitView.preferredWidth: Math.min(implicitWidth, window.width * 0.45)
             SplitView.minimumWidth: 220

@@ -1,0 +1,161 @@
+// Texts and icons can be read on what is painted behind them, in any palette.
+
+#include "scene_panel_fixture.h"
+
+#include <host/ui/text_predicate.h>
+
+#include <QGuiApplication>
+#include <QPalette>
+
+#include <cmath>
+
+namespace {
+
+double luminance(const QColor& color)
+{
+    const auto linear = [](double value) {
+        return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+           0.0722 * linear(color.blueF());
+}
+
+double contrast(const QColor& a, const QColor& b)
+{
+    const auto [dark, light] = std::minmax({luminance(a), luminance(b)});
+    return (light + 0.05) / (dark + 0.05);
+}
+
+/// Goes through a window's items as they are painted and looks at each text and icon.
+class ContrastCheck
+{
+public:
+    void look(QQuickItem* item, double opacity)
+    {
+        if (!item->isVisible() || item->width() <= 0)
+            return;
+        opacity *= item->opacity();
+        const QRectF place = item->mapRectToScene({0, 0, item->width(), item->height()});
+        const QColor color = item->property("color").value<QColor>();
+        if (item->inherits("QQuickRectangle"))
+            m_painted.push_back({place, withOpacity(color, opacity)});
+        else if (item->inherits("QQuickText") && !item->property("text").toString().isEmpty())
+            check(item, place, withOpacity(color, opacity), 4.5);
+        else if (item->inherits("QQuickImage") && item->property("name").isValid())
+            check(item, place, withOpacity(color, opacity), 3);
+        QList<QQuickItem*> children = item->childItems();
+        std::stable_sort(children.begin(), children.end(),
+                         [](QQuickItem* a, QQuickItem* b) { return a->z() < b->z(); });
+        for (QQuickItem* child : qAsConst(children))
+            look(child, opacity);
+    }
+    int checked() const { return m_checked; }
+
+private:
+    static QColor withOpacity(QColor color, double opacity)
+    {
+        color.setAlphaF(color.alphaF() * opacity);
+        return color;
+    }
+    static QColor blend(const QColor& below, const QColor& above)
+    {
+        const double a = above.alphaF();
+        return QColor::fromRgbF(below.redF() * (1 - a) + above.redF() * a,
+                                below.greenF() * (1 - a) + above.greenF() * a,
+                                below.blueF() * (1 - a) + above.blueF() * a);
+    }
+    void check(QQuickItem* item, const QRectF& place, const QColor& color, double least)
+    {
+        QColor behind = Qt::white;
+        for (const auto& [painted, paint] : m_painted) {
+            if (painted.contains(place.center()))
+                behind = blend(behind, paint);
+        }
+        ++m_checked;
+        EXPECT_GE(contrast(blend(behind, color), behind), least - 0.01)
+            << item->objectName().toStdString() << ' '
+            << item->property("text").toString().toStdString()
+            << item->property("name").toString().toStdString() << " is "
+            << color.name().toStdString() << " on " << behind.name().toStdString();
+    }
+
+    std::vector<std::pair<QRectF, QColor>> m_painted;
+    int m_checked = 0;
+};
+
+QPalette palette(const char* window, const char* base, const char* text, const char* highlight)
+{
+    QPalette palette{QColor(window)};
+    palette.setColor(QPalette::Base, base);
+    palette.setColor(QPalette::Text, text);
+    palette.setColor(QPalette::Highlight, highlight);
+    return palette;
+}
+
+class PanelContrastTest : public ScenePanelTest
+{
+protected:
+    ~PanelContrastTest() override { QGuiApplication::setPalette(QPalette()); }
+};
+
+TEST_F(PanelContrastTest, HoldsInRowsOfEveryState)
+{
+    const std::pair<const char*, QPalette> palettes[] = {
+        {"dark", palette("#2b2d31", "#232529", "#d9dce1", "#3a73b8")},
+        {"light", palette("#eceef0", "#f8f9fa", "#22262b", "#2f72c4")},
+        {"plain", palette("#efefef", "#ffffff", "#000000", "#308cc6")},
+        {"orange", palette("#404040", "#303030", "#e0e0e0", "#ff9020")},
+        {"pale", palette("#f4f4f4", "#ffffff", "#555555", "#ffe08a")},
+        {"black", palette("#000000", "#000000", "#ffffff", "#ffff00")},
+    };
+    open(FakeScene::fromText(QStringLiteral("+House\n  Wall\n  Wing\n  Roof\nWeir\nHouse 2\n")));
+    lumo::datamodels::proxy::TextPredicate predicate;
+    browser->setProperty("filterPredicate", QVariant::fromValue<QObject*>(&predicate));
+    // Rows that lead to others, hidden ones and both, selected or not, under the pointer or not.
+    predicate.setText(QStringLiteral("w"));
+    const char* const types[] = {"light", "camera", "bone", "material", "unknown"};
+    const char* const names[] = {"Wall", "Wing", "Roof", "Weir", "House"};
+    for (std::size_t i = 0; i < std::size(names); ++i)
+        scene->item(scene->find(QLatin1String(names[i])))->type = QLatin1String(types[i]);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window.rows() == "House Wall Wing Weir"; }));
+    scene->setData(scene->find(QStringLiteral("Wall")), false, FakeScene::EnabledRole);
+    scene->setData(scene->find(QStringLiteral("Weir")), false, FakeScene::EnabledRole);
+    window.movePointer(window.middle("row_Weir"));
+    for (const auto& [name, colors] : palettes) {
+        SCOPED_TRACE(name);
+        QGuiApplication::setPalette(colors);
+        for (const char* selected : {"", "Weir", "House Wall Wing Weir"}) {
+            SCOPED_TRACE(selected);
+            browser->selectionModel()->clear();
+            for (const QString& row : QString::fromUtf8(selected).split(' ', Qt::SkipEmptyParts))
+                browser->selectionModel()->select(scene->find(row), QItemSelectionModel::Select);
+            window.settle();
+            ContrastCheck check;
+            check.look(window.panel(), 1);
+            EXPECT_GT(check.checked(), 15);
+        }
+    }
+    predicate.setText(QStringLiteral("nothing at all>2"));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window.item("empty_text")->isVisible(); }));
+    ContrastCheck check;
+    check.look(window.panel(), 1);
+    browser->setProperty("filterPredicate", QVariant::fromValue<QObject*>(nullptr));
+}
+
+TEST(PanelFontTest, RowsGrowWithTheSystemsFont)
+{
+    const QFont before = QGuiApplication::font();
+    QFont font = before;
+    font.setPixelSize(24);
+    QGuiApplication::setFont(font);
+    PanelWindow window;
+    QQmlComponent component(window.engine());
+    component.setData("import Kyr.SceneOutline 1.0\nPanelStyle {}", {});
+    const std::unique_ptr<QObject> style(component.create());
+    ASSERT_TRUE(style) << component.errorString().toStdString();
+    EXPECT_EQ(style->property("pixelSize").toInt(), 24);
+    EXPECT_GT(style->property("rowHeight").toInt(), 28);
+    QGuiApplication::setFont(before);
+}
+
+} // namespace
