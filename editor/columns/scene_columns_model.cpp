@@ -1,6 +1,7 @@
 #include "scene_columns_model.h"
 
 #include <editor/document/property_roles.h>
+#include <editor/rows/scene_item_model.h>
 #include <kyr_scene_outline/item_roles.h>
 
 #include <algorithm>
@@ -52,6 +53,7 @@ SceneColumnsModel::SceneColumnsModel(QObject* parent) : QAbstractItemModel(paren
 {
     const QString object = tr("Object");
     addColumn(object, {"type", tr("Type"), kyr::TypeRole, 80});
+    addColumn(object, {"path", tr("Path"), SceneItemModel::PathRole, 150});
     addColumn(object, {"count", tr("Children"), kyr::CountRole, 70, false, Qt::AlignRight});
     addColumn(object, {"modified", tr("Modified"), kyr::ModifiedRole, 70, false, Qt::AlignHCenter});
     for (const PropertyRole& property : PropertyRoles::all().list())
@@ -67,7 +69,9 @@ void SceneColumnsModel::addProperty(const PropertyRole& property)
                               : property.title();
     addColumn(group, {QString::fromStdString(property.path()), title, property.role(),
                       widthOf(property.form()), property.form() == PropertyRole::Form::Toggle,
-                      alignmentOf(property.form())});
+                      alignmentOf(property.form()),
+                      property.isEditable() && property.form() != PropertyRole::Form::Toggle,
+                      property.choices()});
 }
 
 void SceneColumnsModel::addColumn(const QString& group, Column column)
@@ -123,6 +127,8 @@ QHash<int, QByteArray> SceneColumnsModel::roleNames() const
     names.insert(WidthRole, "width");
     names.insert(ToggleRole, "toggle");
     names.insert(AlignmentRole, "alignment");
+    names.insert(EditableRole, "editable");
+    names.insert(ChoicesRole, "choices");
     return names;
 }
 
@@ -177,6 +183,10 @@ QVariant SceneColumnsModel::data(const QModelIndex& index, int role) const
         return column->isToggle;
     case AlignmentRole:
         return static_cast<int>(column->alignment);
+    case EditableRole:
+        return column->isEditable;
+    case ChoicesRole:
+        return column->choices;
     default:
         return {};
     }

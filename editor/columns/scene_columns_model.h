@@ -23,6 +23,8 @@ public:
         WidthRole,                   ///< int, pixels to begin with
         ToggleRole,                  ///< bool, values are booleans that can be set
         AlignmentRole,               ///< int, a Qt::Alignment
+        EditableRole,                ///< bool, values take a text
+        ChoicesRole,                 ///< QStringList, all texts that values can have, if few
     };
 
     explicit SceneColumnsModel(QObject* parent = nullptr);
@@ -51,6 +53,8 @@ private:
         int width = 0;
         bool isToggle = false;
         Qt::Alignment alignment = Qt::AlignLeft;
+        bool isEditable = false;
+        QStringList choices = {};
         int order = 0;
     };
     struct Group

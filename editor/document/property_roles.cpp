@@ -8,6 +8,7 @@
 #include <host/variant/variant_converter.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace editor {
 
@@ -62,6 +63,25 @@ float componentOf(const lumo::Variant& value, int component)
     return lumo::components(*value.tryGet<lumo::Vector4>())[at];
 }
 
+lumo::Variant withComponent(const lumo::Variant& value, int component, float number)
+{
+    const auto set = [component, number](auto vector) {
+        auto numbers = lumo::components(vector);
+        numbers[static_cast<std::size_t>(component)] = number;
+        return numbers;
+    };
+    if (const auto* vector = value.tryGet<lumo::Vector2>()) {
+        const auto v = set(*vector);
+        return lumo::Variant(lumo::Vector2{v[0], v[1]});
+    }
+    if (const auto* vector = value.tryGet<lumo::Vector3>()) {
+        const auto v = set(*vector);
+        return lumo::Variant(lumo::Vector3{v[0], v[1], v[2]});
+    }
+    const auto v = set(*value.tryGet<lumo::Vector4>());
+    return lumo::Variant(lumo::Vector4{v[0], v[1], v[2], v[3]});
+}
+
 bool isNumber(const lumo::Variant& value)
 {
     return value.holds<float>() || value.holds<double>() || value.holds<int>() ||
@@ -114,16 +134,61 @@ QVariant shownValue(const lumo::Variant& value)
 
 } // namespace
 
-QVariant PropertyRole::value(SceneObject& object) const
+kyr::IReflected* PropertyRole::holderIn(SceneObject& object) const
 {
     kyr::IReflected* holder = &object;
-    for (auto step = m_steps.begin(); step != m_steps.end() - 1; ++step) {
+    for (auto step = m_steps.begin(); holder && step != m_steps.end() - 1; ++step)
         holder = (*step)->nested(*holder);
-        if (!holder)
-            return {};
-    }
+    return holder;
+}
+
+QVariant PropertyRole::value(SceneObject& object) const
+{
+    const kyr::IReflected* holder = holderIn(object);
+    if (!holder)
+        return {};
     const lumo::Variant value = m_steps.back()->get(*holder);
     return m_component < 0 ? shownValue(value) : shownNumber(componentOf(value, m_component));
+}
+
+double PropertyRole::bounded(double number) const
+{
+    const auto found = m_steps.back()->annotations.find(lumo::metaTypeOf<Range>().name());
+    const Range* range = found.isValid() ? found.get()->tryGet<Range>() : nullptr;
+    return range ? std::clamp(number, range->minimum, range->maximum) : number;
+}
+
+std::optional<lumo::Variant> PropertyRole::edited(SceneObject& object, const QVariant& value) const
+{
+    const kyr::IReflected* holder = m_isEditable ? holderIn(object) : nullptr;
+    if (!holder)
+        return std::nullopt;
+    lumo::Variant edited = m_steps.back()->get(*holder);
+    const QString text = value.toString().trimmed();
+    if (m_form == Form::Toggle)
+        return value.canConvert<bool>() ? std::optional(lumo::Variant(value.toBool()))
+                                        : std::nullopt;
+    if (m_form == Form::Color) {
+        const QColor color(text);
+        return color.isValid() ? std::optional(lumo::Variant(linearColor(color))) : std::nullopt;
+    }
+    if (m_form != Form::Number) {
+        const bool isValue =
+            lumo::VariantConverter::convert(edited, lumo::Variant(text.toStdString()));
+        return isValue ? std::optional(edited) : std::nullopt;
+    }
+    bool isNumber = false;
+    const double typed = text.toDouble(&isNumber);
+    if (!isNumber || !std::isfinite(typed))
+        return std::nullopt;
+    const double number = bounded(typed);
+    if (m_component >= 0)
+        return withComponent(edited, m_component, static_cast<float>(number));
+    const bool isWhole = !edited.holds<float>() && !edited.holds<double>();
+    const std::string written =
+        isWhole ? lumo::textOfNumber(std::llround(number)) : lumo::textOfNumber(number);
+    return lumo::VariantConverter::convert(edited, lumo::Variant(written)) ? std::optional(edited)
+                                                                           : std::nullopt;
 }
 
 const PropertyRoles& PropertyRoles::all()
@@ -168,6 +233,11 @@ void PropertyRoles::addProperty(const kyr::IReflected& holder, const Steps& step
     role.m_form = formOf(property, value);
     role.m_steps = steps;
     role.m_aspect = aspectOf(steps.front()->name);
+    role.m_propertyPath = role.m_path;
+    role.m_isEditable = !property.isReadOnly && !property.isConst &&
+                        lumo::VariantConverter::hasTextForm(value.type());
+    for (const std::string& choice : lumo::VariantConverter::enumerationNames(value.type()))
+        role.m_choices.append(QString::fromStdString(choice));
     add(role);
     for (int i = 0; i < componentCount(value); ++i) {
         PropertyRole component = role;

@@ -3,10 +3,11 @@
 #include <editor/document/object_change.h>
 #include <host/reflection/meta_property.h>
 
-#include <QString>
+#include <QStringList>
 #include <QVariant>
 #include <QVector>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -40,17 +41,34 @@ public:
         return m_steps.back()->isReadOnly || m_steps.back()->isConst;
     }
 
+    bool isEditable() const noexcept { return m_isEditable; }
+    /// The names of an enumeration; empty for anything else.
+    const QStringList& choices() const noexcept { return m_choices; }
+    /// The property that holds the component, or is the value itself.
+    const std::string& propertyPath() const noexcept { return m_propertyPath; }
+
     /// bool, int, double, QColor or QString; invalid for an object without the property.
     QVariant value(SceneObject& object) const;
+    /// What the property at `propertyPath` becomes with that value, a bool or a text that a user
+    /// typed; nothing if the text is no value, or the object has no such property. Numbers keep to
+    /// the bounds that the property is annotated with.
+    std::optional<lumo::Variant> edited(SceneObject& object, const QVariant& value) const;
 
 private:
     friend class PropertyRoles;
+
+    /// What holds the property itself; null in an object without it.
+    kyr::IReflected* holderIn(SceneObject& object) const;
+    double bounded(double number) const;
 
     int m_role = 0;
     std::string m_path;
     QString m_group;
     QString m_title;
     Form m_form = Form::Text;
+    bool m_isEditable = false;
+    QStringList m_choices;
+    std::string m_propertyPath;
     int m_component = -1;
     // From the scene object to the property; descriptions of classes are never destroyed.
     std::vector<const kyr::MetaProperty*> m_steps;

@@ -27,6 +27,18 @@ QVector<int> rolesOf(ChangeAspects aspects)
     return roles << PropertyRoles::all().changedBy(aspects);
 }
 
+QString pathOf(const SceneObject& object)
+{
+    constexpr int mostNames = 32;
+    QStringList names;
+    const SceneObject* above = object.parent();
+    for (; above && above->parent() && names.size() < mostNames; above = above->parent())
+        names.prepend(above->displayName());
+    if (above && above->parent())
+        names.prepend(QStringLiteral("…"));
+    return names.join(QLatin1String(" / "));
+}
+
 } // namespace
 
 SceneItemModel::SceneItemModel(SceneDocument& document, QObject* parent)
@@ -57,7 +69,17 @@ void SceneItemModel::followDocument()
             [this](SceneObject* source, int first, int last, SceneObject* target, int row) {
                 beginMoveRows(indexOf(source), first, last, indexOf(target), row);
             });
-    connect(from, &SceneDocument::rowsMoved, this, &SceneItemModel::endMoveRows);
+    connect(from, &SceneDocument::rowsMoved, this,
+            [this](SceneObject* source, int first, int last, SceneObject* target, int row) {
+                endMoveRows();
+                if (source == target)
+                    return;
+                const int count = last - first + 1;
+                Q_EMIT dataChanged(index(row, 0, indexOf(target)),
+                                   index(row + count - 1, 0, indexOf(target)), {PathRole});
+                for (int i = row; i < row + count; ++i)
+                    emitPathsBelow(*target->children()[static_cast<std::size_t>(i)]);
+            });
     connect(from, &SceneDocument::childrenAboutToBeReordered, this,
             [this](SceneObject* parent) { Q_EMIT layoutAboutToBeChanged({indexOf(parent)}); });
     connect(from, &SceneDocument::childrenReordered, this,
@@ -91,6 +113,7 @@ QHash<int, QByteArray> SceneItemModel::roleNames() const
     QHash<int, QByteArray> names = QAbstractItemModel::roleNames();
     for (auto role = kyr::itemRoleNames.begin(); role != kyr::itemRoleNames.end(); ++role)
         names.insert(role.key(), role.value());
+    names.insert(PathRole, "path");
     for (const PropertyRole& property : PropertyRoles::all().list())
         names.insert(property.role(), QByteArray::fromStdString(property.path()));
     return names;
@@ -153,6 +176,8 @@ QVariant SceneItemModel::data(const QModelIndex& index, int role) const
         return m_hovered.count(object.id()) != 0;
     case kyr::ModifiedRole:
         return object.isModified();
+    case PathRole:
+        return pathOf(object);
     default:
         const PropertyRole* property = PropertyRoles::all().find(role);
         return property ? property->value(object) : QVariant();
@@ -174,18 +199,17 @@ bool SceneItemModel::setData(const QModelIndex& index, const QVariant& value, in
     case kyr::RowButtonsModelRole:
         return setRowButtons(object, value.toMap());
     default:
-        return setToggle(object, role, value);
+        return setProperty(object, role, value);
     }
 }
 
-bool SceneItemModel::setToggle(SceneObject& object, int role, const QVariant& value)
+bool SceneItemModel::setProperty(SceneObject& object, int role, const QVariant& value)
 {
     const PropertyRole* property = PropertyRoles::all().find(role);
-    if (!property || property->form() != PropertyRole::Form::Toggle || !value.canConvert<bool>() ||
-        !property->value(object).isValid())
+    const auto edited = property ? property->edited(object, value) : std::nullopt;
+    if (!edited)
         return false;
-    m_document.setProperty({object.shared_from_this()}, property->path(),
-                           lumo::Variant(value.toBool()));
+    m_document.setProperty({object.shared_from_this()}, property->propertyPath(), *edited);
     return true;
 }
 
@@ -233,6 +257,24 @@ void SceneItemModel::finishReordering(SceneObject& parent)
     Q_EMIT layoutChanged({indexOf(&parent)});
 }
 
+void SceneItemModel::emitPathsBelow(SceneObject& top)
+{
+    std::vector<const SceneObject*> waiting{&top};
+    while (!waiting.empty()) {
+        const SceneObject* parent = waiting.back();
+        waiting.pop_back();
+        const auto& children = parent->children();
+        if (children.empty())
+            continue;
+        Q_EMIT dataChanged(indexOf(children.front().get()), indexOf(children.back().get()),
+                           {PathRole});
+        for (const SceneObjectPtr& child : children) {
+            if (!child->children().empty())
+                waiting.push_back(child.get());
+        }
+    }
+}
+
 void SceneItemModel::emitChanges(const ObjectChanges& changes)
 {
     for (std::size_t i = 0; i < changes.size();) {
@@ -247,6 +289,11 @@ void SceneItemModel::emitChanges(const ObjectChanges& changes)
             ++lastRow;
         const QModelIndex last = createIndex(lastRow, 0, changes[i - 1].object);
         Q_EMIT dataChanged(indexOf(first.object), last, rolesOf(first.aspects));
+    }
+    for (const ObjectChange& change : changes) {
+        // The scene itself is in no path.
+        if ((change.aspects & ChangeAspect::Name) && change.object->parent())
+            emitPathsBelow(*change.object);
     }
 }
 

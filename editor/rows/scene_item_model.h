@@ -14,7 +14,7 @@ class SceneDocument;
 
 /// The scene as a tree of one column; the scene itself is the only top-level row.
 /// Rows can be renamed, dragged into another place and take the marks of `setHovered`. Reflected
-/// properties have the roles of `PropertyRoles`; those that are toggles can be set.
+/// properties have the roles of `PropertyRoles`; those that can be edited take a text or a bool.
 ///
 /// Values of the item roles: type QString as of `kindId`; count int, the number of children;
 /// expanded bool, whether the branch starts open, can be set; enabled bool, visible and not locked
@@ -25,6 +25,12 @@ class SceneItemModel final : public QAbstractItemModel
     Q_OBJECT
 
 public:
+    enum Role
+    {
+        /// QString, the names of the objects above, without the scene's; of very many the nearest.
+        PathRole = Qt::UserRole + 900,
+    };
+
     /// The document must outlive the model.
     explicit SceneItemModel(SceneDocument& document, QObject* parent = nullptr);
 
@@ -62,7 +68,8 @@ private:
     void emitChanges(const ObjectChanges& changes);
     void finishReordering(SceneObject& parent);
     bool setRowButtons(SceneObject& object, const QVariantMap& states);
-    bool setToggle(SceneObject& object, int role, const QVariant& value);
+    bool setProperty(SceneObject& object, int role, const QVariant& value);
+    void emitPathsBelow(SceneObject& top);
     std::vector<SceneObjectPtr> draggedObjects(const QMimeData* data) const;
 
     SceneDocument& m_document;

@@ -68,6 +68,8 @@ void OutlineColumns::read()
         const int alignment = index.data(role("alignment")).toInt();
         column.alignment =
             alignment != 0 ? alignment & int(Qt::AlignHorizontal_Mask) : int(Qt::AlignLeft);
+        column.editable = index.data(role("editable")).toBool();
+        column.choices = index.data(role("choices")).toStringList();
         columns.append(column);
     }
     if (columns == m_columns)
@@ -86,7 +88,9 @@ QVariantList OutlineColumns::columns() const
                                 {QStringLiteral("title"), column.title},
                                 {QStringLiteral("valueRole"), column.valueRole},
                                 {QStringLiteral("toggle"), column.toggle},
-                                {QStringLiteral("alignment"), column.alignment}});
+                                {QStringLiteral("alignment"), column.alignment},
+                                {QStringLiteral("editable"), column.editable},
+                                {QStringLiteral("choices"), column.choices}});
     }
     return list;
 }

@@ -7,6 +7,7 @@
 #include <QList>
 #include <QObject>
 #include <QPointer>
+#include <QStringList>
 #include <QTimer>
 #include <QVariant>
 
@@ -18,7 +19,8 @@ namespace kyr::panel {
 /// The model's roles, by name: "display" the title, "columnId" a text to know the column by,
 /// "valueRole" the number of the tree's role with the cells' values, "columnOrder" its place,
 /// written when the user moves it, and if there are any "width" in pixels, "toggle" whether the
-/// values are bools to click on, "alignment" a Qt::Alignment. The model is not owned.
+/// values are bools to click on, "alignment" a Qt::Alignment, "editable" whether values take a text
+/// and "choices" the only texts that they take. The model is not owned.
 class KYR_SCENE_OUTLINE_PANEL_EXPORT OutlineColumns : public QObject
 {
     Q_OBJECT
@@ -26,7 +28,7 @@ class KYR_SCENE_OUTLINE_PANEL_EXPORT OutlineColumns : public QObject
     /// Where widths and sorting are kept in the application's settings; empty: nowhere.
     Q_PROPERTY(
         QString settingsName READ settingsName WRITE setSettingsName NOTIFY settingsNameChanged)
-    /// A map for each column: columnId, title, valueRole, toggle, alignment.
+    /// A map for each column: columnId, title, valueRole, toggle, alignment, editable, choices.
     Q_PROPERTY(QVariantList columns READ columns NOTIFY columnsChanged)
     Q_PROPERTY(QList<int> valueRoles READ valueRoles NOTIFY columnsChanged)
     Q_PROPERTY(QVariantList widths READ widths NOTIFY widthsChanged)
@@ -76,10 +78,13 @@ private:
         int width = 0;
         bool toggle = false;
         int alignment = Qt::AlignLeft;
+        bool editable = false;
+        QStringList choices;
         friend bool operator==(const Column& a, const Column& b)
         {
             return a.id == b.id && a.title == b.title && a.valueRole == b.valueRole &&
-                   a.width == b.width && a.toggle == b.toggle && a.alignment == b.alignment;
+                   a.width == b.width && a.toggle == b.toggle && a.alignment == b.alignment &&
+                   a.editable == b.editable && a.choices == b.choices;
         }
     };
 

@@ -43,27 +43,30 @@ void RowEditor::setButton(int row, const QString& id, bool checked, const QStrin
         setAll(row, role, QVariantMap{{id, checked}}, text);
 }
 
-void RowEditor::setCell(int row, int role, const QVariant& value, const QString& text)
+bool RowEditor::setCell(int row, int role, const QVariant& value, const QString& text)
 {
-    if (m_flat)
-        setAll(row, role, value, text);
+    return m_flat && setAll(row, role, value, text);
 }
 
-void RowEditor::setAll(int row, int role, const QVariant& value, const QString& text)
+bool RowEditor::setAll(int row, int role, const QVariant& value, const QString& text)
 {
     const QModelIndex clicked = m_flat->sourceIndex(row);
     if (!clicked.isValid())
-        return;
+        return false;
     std::vector<QPersistentModelIndex> rows;
     if (m_flat->isRowSelected(row))
         rows = selectedRows(*m_flat);
     else
         rows.emplace_back(clicked);
     const EditScope scope(*this, text);
+    const QPersistentModelIndex first = clicked;
+    if (!m_flat->sourceModel()->setData(clicked, value, role))
+        return false;
     for (const QPersistentModelIndex& index : rows) {
-        if (index.isValid())
+        if (index.isValid() && index != first)
             m_flat->sourceModel()->setData(index, value, role);
     }
+    return true;
 }
 
 bool RowEditor::canRename(int row) const

@@ -7,8 +7,8 @@
 
 namespace kyr::panel {
 
-/// Changes that the user makes to rows of a flat tree. A toggle in a selected row acts on all
-/// selected rows, hidden ones too; no change touches the selection.
+/// Changes that the user makes to rows of a flat tree. A toggle or a cell of a selected row acts on
+/// all selected rows, hidden ones too; no change touches the selection.
 class KYR_SCENE_OUTLINE_PANEL_EXPORT RowEditor : public QObject
 {
     Q_OBJECT
@@ -19,7 +19,8 @@ public:
 
     /// Row buttons of that id, as `{id: checked}` for the role "rowButtonsModel".
     Q_INVOKABLE void setButton(int row, const QString& id, bool checked, const QString& text);
-    Q_INVOKABLE void setCell(int row, int role, const QVariant& value, const QString& text);
+    /// False when the row itself refuses the value; nothing is changed then.
+    Q_INVOKABLE bool setCell(int row, int role, const QVariant& value, const QString& text);
     Q_INVOKABLE bool canRename(int row) const;
     /// False when the model refuses the name; nothing is changed then.
     Q_INVOKABLE bool rename(const QModelIndex& sourceIndex, const QString& name);
@@ -31,7 +32,7 @@ Q_SIGNALS:
     void editEnds();
 
 private:
-    void setAll(int row, int role, const QVariant& value, const QString& text);
+    bool setAll(int row, int role, const QVariant& value, const QString& text);
 
     QPointer<OutlineModel> m_flat;
 };

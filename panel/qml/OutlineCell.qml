@@ -29,7 +29,8 @@ Item {
         font.pixelSize: cell.style.pixelSize
         horizontalAlignment: cell.alignment
         verticalAlignment: Text.AlignVCenter
-        elide: Text.ElideRight
+        // Ends tell paths apart.
+        elide: cell.alignment === Qt.AlignLeft ? Text.ElideMiddle : Text.ElideRight
         textFormat: Text.PlainText
     }
     Rectangle {

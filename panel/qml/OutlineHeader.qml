@@ -62,35 +62,48 @@ FocusScope {
         font.pixelSize: header.style.pixelSize
         textFormat: Text.PlainText
     }
-    Repeater {
-        model: header.columns.columns
+    Item {
+        id: cells
 
-        HeaderCell {
-            id: cell
+        x: header.layout.cellsLeft
+        width: header.layout.cellsWidth
+        height: header.height
+        clip: header.layout.overflow > 0
 
-            readonly property int column: index
+        Repeater {
+            model: header.columns.columns
 
-            objectName: "header_" + modelData.columnId
-            x: header.layout.lefts[index] || 0
-            width: header.layout.widths[index] || 0
-            height: header.height
-            style: header.style
-            title: modelData.title
-            alignment: modelData.alignment
-            sorts: header.columns.sortId === modelData.columnId
-            descending: header.columns.sortDescending
-            movable: true
-            onClicked: header.columns.sortBy(modelData.columnId)
-            onDragged: header.dropPlace = header.placeAt(cell.x + x)
-            onDropped: {
-                // The move replaces this very cell.
-                const place = header.dropPlace;
-                header.dropPlace = -1;
-                header.columns.move(column, place);
+            HeaderCell {
+                id: cell
+
+                readonly property int column: index
+
+                objectName: "header_" + modelData.columnId
+                x: (header.layout.lefts[index] || 0) - cells.x
+                width: header.layout.widths[index] || 0
+                height: header.height
+                style: header.style
+                title: modelData.title
+                alignment: modelData.alignment
+                sorts: header.columns.sortId === modelData.columnId
+                descending: header.columns.sortDescending
+                movable: true
+                onActiveFocusChanged: {
+                    if (activeFocus)
+                        header.layout.show(column);
+                }
+                onClicked: header.columns.sortBy(modelData.columnId)
+                onDragged: header.dropPlace = header.placeAt(cells.x + cell.x + x)
+                onDropped: {
+                    // The move replaces this very cell.
+                    const place = header.dropPlace;
+                    header.dropPlace = -1;
+                    header.columns.move(column, place);
+                }
+                onDragCanceled: header.dropPlace = -1
+                onResized: header.columns.setWidth(column, width)
+                onMoveRequested: header.columns.move(column, by < 0 ? column - 1 : column + 2)
             }
-            onDragCanceled: header.dropPlace = -1
-            onResized: header.columns.setWidth(column, width)
-            onMoveRequested: header.columns.move(column, by < 0 ? column - 1 : column + 2)
         }
     }
     Rectangle {

@@ -43,19 +43,35 @@ Item {
     readonly property var hoveredPart: hovered ? partAt(pointerX) : ({ kind: "" })
     readonly property int hoveredButton: hoveredPart.kind === "button" ? hoveredPart.index : -1
 
-    // What a click at x is about: the arrow, a toggle, a button, or the row itself.
+    // What the tool tip says with the pointer at it: what a button does, a text that is cut off, or
+    // how much is selected in a closed row.
+    readonly property string tip: {
+        if (hoveredButton >= 0)
+            return buttons[hoveredButton].toolTip || "";
+        const cell = hovered ? cellRepeater.itemAt(layout.columnAt(pointerX)) : null;
+        if (cell && cell.elided)
+            return cell.text;
+        return hiddenText !== "" ? hiddenText : elided && !cell ? name : "";
+    }
+
+    function canEdit(column) {
+        return column < 0 || (columns[column].editable && cells[column] !== undefined);
+    }
+    // All of a value, where a cell shows what fits.
+    function editText(column) {
+        return column < 0 ? name : String(cells[column]);
+    }
+    // What a click at x is about: the arrow, a toggle, a button, a cell to edit, or the row itself.
     function partAt(x) {
         if (arrow.visible && x >= arrow.x - 2 && x < arrow.x + arrow.width)
             return { kind: "arrow" };
         const button = Math.floor((x - layout.buttonsX) / style.buttonWidth);
         if (x >= layout.buttonsX && button < buttons.length)
             return { kind: "button", index: button };
-        for (let column = 0; column < columns.length; ++column) {
-            if (columns[column].toggle && typeof cells[column] === "boolean"
-                && x >= layout.lefts[column] && x < layout.lefts[column] + layout.widths[column])
-                return { kind: "toggle", index: column };
-        }
-        return { kind: "row" };
+        const column = layout.columnAt(x);
+        if (column >= 0 && columns[column].toggle && typeof cells[column] === "boolean")
+            return { kind: "toggle", index: column };
+        return column >= 0 && canEdit(column) ? { kind: "cell", index: column } : { kind: "row" };
     }
 
     objectName: "row_" + name
@@ -163,31 +179,41 @@ Item {
         textFormat: Text.PlainText
     }
 
-    Repeater {
-        model: row.columns
+    Item {
+        x: row.layout.cellsLeft
+        width: row.layout.cellsWidth
+        height: row.height
+        clip: row.layout.overflow > 0
 
-        OutlineCell {
-            objectName: "cell_" + modelData.columnId
-            x: row.layout.lefts[index] || 0
-            width: row.layout.widths[index] || 0
-            height: row.height
-            style: row.style
-            value: row.cells[index]
-            toggle: modelData.toggle
-            alignment: modelData.alignment
-            dimmed: row.dimmed
-            tones: row.tones
+        Repeater {
+            id: cellRepeater
 
-            Accessible.role: toggle ? Accessible.CheckBox : Accessible.Cell
-            Accessible.name: modelData.title + (toggle ? "" : ": " + text)
-            Accessible.checkable: toggle
-            Accessible.checked: checked
+            model: row.columns
 
-            Rectangle {
-                anchors.fill: parent
-                visible: row.cellCursor === index
-                color: "transparent"
-                border { width: 2; color: row.style.focus }
+            OutlineCell {
+                objectName: "cell_" + modelData.columnId
+                x: (row.layout.lefts[index] || 0) - row.layout.cellsLeft
+                width: row.layout.widths[index] || 0
+                height: row.height
+                style: row.style
+                value: row.cells[index]
+                toggle: modelData.toggle
+                alignment: modelData.alignment
+                dimmed: row.dimmed
+                tones: row.tones
+
+                Accessible.role: toggle ? Accessible.CheckBox : Accessible.Cell
+                Accessible.name: modelData.title + (toggle ? "" : ": " + text)
+                Accessible.checkable: toggle
+                Accessible.checked: checked
+                Accessible.editable: row.canEdit(index)
+
+                Rectangle {
+                    anchors.fill: parent
+                    visible: row.cellCursor === index
+                    color: "transparent"
+                    border { width: 2; color: row.style.focus }
+                }
             }
         }
     }

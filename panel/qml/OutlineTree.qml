@@ -79,12 +79,18 @@ FocusScope {
         controls.buttonCount = buttons === undefined ? 0 : buttons.length;
         hasCount = flatModel.sourceRole("count") >= 0;
     }
-    function startRename() {
+    // Of the cell that the keyboard is at, or the name.
+    function startEditing() {
         const row = navigator.currentRow();
-        if (row < 0 || !rowEditor.canRename(row))
-            return;
+        const column = controls.cursor < columns.columns.length ? controls.cursor : -1;
+        if (row >= 0 && (column >= 0 || rowEditor.canRename(row)))
+            editCell(row, column);
+    }
+    function editCell(row, column) {
         showRow(row);
-        renameField.open(row);
+        layOut();
+        if (itemAtRow(row).canEdit(column))
+            cellField.open(row, column);
     }
 
     OutlineModel {
@@ -135,6 +141,8 @@ FocusScope {
         flatModel: flatModel
         rowEditor: rowEditor
         columns: tree.columns.columns
+        onColumnReached: tree.layout.show(column)
+        onEditRequested: tree.editCell(row, column)
     }
     RowAnchor {
         id: anchor
@@ -161,7 +169,7 @@ FocusScope {
             return true;
         }
         if (event.key === Qt.Key_F2) {
-            startRename();
+            startEditing();
             return true;
         }
         if (event.matches(StandardKey.Find)) {
@@ -199,7 +207,7 @@ FocusScope {
         id: list
 
         objectName: "outline_list"
-        anchors.fill: parent
+        anchors { fill: parent; bottomMargin: columnBar.visible ? columnBar.height : 0 }
         clip: true
         model: flatModel
         reuseItems: true
@@ -242,20 +250,38 @@ FocusScope {
         id: pointer
 
         objectName: "outline_pointer"
-        anchors { fill: parent; rightMargin: tree.scrollBarWidth }
+        anchors { fill: list; rightMargin: tree.scrollBarWidth }
         tree: tree
         controls: controls
         onPulled: rowDrag.pull(pressedRow, pressPoint)
     }
-    RenameField {
-        id: renameField
+    CellField {
+        id: cellField
 
         style: tree.style
         list: list
         flatModel: flatModel
         rowEditor: rowEditor
-        rightEdge: tree.layout.nameRight
+        layout: tree.layout
+        columns: tree.columns.columns
         onClosed: tree.forceActiveFocus()
+    }
+    PanelScrollBar {
+        id: columnBar
+
+        objectName: "column_scroll_bar"
+        x: tree.layout.cellsLeft
+        y: tree.height - height
+        width: tree.layout.cellsWidth
+        visible: tree.layout.overflow > 0
+        orientation: Qt.Horizontal
+        style: tree.style
+        size: tree.layout.cellsWidth / Math.max(1, tree.layout.wantedTotal)
+        position: tree.layout.offset / Math.max(1, tree.layout.wantedTotal)
+        onPositionChanged: {
+            if (pressed)
+                tree.layout.wantedOffset = position * tree.layout.wantedTotal;
+        }
     }
     RowDrag {
         id: rowDrag

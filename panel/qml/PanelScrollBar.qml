@@ -10,9 +10,11 @@ ScrollBar {
     minimumSize: 0.04
     padding: 2
     implicitWidth: 11
+    implicitHeight: 11
 
     contentItem: Rectangle {
         implicitWidth: 7
+        implicitHeight: 7
         radius: 3
         color: bar.pressed ? bar.style.dimText : bar.hovered ? bar.style.faintText
                                                              : bar.style.faintIcon

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 
-// The toggles and buttons in the rows: what a click on one does, and the cursor that goes through
-// those of the focused row.
+// The toggles, buttons and editable cells in the rows: what a click on one does, and the cursor that
+// goes through those of the focused row.
 QtObject {
     id: controls
 
@@ -13,11 +13,15 @@ QtObject {
     property int cursor: -1
     readonly property var stops: {
         const stops = [];
-        columns.forEach((column, index) => { if (column.toggle) stops.push(index); });
+        columns.forEach((column, index) => { if (column.toggle || column.editable) stops.push(index); });
         for (let button = 0; button < buttonCount; ++button)
             stops.push(columns.length + button);
         return stops;
     }
+
+    // The cursor has come to a column.
+    signal columnReached(int column)
+    signal editRequested(int row, int column)
 
     onStopsChanged: leave()
 
@@ -37,7 +41,9 @@ QtObject {
             rowEditor.setCell(row, role, !value, columns[column].title);
     }
     function clickAtCursor(row) {
-        if (cursor < columns.length)
+        if (cursor < columns.length && columns[cursor].editable)
+            editRequested(row, cursor);
+        else if (cursor < columns.length)
             clickToggle(row, cursor);
         else
             clickButton(row, cursor - columns.length);
@@ -45,6 +51,8 @@ QtObject {
     function move(step) {
         const stop = stops.indexOf(cursor) + step;
         cursor = stop < 0 ? -1 : stops[Math.min(stop, stops.length - 1)];
+        if (cursor >= 0 && cursor < columns.length)
+            columnReached(cursor);
     }
     // False for a key that is not about them.
     function key(event, row) {

@@ -11,6 +11,7 @@ MouseArea {
     property int hoveredRow: -1
     property int pressedRow: -1
     property point pressPoint
+    property bool keepsSelection: false
 
     // It has moved with a row pressed.
     signal pulled()
@@ -52,14 +53,20 @@ MouseArea {
         } else if (part.kind === "toggle") {
             controls.clickToggle(row, part.index);
         } else {
+            // What is done in a cell is done in all selected rows.
+            keepsSelection = part.kind === "cell" && tree.flatModel.isRowSelected(row);
             tree.navigator.press(row, mouse.modifiers);
             pressedRow = row;
         }
     }
     function activate(mouse) {
         const row = tree.rowAt(mouse.y);
-        if (mouse.button !== Qt.LeftButton || row < 0
-            || tree.itemAtRow(row).partAt(mouse.x).kind !== "row")
+        if (mouse.button !== Qt.LeftButton || row < 0)
+            return;
+        const part = tree.itemAtRow(row).partAt(mouse.x);
+        if (part.kind === "cell")
+            tree.editCell(row, part.index);
+        if (part.kind !== "row")
             return;
         if (tree.flatModel.isGroup(row))
             tree.navigator.toggle(row, mouse.modifiers);
@@ -84,7 +91,7 @@ MouseArea {
     onReleased: {
         if (tree.dragger.active)
             tree.dragger.drop();
-        else if (pressedRow >= 0 && mouse.button === Qt.LeftButton)
+        else if (pressedRow >= 0 && mouse.button === Qt.LeftButton && !keepsSelection)
             tree.navigator.release(pressedRow, mouse.modifiers);
         pressedRow = -1;
     }
@@ -94,6 +101,11 @@ MouseArea {
     }
     onDoubleClicked: activate(mouse)
     onWheel: {
+        const sideways = wheel.modifiers & Qt.ShiftModifier ? wheel.angleDelta.y : -wheel.angleDelta.x;
+        if (sideways !== 0) {
+            tree.layout.scrollBy(-sideways / 3);
+            return;
+        }
         const lines = wheel.angleDelta.y / 120 * 3;
         tree.scrollBy(-(wheel.pixelDelta.y !== 0 ? wheel.pixelDelta.y : lines * tree.style.rowHeight));
     }
@@ -117,9 +129,7 @@ MouseArea {
         }
         function follow() {
             const row = pointer.tree.itemAtRow(pointer.hoveredRow);
-            const button = row ? row.hoveredButton : -1;
-            const wanted = !row ? "" : button >= 0 ? row.buttons[button].toolTip + hiddenOnes(row)
-                         : row.hiddenText !== "" ? row.hiddenText : row.elided ? row.name : "";
+            const wanted = !row ? "" : row.hoveredButton < 0 ? row.tip : row.tip + hiddenOnes(row);
             x = Math.min(pointer.mouseX + 12, pointer.tree.width - width - 4);
             y = row ? row.mapToItem(pointer, 0, row.height).y + 2 : 0;
             if (!wanted)

@@ -13,7 +13,8 @@ import Kyr.SceneOutline 1.0
 // Keys: arrows, Home, End, Page Up and Down with Shift and Ctrl; Left and Right close and open, with
 // Shift the whole branch, as does *; Space selects, Ctrl+Space toggles; F reveals the selection;
 // letters search by name (Shift+F for a name with F); F2 renames; Ctrl+Left and Ctrl+Right go
-// through the row's toggles, which Space switches; Ctrl+F filters; Menu opens the menu at the row.
+// through the row's toggles, buttons and cells, which Space switches and F2 edits; Ctrl+F filters;
+// Menu opens the menu at the row.
 //
 // Without a browser, any item model will do: set `model`, and `selectionModel` if there is one.
 FocusScope {
@@ -73,7 +74,7 @@ FocusScope {
         filterBar.focusField();
     }
     function rename() {
-        tree.startRename();
+        tree.startEditing();
     }
     function expandAll() {
         tree.navigator.expandAll();

@@ -150,10 +150,73 @@ TEST_F(PropertyRolesTest, togglesAreSetAsOneStep)
     EXPECT_TRUE(model.setData(row(0), true, role("locked")));
     EXPECT_EQ(value(0, "locked"), QVariant(true));
     EXPECT_TRUE(model.setData(row(0), true, role("locked")));
-    EXPECT_FALSE(model.setData(row(0), 5.0, role("light.intensity")));
     EXPECT_EQ(document.undoStack().count(), 1);
     document.undoStack().undo();
     EXPECT_EQ(value(0, "locked"), QVariant(false));
+}
+
+TEST_F(PropertyRolesTest, textsAreTakenForWhatTheyMeanOrRefused)
+{
+    const auto set = [this](const char* path, const char* text) {
+        return model.setData(row(0), QString::fromUtf8(text), role(path));
+    };
+    EXPECT_TRUE(set("transform.position.x", " 2.5"));
+    EXPECT_EQ(value(0, "transform.position"), QVariant("2.5 2 -3"));
+    EXPECT_TRUE(set("transform.position", "1 2 3"));
+    EXPECT_EQ(value(0, "transform.position.z"), QVariant(3.0));
+    EXPECT_TRUE(set("light.color", "#ff0000"));
+    EXPECT_EQ(value(0, "light.color"), QVariant(QColor(255, 0, 0)));
+    EXPECT_TRUE(set("light.type", "point"));
+    EXPECT_EQ(value(0, "light.type"), QVariant("point"));
+    EXPECT_TRUE(set("light.intensity", "-4"));
+    EXPECT_EQ(value(0, "light.intensity"), QVariant(0.0)) << "bounds of the property hold";
+    const int steps = document.undoStack().count();
+    for (const auto& [path, text] : {std::pair("transform.position.x", "2,5"),
+                                     {"transform.position", "1 2"},
+                                     {"light.color", "reddish"},
+                                     {"light.type", "spotty"},
+                                     {"light.intensity", "inf"},
+                                     {"id", "7"},
+                                     {"type", "mesh"}})
+        EXPECT_FALSE(set(path, text)) << path;
+    EXPECT_FALSE(model.setData(row(1), "1", role("light.intensity"))) << "no light";
+    EXPECT_EQ(document.undoStack().count(), steps);
+    SceneColumnsModel columns;
+    EXPECT_TRUE(columns.indexOf("light.type")
+                    .data(SceneColumnsModel::ChoicesRole)
+                    .toStringList()
+                    .contains("spot"));
+    EXPECT_FALSE(columns.indexOf("id").data(SceneColumnsModel::EditableRole).toBool());
+}
+
+TEST_F(PropertyRolesTest, pathsFollowTheNamesAbove)
+{
+    const SceneObjectPtr group = SceneObject::create(ObjectKind::Group, "Group");
+    const SceneObjectPtr inner = SceneObject::create(ObjectKind::Group, "Inner");
+    inner->append(SceneObject::create(ObjectKind::Mesh, "Mesh"));
+    group->append(inner);
+    document.insert(group, *document.root(), 2);
+    const QPersistentModelIndex innerRow = model.index(0, 0, row(2));
+    const QPersistentModelIndex mesh = model.index(0, 0, innerRow);
+    const auto path = [](const QModelIndex& index) {
+        return index.data(SceneItemModel::PathRole).toString();
+    };
+    EXPECT_EQ(path(row(2)), "");
+    EXPECT_EQ(path(mesh), "Group / Inner");
+    QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+    const auto tells = [&](const QModelIndex& index) {
+        return std::any_of(changed.begin(), changed.end(), [&](const QList<QVariant>& change) {
+            return change[0].toModelIndex() == index &&
+                   change[2].value<QVector<int>>().contains(SceneItemModel::PathRole);
+        });
+    };
+    document.rename(group, "Box");
+    EXPECT_EQ(path(mesh), "Box / Inner");
+    EXPECT_TRUE(tells(mesh));
+    changed.clear();
+    document.reparent({inner}, *document.root(), 0);
+    EXPECT_EQ(path(mesh), "Inner");
+    EXPECT_TRUE(tells(innerRow) && tells(mesh));
 }
 
 TEST_F(PropertyRolesTest, changesNameTheRolesThatMayDiffer)

@@ -221,6 +221,11 @@ bool FakeScene::setData(const QModelIndex& index, const QVariant& value, int rol
         Q_EMIT dataChanged(index, index, {ExpandedRole});
         return true;
     }
+    if (role == TypeRole && !value.toString().contains(QLatin1Char(' '))) {
+        item(index)->type = value.toString();
+        Q_EMIT dataChanged(index, index, {TypeRole});
+        return true;
+    }
     const QVariant visible =
         role == ButtonsRole ? value.toMap().value(QStringLiteral("visible")) : value;
     if ((role != ButtonsRole && role != EnabledRole) || !visible.isValid())

@@ -17,6 +17,7 @@ enum ColumnRole
     ValueRole,
     WidthRole,
     ToggleRole,
+    EditableRole,
 };
 
 /// Chosen columns in their order, as a browser offers them.
@@ -30,7 +31,8 @@ public:
                                     {OrderRole, "columnOrder"},
                                     {ValueRole, "valueRole"},
                                     {WidthRole, "width"},
-                                    {ToggleRole, "toggle"}});
+                                    {ToggleRole, "toggle"},
+                                    {EditableRole, "editable"}});
         add(QStringLiteral("type"), FakeScene::TypeRole, false);
         add(QStringLiteral("children"), FakeScene::CountRole, false);
         add(QStringLiteral("shown"), FakeScene::EnabledRole, true);
@@ -57,6 +59,7 @@ private:
         column->setData(valueRole, ValueRole);
         column->setData(50, WidthRole);
         column->setData(toggle, ToggleRole);
+        column->setData(id == QLatin1String("type"), EditableRole);
         m_columns.appendRow(column);
     }
 
@@ -120,10 +123,76 @@ TEST_F(PanelColumnsTest, AToggleActsOnAllSelectedRowsInOneStep)
     window.click(middleOf(cell("row_Roof", "cell_shown")));
     EXPECT_EQ(visible(), "1000") << "a row that is not selected goes alone";
     EXPECT_EQ(selected(), "Wall Tree");
-    window.press(Qt::Key_Right, Qt::ControlModifier);
+    for (int i = 0; i < 2; ++i)
+        window.press(Qt::Key_Right, Qt::ControlModifier);
     window.press(Qt::Key_Space);
     EXPECT_EQ(visible(), "1101") << "by keyboard";
     EXPECT_EQ(selected(), "Wall Tree");
+}
+
+TEST_F(PanelColumnsTest, ACellIsEditedInAllSelectedRowsInOneStep)
+{
+    openColumns();
+    QSignalSpy begins(window.panel(), SIGNAL(editBegins(QString)));
+    const auto types = [this] {
+        QStringList all;
+        for (const char* name : {"House", "Wall", "Roof", "Tree"})
+            all += scene->item(scene->find(QLatin1String(name)))->type;
+        return all.join(QLatin1Char(' ')).toStdString();
+    };
+    const QQuickItem* field = window.item("cell_field");
+    window.click(window.at(60, 1));
+    window.click(window.at(60, 3), Qt::ControlModifier);
+    window.click(middleOf(cell("row_Wall", "cell_type")));
+    EXPECT_EQ(selected(), "Wall Tree") << "a click in a cell keeps the rows that it is about";
+    window.doubleClick(middleOf(cell("row_Wall", "cell_type")));
+    EXPECT_EQ(field->property("text").toString(), QStringLiteral("mesh"));
+    window.type("big lamp");
+    window.press(Qt::Key_Return);
+    EXPECT_TRUE(field->isVisible() && field->property("invalid").toBool());
+    EXPECT_EQ(types(), "mesh mesh mesh mesh");
+    begins.clear();
+    for (int i = 0; i < 5; ++i)
+        window.press(Qt::Key_Backspace);
+    window.press(Qt::Key_Return);
+    EXPECT_FALSE(field->isVisible());
+    EXPECT_EQ(types(), "mesh big mesh big");
+    EXPECT_EQ(begins.size(), 1);
+    EXPECT_EQ(selected(), "Wall Tree");
+    // By keyboard, from the name to the next cell that takes a text.
+    window.press(Qt::Key_Home);
+    for (const Qt::Key key : {Qt::Key_F2, Qt::Key_Tab})
+        window.press(key);
+    window.type("hut");
+    window.press(Qt::Key_Return);
+    EXPECT_EQ(types(), "hut big mesh big");
+    window.press(Qt::Key_Right, Qt::ControlModifier);
+    window.press(Qt::Key_F2);
+    window.type("no");
+    window.press(Qt::Key_Escape);
+    EXPECT_EQ(types(), "hut big mesh big");
+}
+
+TEST_F(PanelColumnsTest, ColumnsThatNeedMoreRoomScrollSideways)
+{
+    openColumns();
+    const QQuickItem* bar = window.item("column_scroll_bar");
+    EXPECT_FALSE(bar->isVisible());
+    auto* outlineColumns = window.item("outline_tree")->property("columns").value<QObject*>();
+    QMetaObject::invokeMethod(outlineColumns, "setWidth", Q_ARG(int, 0), Q_ARG(int, 300));
+    window.settle();
+    EXPECT_TRUE(bar->isVisible());
+    EXPECT_EQ(window.item("header_type")->width(), 300);
+    EXPECT_GE(window.item("header_name")->width(), 100);
+    const auto right = [this] { return middleOf(cell("row_Wall", "cell_shown")).x() + 25; };
+    EXPECT_GT(right(), PanelWindow::width);
+    window.click(window.at(60, 1));
+    for (int i = 0; i < 2; ++i)
+        window.press(Qt::Key_Right, Qt::ControlModifier);
+    EXPECT_LE(right(), PanelWindow::width) << "the keyboard brings its cell into view";
+    EXPECT_EQ(middleOf(cell("row_Wall", "cell_shown")).x(), window.middle("header_shown").x());
+    window.click(middleOf(cell("row_Wall", "cell_shown")));
+    EXPECT_FALSE(scene->item(scene->find(QStringLiteral("Wall")))->visible);
 }
 
 TEST_F(PanelColumnsTest, TheHeaderSortsResizesAndReorders)

@@ -135,6 +135,7 @@ TEST_F(PanelContrastTest, HoldsInRowsOfEveryState)
             EXPECT_GT(check.checked(), 15);
         }
     }
+    browser->selectionModel()->clear();
     predicate.setText(QStringLiteral("nothing at all>2"));
     ASSERT_TRUE(QTest::qWaitFor([this] { return window.item("empty_text")->isVisible(); }));
     ContrastCheck check;

@@ -33,6 +33,7 @@ TEST_F(PanelEditingTest, FiltersByKeyboardAndCountsWhatItHides)
     EXPECT_TRUE(QTest::qWaitFor([this] { return window.rows() == "House Roof Tile"; }))
         << window.rows();
     window.settle();
+    EXPECT_EQ(window.item("match_count")->property("text").toString(), QStringLiteral("1"));
     EXPECT_EQ(window.panel()->property("hiddenSelectionCount").toInt(), 1);
     EXPECT_EQ(window.panel()->property("statusText").toString(),
               QStringLiteral("1 selected, 1 hidden"));
@@ -48,6 +49,7 @@ TEST_F(PanelEditingTest, FiltersByKeyboardAndCountsWhatItHides)
     window.press(Qt::Key_Escape);
     EXPECT_EQ(window.rows(), "House Wall Roof Tree");
     EXPECT_EQ(predicate.text(), QString());
+    EXPECT_FALSE(window.item("match_count")->isVisible());
 }
 
 TEST_F(PanelEditingTest, CountsWhatTheFilterHidesBelowACollapsedRow)
@@ -129,11 +131,11 @@ TEST_F(PanelEditingTest, RenamesInPlaceUntilTheNameIsGood)
     window.press(Qt::Key_F2);
     window.press(Qt::Key_Delete);
     window.press(Qt::Key_Return);
-    EXPECT_TRUE(window.item("rename_field")->isVisible()) << "an empty name is refused";
+    EXPECT_TRUE(window.item("cell_field")->isVisible()) << "an empty name is refused";
     window.type("Fence");
     window.press(Qt::Key_Return);
     EXPECT_EQ(window.rows(), "House Fence Roof Tree");
-    EXPECT_FALSE(window.item("rename_field")->isVisible());
+    EXPECT_FALSE(window.item("cell_field")->isVisible());
     EXPECT_EQ(steps.size(), 2);
     window.press(Qt::Key_F2);
     window.type("Gate");
@@ -150,7 +152,7 @@ TEST_F(PanelEditingTest, RenamingEndsWithItsRow)
     window.press(Qt::Key_F2);
     scene->remove(scene->find(QStringLiteral("House")), 0, 1);
     window.settle();
-    EXPECT_FALSE(window.item("rename_field")->isVisible());
+    EXPECT_FALSE(window.item("cell_field")->isVisible());
     EXPECT_EQ(window.rows(), "House Roof Tree");
 }
 
