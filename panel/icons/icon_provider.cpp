@@ -42,7 +42,7 @@ QImage IconProvider::requestImage(const QString& id, QSize* size, const QSize& r
     const QColor color(QLatin1Char('#') + id.section(QLatin1Char('/'), 0, 0));
     QByteArray svg = readIcon(id.section(QLatin1Char('/'), 1));
     svg.replace("currentColor", color.name().toLatin1());
-    const QSize imageSize = requestedSize.isValid() ? requestedSize : defaultSize;
+    const QSize imageSize = requestedSize.isEmpty() ? defaultSize : requestedSize;
     QImage image(imageSize, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);

@@ -100,7 +100,8 @@ PanelTextField {
 
         style: field.style
         y: field.height + 2
-        width: Math.min(Math.max(field.width, 300), 420)
+        width: Math.max(field.width, field.style.pixelSize * 32)
+        margins: 4
         onExampleChosen: {
             field.text = text;
             field.textEdited();

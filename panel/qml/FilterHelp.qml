@@ -63,7 +63,7 @@ Popup {
 
                 x: help.style.spacing
                 anchors.verticalCenter: parent.verticalCenter
-                width: parent.width * 0.34
+                width: help.style.pixelSize * 10
                 text: modelData[0]
                 color: tones.text
                 font { pixelSize: help.style.pixelSize; bold: true }
