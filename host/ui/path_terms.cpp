@@ -49,6 +49,9 @@ void PathTerms::follow(const QAbstractItemModel& model)
 
 PathTerms::Terms PathTerms::above(const QModelIndex& row)
 {
+    // Rows of another model may change unheard.
+    if (row.model() != m_model)
+        forget();
     std::vector<QModelIndex> unknown;
     Terms terms = 0;
     for (QModelIndex up = row.parent(); up.isValid(); up = up.parent()) {

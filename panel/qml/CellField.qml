@@ -60,7 +60,8 @@ PanelTextField {
             return rowEditor.rename(handle.sourceIndex, text);
         const now = handle.row();
         return text === before || (now >= 0 && handle.standsFor(now)
-            && rowEditor.setCell(now, columns[column].valueRole, text, columns[column].title));
+            && rowEditor.setCell(now, columns[column].valueRole, text,
+                                  qsTr("Set %1").arg(columns[column].title)));
     }
     function commit() {
         refused = !write();

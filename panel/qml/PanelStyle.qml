@@ -60,7 +60,7 @@ QtObject {
     property int spacing: 4
     property int buttonWidth: 20
     property int countWidth: 44
-    property int minimumNameWidth: 130
+    property int minimumNameWidth: 150
     property int usualNameWidth: 200
     property int toolTipDelay: 500
 
