@@ -18,6 +18,7 @@ struct Outline
     {
         model.setSourceModel(scene.get());
         model.setSelectionModel(selection);
+        predicate.setModel(scene.get());
         model.setPredicate(&predicate);
     }
     explicit Outline(const char* text) : Outline(FakeScene::fromText(QLatin1String(text))) {}
