@@ -124,7 +124,13 @@ Item {
         }
     }
     MouseArea {
+        // Of the window, for the border stays where it is while other columns give way.
         property real grabX: 0
+        property real grabWidth: 0
+
+        function windowX(mouse) {
+            return mapToItem(null, mouse.x, 0).x;
+        }
 
         x: -3
         width: 7
@@ -133,10 +139,13 @@ Item {
         visible: cell.movable
         cursorShape: Qt.SplitHCursor
         preventStealing: true
-        onPressed: grabX = mouse.x
+        onPressed: {
+            grabX = windowX(mouse);
+            grabWidth = cell.width;
+        }
         onPositionChanged: {
             if (pressed)
-                cell.resized(cell.width + grabX - mouse.x);
+                cell.resized(grabWidth + grabX - windowX(mouse));
         }
     }
     PanelToolTip {
