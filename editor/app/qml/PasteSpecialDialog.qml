@@ -39,6 +39,7 @@ EditorDialog {
                 ? qsTr("Onto 1 object") : qsTr("Onto %1 objects").arg(dialog.choices.targetCount)
             color: theme.dimText
             font.pixelSize: 12
+            textFormat: Text.PlainText
         }
         Row {
             id: headings
@@ -54,6 +55,7 @@ EditorDialog {
                     horizontalAlignment: Text.AlignRight
                     color: theme.dimText
                     font.pixelSize: 12
+                    textFormat: Text.PlainText
                 }
             }
         }

@@ -29,6 +29,7 @@ Rectangle {
             text: model.checked === Qt.Checked ? "✓" : model.checked === Qt.PartiallyChecked ? "–" : ""
             color: theme.text
             font { pixelSize: 11; bold: true }
+            textFormat: Text.PlainText
         }
     }
     Text {
@@ -73,6 +74,7 @@ Rectangle {
                 color: theme.text
                 opacity: modelData > 0 ? 1 : 0.5
                 font.pixelSize: 12
+                textFormat: Text.PlainText
             }
         }
     }
