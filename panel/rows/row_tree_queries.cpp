@@ -1,0 +1,301 @@
+// Where rows are in a row tree, and how many of a kind there are.
+
+#include "row_tree.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace kyr::panel {
+
+RowTree::Node RowTree::at(int row) const
+{
+    Node node = m_root;
+    if (row < 0 || row >= shownCount())
+        return none;
+    while (node != none && m_nodes[node].shift == 0) {
+        const int above = shownIn(m_nodes[node].left);
+        if (row < above) {
+            node = m_nodes[node].left;
+            continue;
+        }
+        row -= above;
+        if (m_nodes[node].closed == 0 && row-- == 0)
+            return node;
+        node = m_nodes[node].right;
+    }
+    return none;
+}
+
+RowTree::Node RowTree::atOrder(int order) const
+{
+    Node node = m_root;
+    while (node != none) {
+        const int before = int(m_nodes[m_nodes[node].left].size);
+        if (order == before)
+            return node;
+        if (order < before) {
+            node = m_nodes[node].left;
+        } else {
+            order -= before + 1;
+            node = m_nodes[node].right;
+        }
+    }
+    return none;
+}
+
+RowTree::Position RowTree::position(Node node) const
+{
+    int order = int(m_nodes[m_nodes[node].left].size);
+    int above = shownIn(m_nodes[node].left);
+    bool shown = m_nodes[node].closed == 0;
+    while (node != none) {
+        if (m_nodes[node].shift > 0) {
+            above = 0;
+            shown = false;
+        }
+        const Node up = m_nodes[node].up;
+        if (up != none && m_nodes[up].right == node) {
+            order += int(m_nodes[m_nodes[up].left].size) + 1;
+            above += shownIn(m_nodes[up].left) + (m_nodes[up].closed == 0 ? 1 : 0);
+        }
+        node = up;
+    }
+    return {order, above, shown};
+}
+
+int RowTree::row(Node node) const
+{
+    if (node == none)
+        return -1;
+    const Position found = position(node);
+    return found.shown ? found.rowsAbove : -1;
+}
+
+int RowTree::nearestRow(Node node) const
+{
+    // All rows below a closed one are hidden, so the shown row before a hidden one hides it.
+    const Position found = position(node);
+    return found.shown ? found.rowsAbove : found.rowsAbove - 1;
+}
+
+int RowTree::rowsBefore(int order) const
+{
+    int rows = 0;
+    Node node = m_root;
+    while (node != none && m_nodes[node].shift == 0) {
+        const int before = int(m_nodes[m_nodes[node].left].size);
+        if (order <= before) {
+            node = m_nodes[node].left;
+            continue;
+        }
+        rows += shownIn(m_nodes[node].left) + (m_nodes[node].closed == 0 ? 1 : 0);
+        order -= before + 1;
+        node = m_nodes[node].right;
+    }
+    return rows;
+}
+
+RowTree::Node RowTree::first(Node root) const
+{
+    while (m_nodes[root].left != none)
+        root = m_nodes[root].left;
+    return root;
+}
+
+RowTree::Node RowTree::next(Node node) const
+{
+    if (m_nodes[node].right != none)
+        return first(m_nodes[node].right);
+    Node up = m_nodes[node].up;
+    while (up != none && m_nodes[up].right == node) {
+        node = up;
+        up = m_nodes[node].up;
+    }
+    return up;
+}
+
+RowTree::Node RowTree::findChild(Node node, quint32 depth, quint32 number) const
+{
+    while (node != none) {
+        const Data& left = m_nodes[m_nodes[node].left];
+        const quint32 matches = left.minDepth == depth ? left.minCount : 0;
+        // A shallower row on the left ends the family there: the child is before it or nowhere.
+        if (left.minDepth < depth || number < matches) {
+            node = m_nodes[node].left;
+            continue;
+        }
+        number -= matches;
+        const quint32 own = m_nodes[node].depth;
+        if (own < depth)
+            return none;
+        if (own == depth && number-- == 0)
+            return node;
+        node = m_nodes[node].right;
+    }
+    return none;
+}
+
+RowTree::Node RowTree::child(Node parent, int number) const
+{
+    if (number < 0)
+        return none;
+    if (parent == none)
+        return findChild(m_root, 0, quint32(number));
+    const quint32 depth = m_nodes[parent].depth + 1u;
+    quint32 left = quint32(number);
+    Node node = parent;
+    while (node != none) {
+        const Node piece = m_nodes[node].right;
+        const Data& rows = m_nodes[piece];
+        const quint32 matches = rows.minDepth == depth ? rows.minCount : 0;
+        if (rows.minDepth < depth || left < matches)
+            return findChild(piece, depth, left);
+        left -= matches;
+        while (m_nodes[node].up != none && m_nodes[m_nodes[node].up].right == node)
+            node = m_nodes[node].up;
+        node = m_nodes[node].up;
+        if (node == none || m_nodes[node].depth < depth)
+            return none;
+        if (m_nodes[node].depth == depth && left-- == 0)
+            return node;
+    }
+    return none;
+}
+
+RowTree::Place RowTree::place(Node node) const
+{
+    const quint32 depth = m_nodes[node].depth;
+    quint32 number = 0;
+    Node piece = m_nodes[node].left;
+    // Walks backwards in whole subtrees until one holds a shallower row, the parent.
+    while (m_nodes[piece].minDepth >= depth) {
+        if (m_nodes[piece].minDepth == depth)
+            number += m_nodes[piece].minCount;
+        while (m_nodes[node].up != none && m_nodes[m_nodes[node].up].left == node)
+            node = m_nodes[node].up;
+        node = m_nodes[node].up;
+        if (node == none || m_nodes[node].depth < depth)
+            return {node, int(number)};
+        if (m_nodes[node].depth == depth)
+            ++number;
+        piece = m_nodes[node].left;
+    }
+    while (true) {
+        const Data& right = m_nodes[m_nodes[piece].right];
+        if (right.minDepth < depth) {
+            piece = m_nodes[piece].right;
+            continue;
+        }
+        if (right.minDepth == depth)
+            number += right.minCount;
+        if (m_nodes[piece].depth < depth)
+            return {piece, int(number)};
+        if (m_nodes[piece].depth == depth)
+            ++number;
+        piece = m_nodes[piece].left;
+    }
+}
+
+RowTree::Node RowTree::afterBranch(Node node) const
+{
+    const quint32 depth = m_nodes[node].depth;
+    Node piece = m_nodes[node].right;
+    while (m_nodes[piece].minDepth > depth) {
+        while (m_nodes[node].up != none && m_nodes[m_nodes[node].up].right == node)
+            node = m_nodes[node].up;
+        node = m_nodes[node].up;
+        if (node == none || m_nodes[node].depth <= depth)
+            return node;
+        piece = m_nodes[node].right;
+    }
+    while (true) {
+        if (m_nodes[m_nodes[piece].left].minDepth <= depth)
+            piece = m_nodes[piece].left;
+        else if (m_nodes[piece].depth <= depth)
+            return piece;
+        else
+            piece = m_nodes[piece].right;
+    }
+}
+
+int RowTree::branchEnd(Node node) const
+{
+    const Node after = node == none ? none : afterBranch(node);
+    return after == none ? size() : order(after);
+}
+
+int RowTree::orderOfChild(Node parent, int number) const
+{
+    const Node node = child(parent, number);
+    return node == none ? branchEnd(parent) : order(node);
+}
+
+bool RowTree::hasBranch(Node node) const
+{
+    const Node below = next(node);
+    return below != none && depth(below) > depth(node);
+}
+
+bool RowTree::showsChildren(Node parent) const
+{
+    return parent == none || (has(parent, Expanded) && position(parent).shown);
+}
+
+/// The lowest number of closed rows above, seen from above the node, and how many rows have it.
+std::pair<int, int> RowTree::lowestIn(Node node, int first, int last) const
+{
+    constexpr int infinite = std::numeric_limits<int>::max() / 2;
+    if (first >= last || node == none)
+        return {infinite, 0};
+    const Data& data = m_nodes[node];
+    if (first <= 0 && last >= int(data.size))
+        return {data.shift, int(data.lowest)};
+    const int before = int(m_nodes[data.left].size);
+    std::pair<int, int> lowest{infinite, 0};
+    const auto add = [&lowest](const std::pair<int, int>& part) {
+        if (part.first < lowest.first)
+            lowest = part;
+        else if (part.first == lowest.first)
+            lowest.second += part.second;
+    };
+    add(lowestIn(data.left, first, std::min(last, before)));
+    if (first <= before && before < last)
+        add({data.closed, 1});
+    add(lowestIn(data.right, std::max(first - before - 1, 0), last - before - 1));
+    return {lowest.first + data.shift, lowest.second};
+}
+
+int RowTree::countToOpen(Node node) const
+{
+    const int first = order(node) + 1;
+    return countIfShown(first, branchEnd(node) - first);
+}
+
+int RowTree::countIfShown(int order, int count) const
+{
+    return lowestIn(m_root, order, order + count).second;
+}
+
+int RowTree::selectedBefore(int order) const
+{
+    int count = 0;
+    Node node = m_root;
+    while (node != none) {
+        const int before = int(m_nodes[m_nodes[node].left].size);
+        if (order <= before) {
+            node = m_nodes[node].left;
+            continue;
+        }
+        count += int(m_nodes[m_nodes[node].left].selected) + (has(node, Selected) ? 1 : 0);
+        order -= before + 1;
+        node = m_nodes[node].right;
+    }
+    return count;
+}
+
+int RowTree::selectedBelow(Node node) const
+{
+    return selectedBefore(branchEnd(node)) - selectedBefore(order(node) + 1);
+}
+
+} // namespace kyr::panel
