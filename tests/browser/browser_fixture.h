@@ -92,22 +92,22 @@ private:
 class BrowserTest : public testing::Test
 {
 protected:
-    void create(const std::string& tree, int columns = 1)
+    void create(const QString& tree, int columns = 1)
     {
         model = std::make_unique<TreeModel>(tree, columns);
         assetModel = std::make_unique<HookedAssetModel>(model.get());
         browser = std::make_unique<SceneBrowserData>(assetModel.get(), &selection, nullptr);
     }
 
-    IAssetSelection::Objects objects(const std::vector<std::string>& rows) const
+    IAssetSelection::Objects objects(const QStringList& rows) const
     {
         IAssetSelection::Objects list;
-        for (const std::string& row : rows)
+        for (const QString& row : rows)
             list.emplace_back(model->object(row));
         return list;
     }
     std::string selectedRows() const { return names(browser->selectionModel()->selection()); }
-    void selectRow(const std::string& row,
+    void selectRow(const QString& row,
                    QItemSelectionModel::SelectionFlags flags = QItemSelectionModel::ClearAndSelect)
     {
         browser->selectionModel()->select(model->find(row), flags);

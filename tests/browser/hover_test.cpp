@@ -32,8 +32,9 @@ TEST_F(BrowserTest, rowsWithoutAnObjectReportAnInvalidOneAndConvertibleValuesCon
     create("a\nb\nc");
     QMetaType::registerConverter<ConvertibleToObject, kyr::ReflectedObject>(
         [](const ConvertibleToObject& value) { return value.object; });
-    model->setObjectValue("a", QVariant());
-    model->setObjectValue("b", QVariant::fromValue(ConvertibleToObject{model->object("c")}));
+    model->item(model->find("a"))->objectValue = {};
+    model->item(model->find("b"))->objectValue =
+        QVariant::fromValue(ConvertibleToObject{model->object("c")});
     selection.takeLog();
     browser->syncHover(model->find("a"));
     ASSERT_EQ(1u, selection.lastHovered.size());
@@ -50,7 +51,7 @@ TEST_F(BrowserTest, hoveringWaitsForRowUpdatesToFinish)
     using Model = QAbstractItemModel;
     QObject::connect(model.get(), &Model::rowsAboutToBeInserted, browser.get(), hover);
     QObject::connect(model.get(), &Model::rowsAboutToBeRemoved, browser.get(), hover);
-    model->insert({}, 3, {"d"});
+    model->insert({}, 3, test::TreeModel::named({"d"}));
     model->remove({}, 3, 1);
     EXPECT_EQ("", selection.takeLog());
     hover();

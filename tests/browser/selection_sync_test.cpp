@@ -33,7 +33,7 @@ TEST_F(BrowserTest, aClickSelectsTheObjectInOneUndoableChange)
 TEST_F(BrowserTest, cellsArePushedRangeByRangeWithoutThoseThatCannotBeSelected)
 {
     create("a\nb\nc\nd", 2);
-    model->setRowFlags("c", Qt::ItemIsEnabled);
+    model->item(model->find("c"))->flags = Qt::ItemIsEnabled;
     selection.takeLog();
     browser->selectionModel()->select(QItemSelection(model->index(1, 0), model->index(3, 1)),
                                       QItemSelectionModel::ClearAndSelect);
@@ -125,7 +125,7 @@ TEST_F(BrowserTest, insertedRowsAreSelectedWhenTheirObjectsAre)
     EXPECT_EQ("", selection.takeLog());
 
     selection.clearSelection();
-    model->insert({}, 0, {"y"});
+    model->insert({}, 0, test::TreeModel::named({"y"}));
     EXPECT_EQ("", selectedRows());
 }
 

@@ -12,10 +12,10 @@ namespace {
 class AssetSelectionTest : public testing::Test
 {
 protected:
-    IAssetSelection::Objects objects(const std::vector<std::string>& names) const
+    IAssetSelection::Objects objects(const QStringList& names) const
     {
         IAssetSelection::Objects list;
-        for (const std::string& name : names)
+        for (const QString& name : names)
             list.emplace_back(model.object(name));
         return list;
     }

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+using test::TreeModel;
+
 namespace {
 
 using kyr::panel::OutlineModel;
@@ -25,12 +27,12 @@ TEST(OutlineModelTest, RowsStartAsTheSceneWishesUntilTheUserSaysOtherwise)
     outline.model.collapseAll();
     outline.expand("a");
     EXPECT_EQ(outline.text(), "-a .b .d");
-    auto fresh = FakeScene::fromText(QStringLiteral("+x\n  y\n"))->takeRows();
+    auto fresh = TreeModel::parsed("+x\n  y\n");
     outline.expand("a", false);
     outline.scene->insert(outline.find("a"), 1, std::move(fresh));
     outline.expand("a");
     EXPECT_EQ(outline.text(), "-a .b .-x ..y .d") << "what comes after all was closed";
-    outline.scene->reset(FakeScene::fromText(QLatin1String(text)));
+    outline.scene->resetTo(text);
     EXPECT_EQ(outline.text(), "-a .-b ..c .d");
 }
 
@@ -59,7 +61,7 @@ TEST(OutlineModelTest, ALargeBranchComesWithOneSignalAndKeepsItsMarks)
 {
     Outline outline("all\nother\n");
     const QModelIndex all = outline.find("all");
-    outline.scene->insert(all, 0, FakeScene::wide(100, 2)->takeRows());
+    outline.scene->insert(all, 0, TreeModel::wide(100, 2));
     for (int group = 0; group < 100; ++group)
         outline.selection->select(outline.scene->index(1, 0, outline.scene->index(group, 0, all)),
                                   QItemSelectionModel::Select);
@@ -83,7 +85,7 @@ TEST(OutlineModelTest, ALargeBranchComesWithOneSignalAndKeepsItsMarks)
 }
 
 /// Has one child below every row, once it was asked for.
-class LazyScene : public FakeScene
+class LazyScene : public TreeModel
 {
 public:
     bool canFetchMore(const QModelIndex& parent) const override
@@ -93,17 +95,14 @@ public:
     bool hasChildren(const QModelIndex&) const override { return true; }
     void fetchMore(const QModelIndex& parent) override
     {
-        std::vector<std::unique_ptr<Item>> rows(1);
-        rows[0] = std::make_unique<Item>();
-        rows[0]->name = item(parent)->name + QLatin1Char('+');
-        insert(parent, 0, std::move(rows));
+        insert(parent, 0, named({item(parent)->name + '+'}));
     }
 };
 
 TEST(OutlineModelTest, OpeningARowFetchesWhatIsBelowIt)
 {
     auto scene = std::make_unique<LazyScene>();
-    scene->insert({}, 0, FakeScene::fromText(QStringLiteral("a\n"))->takeRows());
+    scene->insert({}, 0, TreeModel::parsed("a\n"));
     Outline outline(std::move(scene));
     outline.expand("a");
     EXPECT_EQ(outline.text(), "-a .a+");
@@ -130,7 +129,7 @@ TEST(OutlineModelTest, RowsAreFilteredSortedAndGrouped)
         {"", "", Qt::DisplayRole, true, "Tree Lamp House"},
         {"window", "flat", Qt::DisplayRole, false, "Window 1 Window 2 Window 10"},
         {"", "flat", -1, false, "House Wall Window 1 Window 2 Roof Tile Tree Window 10 Lamp"},
-        {"", "flat", FakeScene::TypeRole, false,
+        {"", "flat", TreeModel::TypeRole, false,
          "Lamp House Wall Window 1 Window 2 Roof Tile Tree Window 10"},
         {"t", "type", Qt::DisplayRole, true, "-Mesh .Tree .Tile"},
         {"", "type", -1, false,
@@ -219,7 +218,7 @@ TEST(OutlineModelTest, FewChangesAreSignalledOneByOneAndManyComeWithAPass)
     EXPECT_EQ(outline.text(), "-House~ .-Wall~ ..-Window 1 ..-Window 2 -Window lamp");
     EXPECT_FALSE(outline.model.isWorking());
     for (int part = 0; part < 3; ++part)
-        outline.scene->insert({}, part, FakeScene::wide(100, 1)->takeRows());
+        outline.scene->insert({}, part, TreeModel::wide(100, 1));
     EXPECT_TRUE(outline.model.isWorking());
     outline.scene->remove({}, 300, 1);
     EXPECT_EQ(outline.text(), "-Window lamp") << "what is gone does not show";
@@ -230,7 +229,7 @@ TEST(OutlineModelTest, FewChangesAreSignalledOneByOneAndManyComeWithAPass)
 
 TEST(OutlineModelTest, OldRowsShowAndChangeWhileTheNextAreWorkedOut)
 {
-    Outline outline(FakeScene::wide(3000, 2));
+    Outline outline(TreeModel::wide(3000, 2));
     outline.predicate.setCondition("slow", [](const QModelIndex& row) {
         for (volatile int turn = 0; turn < 4000; turn = turn + 1) {
         }

@@ -12,10 +12,12 @@
 #include <random>
 #include <set>
 
+using test::TreeModel;
+
 namespace {
 
 using kyr::panel::OutlineModel;
-using Item = FakeScene::Item;
+using Item = TreeModel::Item;
 
 /// Keeps a copy of the rows up to date by the signals alone, as a view does.
 class View
@@ -142,18 +144,18 @@ public:
 
 private:
     /// Forty levels are deep enough for what is remembered of deep branches.
-    static std::unique_ptr<FakeScene> chain(int depth)
+    static TreeModel::Items chain(int depth)
     {
         QString text;
         for (int level = 0; level < depth; ++level)
             text += QString(level * 2, QLatin1Char(' ')) + QString::number(level) + '\n';
-        return FakeScene::fromText(text);
+        return TreeModel::parsed(text);
     }
     std::string text() const { return m_outline.rows().join(QLatin1Char('\n')).toStdString(); }
     int pick(int bound) { return int(m_random() % unsigned(bound)); }
     QString anyName() { return QString::number(pick(60)); }
     QString anyType() { return QStringList{"mesh", "light", ""}[pick(3)]; }
-    FakeScene& scene() const { return *m_outline.scene; }
+    TreeModel& scene() const { return *m_outline.scene; }
     bool filters() const { return m_outline.predicate.isActive(); }
     bool is(const char* arrangement) const
     {
@@ -288,7 +290,7 @@ private:
         const bool seen =
             parent == scene().root() ||
             m_outline.model.isRowExpanded(m_outline.model.rowOf(scene().indexOf(parent)));
-        std::vector<std::unique_ptr<Item>> items;
+        TreeModel::Items items;
         for (int i = 0; i <= pick(3); ++i) {
             items.push_back(branch(2));
             items.back()->expanded = seen && pick(3) == 0;
@@ -343,7 +345,7 @@ private:
             return;
         item->type = anyType();
         const QModelIndex index = scene().indexOf(item);
-        Q_EMIT scene().dataChanged(index, index, {FakeScene::TypeRole});
+        Q_EMIT scene().dataChanged(index, index, {TreeModel::TypeRole});
     }
     void toggle()
     {
@@ -354,7 +356,7 @@ private:
             const int row = pick(std::max(1, m_outline.model.count()));
             if (!m_outline.model.isGroup(row))
                 return;
-            const QString type = m_outline.model.index(row).data(FakeScene::TypeRole).toString();
+            const QString type = m_outline.model.index(row).data(TreeModel::TypeRole).toString();
             const bool open = m_closedGroups.erase(type) != 0;
             if (!open)
                 m_closedGroups.insert(type);
@@ -433,7 +435,7 @@ private:
         m_outline.model.finish();
         if (pick(2) == 0) {
             m_last = "layout";
-            scene().sortByName();
+            scene().reverse(scene().indexOf(any()), QAbstractItemModel::NoLayoutChangeHint);
         } else if (!filters() && !is("flat") && !is("type")) {
             m_last = "all";
             const bool open = pick(2) == 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fake_scene.h"
+#include <support/tree_model.h>
 
 #include <panel/outline/outline_model.h>
 
@@ -8,12 +8,14 @@
 
 #include <QItemSelectionModel>
 
+using test::TreeModel;
+
 /// An outline over a scene with a selection and a filter.
 struct Outline
 {
     using Model = kyr::panel::OutlineModel;
 
-    explicit Outline(std::unique_ptr<FakeScene> newScene)
+    explicit Outline(std::unique_ptr<TreeModel> newScene)
         : scene(std::move(newScene)), selection(new QItemSelectionModel(scene.get()))
     {
         model.setSourceModel(scene.get());
@@ -21,7 +23,9 @@ struct Outline
         predicate.setModel(scene.get());
         model.setPredicate(&predicate);
     }
-    explicit Outline(const char* text) : Outline(FakeScene::fromText(QLatin1String(text))) {}
+    explicit Outline(TreeModel::Items rows) : Outline(std::make_unique<TreeModel>(std::move(rows)))
+    {}
+    explicit Outline(const char* text) : Outline(TreeModel::parsed(text)) {}
 
     QModelIndex find(const char* name) const { return scene->find(QLatin1String(name)); }
     void expand(const char* name, bool on = true) { model.setExpanded(find(name), on); }
@@ -64,7 +68,7 @@ struct Outline
     QStringList rows() const { return rows(model); }
     std::string text() const { return text(model); }
 
-    std::unique_ptr<FakeScene> scene;
+    std::unique_ptr<TreeModel> scene;
     QItemSelectionModel* selection; ///< The scene owns it.
     lumo::datamodels::proxy::TextPredicate predicate;
     Model model;

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <iterator>
 
+using test::TreeModel;
+
 namespace {
 
 class PanelAccessibilityTest : public ScenePanelTest
@@ -87,7 +89,7 @@ TEST_F(PanelAccessibilityTest, RowButtonsAreCheckBoxes)
     EXPECT_EQ(text(button(), QAccessible::Name), "Visible");
     EXPECT_EQ(button()->state().checkable, 1u);
     EXPECT_EQ(button()->state().checked, 1u);
-    scene->setData(scene->find(QStringLiteral("Wall")), false, FakeScene::EnabledRole);
+    scene->setData(scene->find(QStringLiteral("Wall")), false, TreeModel::EnabledRole);
     EXPECT_EQ(button()->state().checked, 0u);
 }
 

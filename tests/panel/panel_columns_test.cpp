@@ -8,6 +8,8 @@
 #include <QStandardItemModel>
 #include <QTemporaryDir>
 
+using test::TreeModel;
+
 namespace {
 
 enum ColumnRole
@@ -33,9 +35,9 @@ public:
                                     {WidthRole, "width"},
                                     {ToggleRole, "toggle"},
                                     {EditableRole, "editable"}});
-        add(QStringLiteral("type"), FakeScene::TypeRole, false);
-        add(QStringLiteral("children"), FakeScene::CountRole, false);
-        add(QStringLiteral("shown"), FakeScene::EnabledRole, true);
+        add(QStringLiteral("type"), TreeModel::TypeRole, false);
+        add(QStringLiteral("children"), TreeModel::CountRole, false);
+        add(QStringLiteral("shown"), TreeModel::EnabledRole, true);
         setSortRole(OrderRole);
         setDynamicSortFilter(true);
         setSourceModel(&m_columns);
@@ -99,7 +101,7 @@ TEST_F(PanelColumnsTest, CellsFollowTheScene)
     EXPECT_EQ(cell("row_House", "cell_children")->property("text").toString(), QStringLiteral("2"));
     const QModelIndex house = scene->find(QStringLiteral("House"));
     EXPECT_TRUE(cell("row_House", "cell_shown")->property("checked").toBool());
-    scene->setData(house, false, FakeScene::EnabledRole);
+    scene->setData(house, false, TreeModel::EnabledRole);
     EXPECT_FALSE(cell("row_House", "cell_shown")->property("checked").toBool());
     showColumns(nullptr);
     EXPECT_FALSE(cell("row_House", "cell_type"));

@@ -9,6 +9,8 @@
 
 #include <cmath>
 
+using test::TreeModel;
+
 namespace {
 
 double luminance(const QColor& color)
@@ -108,7 +110,7 @@ TEST_F(PanelContrastTest, HoldsInRowsOfEveryState)
         {"pale", palette("#f4f4f4", "#ffffff", "#555555", "#ffe08a")},
         {"black", palette("#000000", "#000000", "#ffffff", "#ffff00")},
     };
-    open(FakeScene::fromText(QStringLiteral("+House\n  Wall\n  Wing\n  Roof\nWeir\nHouse 2\n")));
+    open(TreeModel::parsed("+House\n  Wall\n  Wing\n  Roof\nWeir\nHouse 2\n"));
     lumo::datamodels::proxy::TextPredicate predicate;
     browser->setProperty("filterPredicate", QVariant::fromValue<QObject*>(&predicate));
     // Rows that lead to others, hidden ones and both, selected or not, under the pointer or not.
@@ -118,8 +120,8 @@ TEST_F(PanelContrastTest, HoldsInRowsOfEveryState)
     for (std::size_t i = 0; i < std::size(names); ++i)
         scene->item(scene->find(QLatin1String(names[i])))->type = QLatin1String(types[i]);
     ASSERT_TRUE(QTest::qWaitFor([this] { return window.rows() == "House Wall Wing Weir"; }));
-    scene->setData(scene->find(QStringLiteral("Wall")), false, FakeScene::EnabledRole);
-    scene->setData(scene->find(QStringLiteral("Weir")), false, FakeScene::EnabledRole);
+    scene->setData(scene->find(QStringLiteral("Wall")), false, TreeModel::EnabledRole);
+    scene->setData(scene->find(QStringLiteral("Weir")), false, TreeModel::EnabledRole);
     window.movePointer(window.middle("row_Weir"));
     for (const auto& [name, colors] : palettes) {
         SCOPED_TRACE(name);

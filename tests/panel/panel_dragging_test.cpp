@@ -4,6 +4,8 @@
 
 #include <QSignalSpy>
 
+using test::TreeModel;
+
 namespace {
 
 using PanelDraggingTest = ScenePanelTest;
@@ -40,7 +42,7 @@ TEST_F(PanelDraggingTest, ADragInASortedTreeDropsOntoRowsOnly)
 
 TEST_F(PanelDraggingTest, SeveralRowsKeepTheirOrderSelectionAndExpansion)
 {
-    open(FakeScene::fromText(QStringLiteral("+A\n  A1\nB\n+C\n  C1\nD\n")));
+    open(TreeModel::parsed("+A\n  A1\nB\n+C\n  C1\nD\n"));
     ASSERT_EQ(window.rows(), "A A1 B C C1 D");
     window.click(window.at(120, 3));
     window.click(window.at(120, 0), Qt::ControlModifier);
@@ -63,7 +65,7 @@ TEST_F(PanelDraggingTest, AClosedRowOpensUnderARestingDrag)
 
 TEST_F(PanelDraggingTest, EdgesScrollUnderADragUntilTheEnd)
 {
-    open(FakeScene::wide(60, 0));
+    open(TreeModel::wide(60, 0));
     const int end = (60 - PanelWindow::visibleRows) * PanelWindow::rowHeight;
     const QPoint lower = window.at(120, PanelWindow::visibleRows - 1);
     window.pull(window.at(120, 2), lower);

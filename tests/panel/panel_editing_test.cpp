@@ -6,6 +6,8 @@
 
 #include <QSignalSpy>
 
+using test::TreeModel;
+
 namespace {
 
 using lumo::datamodels::proxy::TextPredicate;
@@ -13,9 +15,9 @@ using lumo::datamodels::proxy::TextPredicate;
 class PanelEditingTest : public ScenePanelTest
 {
 protected:
-    void openFilter(std::unique_ptr<FakeScene> newScene)
+    void openFilter(TreeModel::Items rows)
     {
-        open(std::move(newScene));
+        open(std::move(rows));
         browser->setProperty("filterPredicate", QVariant::fromValue<QObject*>(&predicate));
         window.settle();
     }

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+using test::TreeModel;
+
 namespace {
 
 constexpr int rowHeight = PanelWindow::rowHeight;
@@ -42,7 +44,7 @@ TEST_F(ScenePanelTest, OpensRowsByTheirArrowsThatTellWhatTheyHide)
     EXPECT_FALSE(mark());
     scene->item(scene->find(QStringLiteral("Tile")))->hovered = true;
     const QModelIndex tile = scene->find(QStringLiteral("Tile"));
-    Q_EMIT scene->dataChanged(tile, tile, {FakeScene::HoverRole});
+    Q_EMIT scene->dataChanged(tile, tile, {TreeModel::HoverRole});
     EXPECT_TRUE(mark());
     window.click(window.at(26, 2));
     EXPECT_EQ(selected(), "");
@@ -92,7 +94,7 @@ TEST_F(ScenePanelTest, RowButtonsSetTheirStateAndLeaveTheSelectionAlone)
 
 TEST_F(ScenePanelTest, RevealsWhatIsHiddenAndNeverScrollsWhatIsInView)
 {
-    open(FakeScene::wide(100, 3));
+    open(TreeModel::wide(100, 3));
     window.panel()->setProperty("alwaysReveal", true);
     const auto selectElsewhere = [&](const char* name) {
         browser->selectionModel()->select(scene->find(QLatin1String(name)),
@@ -114,7 +116,7 @@ TEST_F(ScenePanelTest, RevealsWhatIsHiddenAndNeverScrollsWhatIsInView)
 
 TEST_F(ScenePanelTest, KeepsTheTopRowWhenAllRowsOpen)
 {
-    open(FakeScene::wide(200, 5));
+    open(TreeModel::wide(200, 5));
     Q_EMIT browser->onShowItem(scene->find(QStringLiteral("group 100")));
     const int top = window.scrolled() / rowHeight;
     Q_EMIT browser->expandAllRequested();
@@ -124,7 +126,7 @@ TEST_F(ScenePanelTest, KeepsTheTopRowWhenAllRowsOpen)
 
 TEST_F(ScenePanelTest, SortingKeepsTheCurrentRowInPlace)
 {
-    open(FakeScene::wide(200, 5));
+    open(TreeModel::wide(200, 5));
     Q_EMIT browser->onShowItem(scene->find(QStringLiteral("group 60")));
     const int place = 60 - window.scrolled() / rowHeight;
     window.click(window.at(120, place));
@@ -139,7 +141,7 @@ TEST_F(ScenePanelTest, SortingKeepsTheCurrentRowInPlace)
 
 TEST_F(ScenePanelTest, SortingLeavesAListAtItsTop)
 {
-    open(FakeScene::wide(200, 5));
+    open(TreeModel::wide(200, 5));
     const QPoint nameHeader(40, 10);
     window.click(nameHeader);
     window.click(nameHeader);
@@ -149,17 +151,14 @@ TEST_F(ScenePanelTest, SortingLeavesAListAtItsTop)
 }
 
 /// Gives twenty of its rows at a time.
-class LazyScene : public FakeScene
+class LazyScene : public TreeModel
 {
 public:
     bool canFetchMore(const QModelIndex& parent) const override
     {
         return !parent.isValid() && rowCount() < 100;
     }
-    void fetchMore(const QModelIndex&) override
-    {
-        insert({}, rowCount(), FakeScene::wide(20, 0)->takeRows());
-    }
+    void fetchMore(const QModelIndex&) override { insert({}, rowCount(), TreeModel::wide(20, 0)); }
 };
 
 TEST_F(ScenePanelTest, FetchesRowsWhileScrollingAndOnRequest)

@@ -1,18 +1,24 @@
 #pragma once
 
 #include "fake_browser.h"
-#include "fake_scene.h"
 #include "panel_window.h"
+#include <support/tree_model.h>
 
 #include <QRegularExpression>
 
 #include <gtest/gtest.h>
 
+using test::TreeModel;
+
 /// The panel over a browser that records what it is asked.
 class ScenePanelTest : public ::testing::Test
 {
 protected:
-    void open(std::unique_ptr<FakeScene> newScene, const QString& selectedBefore = {})
+    void open(TreeModel::Items rows, const QString& selectedBefore = {})
+    {
+        open(std::make_unique<TreeModel>(std::move(rows)), selectedBefore);
+    }
+    void open(std::unique_ptr<TreeModel> newScene, const QString& selectedBefore = {})
     {
         scene = std::move(newScene);
         browser = std::make_unique<FakeBrowser>(scene.get());
@@ -31,12 +37,12 @@ protected:
         return browser->takeCalls().filter(QRegularExpression(QLatin1Char('^') + kind));
     }
 
-    std::unique_ptr<FakeScene> scene;
+    std::unique_ptr<TreeModel> scene;
     std::unique_ptr<FakeBrowser> browser;
     PanelWindow window;
 };
 
-inline std::unique_ptr<FakeScene> house()
+inline TreeModel::Items house()
 {
-    return FakeScene::fromText(QStringLiteral("+House\n  Wall\n  Roof\n    Tile\nTree\n"));
+    return TreeModel::parsed("+House\n  Wall\n  Roof\n    Tile\nTree\n");
 }

@@ -1,4 +1,4 @@
-#include "fake_scene.h"
+#include <support/tree_model.h>
 
 #include <panel/gestures/tree_navigator.h>
 #include <panel/outline/outline_model.h>
@@ -8,6 +8,8 @@
 #include <QSignalSpy>
 
 #include <gtest/gtest.h>
+
+using test::TreeModel;
 
 namespace {
 
@@ -30,7 +32,7 @@ class Gestures
 {
 public:
     Gestures()
-        : scene(FakeScene::fromText(QLatin1String(street)))
+        : scene(std::make_unique<TreeModel>(street))
         , selection(*new QItemSelectionModel(scene.get()))
     {
         flat.setSourceModel(scene.get());
@@ -87,7 +89,7 @@ public:
         return names.join(QLatin1Char(' ')).toStdString();
     }
 
-    std::unique_ptr<FakeScene> scene;
+    std::unique_ptr<TreeModel> scene;
     QItemSelectionModel& selection; ///< The scene owns it.
     OutlineModel flat;
     TreeNavigator navigator;

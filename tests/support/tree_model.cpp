@@ -1,25 +1,50 @@
 #include "tree_model.h"
 
+#include <QMimeData>
+#include <QStringList>
+
 #include <algorithm>
-#include <sstream>
 
 namespace test {
 namespace {
 
-constexpr int objectRole = 358;
+std::unique_ptr<TreeModel::Item> makeItem(const QString& name)
+{
+    return std::make_unique<TreeModel::Item>(std::make_shared<NamedObject>(name.toStdString()));
+}
+
+void renumber(TreeModel::Item& parent)
+{
+    int row = 0;
+    for (const auto& child : parent.children) {
+        child->row = row++;
+        child->parent = &parent;
+    }
+}
+
+TreeModel::Item* append(TreeModel::Items& items, const QString& name)
+{
+    items.push_back(makeItem(name));
+    return items.back().get();
+}
+
+TreeModel::Items taken(TreeModel::Item& parent, int row, int count)
+{
+    const auto first = parent.children.begin() + row;
+    TreeModel::Items items(std::make_move_iterator(first), std::make_move_iterator(first + count));
+    parent.children.erase(first, first + count);
+    renumber(parent);
+    return items;
+}
+
+void give(TreeModel::Item& parent, int row, TreeModel::Items items)
+{
+    parent.children.insert(parent.children.begin() + row, std::make_move_iterator(items.begin()),
+                           std::make_move_iterator(items.end()));
+    renumber(parent);
+}
 
 } // namespace
-
-struct TreeModel::Node
-{
-    std::string name;
-    std::shared_ptr<kyr::IReflected> object;
-    Node* parent = nullptr;
-    int row = 0;
-    std::vector<std::unique_ptr<Node>> children;
-    QVariant objectValue;
-    Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
-};
 
 const kyr::ReflectedClass& NamedObject::reflectedClass() const
 {
@@ -27,134 +52,154 @@ const kyr::ReflectedClass& NamedObject::reflectedClass() const
     return none;
 }
 
-TreeModel::TreeModel(const std::string& text, int columns)
-    : m_root(std::make_unique<Node>()), m_columns(columns)
+TreeModel::Item::Item(std::shared_ptr<kyr::IReflected> itsObject)
+    : name(QString::fromStdString(itsObject->reflectedName()))
+    , object(std::move(itsObject))
+    , objectValue(QVariant::fromValue(kyr::ReflectedObject(object)))
+{}
+
+TreeModel::TreeModel(const QString& text, int columns) : TreeModel(parsed(text), columns) {}
+
+TreeModel::TreeModel(Items items, int columns) : m_columns(columns)
 {
-    parse(text);
+    give(m_root, 0, std::move(items));
 }
 
-TreeModel::~TreeModel() = default;
-
-void TreeModel::parse(const std::string& text)
+TreeModel::Items TreeModel::parsed(const QString& text)
 {
-    m_root = std::make_unique<Node>();
-    m_nodes.clear();
-    std::vector<Node*> ancestors{m_root.get()};
-    std::istringstream lines(text);
-    for (std::string line; std::getline(lines, line);) {
-        const std::size_t depth = line.find_first_not_of(' ') / 2;
-        ancestors.resize(depth + 1);
-        Node* parent = ancestors.back();
-        auto node = makeNode(std::make_shared<NamedObject>(line.substr(depth * 2)), parent);
-        node->row = static_cast<int>(parent->children.size());
-        ancestors.push_back(node.get());
-        parent->children.push_back(std::move(node));
+    Item root;
+    std::vector<Item*> levels{&root};
+    for (const QString& line : text.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+        const QString trimmed = line.trimmed();
+        levels.resize(std::size_t(line.indexOf(trimmed)) / 2 + 1);
+        const bool expanded = trimmed.startsWith(QLatin1Char('+'));
+        levels.push_back(append(levels.back()->children, expanded ? trimmed.mid(1) : trimmed));
+        levels.back()->expanded = expanded;
+        renumber(*levels[levels.size() - 2]);
     }
+    return std::move(root.children);
 }
 
-std::unique_ptr<TreeModel::Node> TreeModel::makeNode(std::shared_ptr<kyr::IReflected> object,
-                                                     Node* parent)
+TreeModel::Items TreeModel::wide(int parents, int children)
 {
-    auto node = std::make_unique<Node>();
-    node->name = object->reflectedName();
-    node->object = std::move(object);
-    node->objectValue = QVariant::fromValue(kyr::ReflectedObject(node->object));
-    node->parent = parent;
-    m_nodes[node->object.get()] = node.get();
-    return node;
+    Items items;
+    for (int p = 0; p < parents; ++p) {
+        Item* parent = append(items, QStringLiteral("group %1").arg(p));
+        parent->type = QStringLiteral("group");
+        for (int c = 0; c < children; ++c)
+            append(parent->children, QStringLiteral("mesh %1.%2").arg(p).arg(c));
+        renumber(*parent);
+    }
+    return items;
 }
 
-void TreeModel::renumber(Node& parent, int from)
+TreeModel::Items TreeModel::named(const QStringList& names)
 {
-    for (std::size_t row = static_cast<std::size_t>(from); row < parent.children.size(); ++row)
-        parent.children[row]->row = static_cast<int>(row);
+    Items items;
+    for (const QString& name : names)
+        append(items, name);
+    return items;
 }
 
-void TreeModel::insert(const QModelIndex& parent, int row, const std::vector<std::string>& names)
+TreeModel::Item* TreeModel::item(const QModelIndex& index) const
 {
-    std::vector<std::shared_ptr<kyr::IReflected>> objects;
-    for (const std::string& name : names)
-        objects.push_back(std::make_shared<NamedObject>(name));
-    insertObjects(parent, row, objects);
+    return static_cast<Item*>(index.internalPointer());
+}
+
+TreeModel::Item* TreeModel::itemOrRoot(const QModelIndex& index) const
+{
+    return index.isValid() ? item(index) : &m_root;
+}
+
+QModelIndex TreeModel::indexOf(const Item* item) const
+{
+    return item == &m_root ? QModelIndex() : createIndex(item->row, 0, const_cast<Item*>(item));
+}
+
+template <typename Wanted>
+QModelIndex TreeModel::findIf(Wanted wanted) const
+{
+    std::vector<const Item*> waiting{&m_root};
+    while (!waiting.empty()) {
+        const Item* item = waiting.back();
+        waiting.pop_back();
+        if (item != &m_root && wanted(*item))
+            return indexOf(item);
+        for (const auto& child : item->children)
+            waiting.push_back(child.get());
+    }
+    return {};
+}
+
+QModelIndex TreeModel::indexOf(const kyr::IReflected* object) const
+{
+    return findIf([object](const Item& item) { return item.object.get() == object; });
+}
+
+QModelIndex TreeModel::find(const QString& name) const
+{
+    return findIf([&name](const Item& item) { return item.name == name; });
+}
+
+kyr::ReflectedObject TreeModel::object(const QString& name) const
+{
+    const QModelIndex index = find(name);
+    return index.isValid() ? kyr::ReflectedObject(item(index)->object) : kyr::ReflectedObject();
+}
+
+void TreeModel::insert(const QModelIndex& parent, int row, Items items)
+{
+    beginInsertRows(parent, row, row + int(items.size()) - 1);
+    give(*itemOrRoot(parent), row, std::move(items));
+    endInsertRows();
 }
 
 void TreeModel::insertObjects(const QModelIndex& parent, int row,
                               const std::vector<std::shared_ptr<kyr::IReflected>>& objects)
 {
-    Node* owner = nodeAt(parent);
-    beginInsertRows(parent, row, row + static_cast<int>(objects.size()) - 1);
-    std::vector<std::unique_ptr<Node>> nodes;
+    Items items;
     for (const auto& object : objects)
-        nodes.push_back(makeNode(object, owner));
-    owner->children.insert(owner->children.begin() + row, std::make_move_iterator(nodes.begin()),
-                           std::make_move_iterator(nodes.end()));
-    renumber(*owner, row);
-    endInsertRows();
-}
-
-void TreeModel::append(const QModelIndex& parent, int count)
-{
-    std::vector<std::string> names;
-    for (int i = 0; i < count; ++i)
-        names.push_back("row" + std::to_string(m_made++));
-    insert(parent, rowCount(parent), names);
+        items.push_back(std::make_unique<Item>(object));
+    insert(parent, row, std::move(items));
 }
 
 void TreeModel::remove(const QModelIndex& parent, int row, int count)
 {
-    Node* owner = nodeAt(parent);
     beginRemoveRows(parent, row, row + count - 1);
-    const auto first = owner->children.begin() + row;
-    std::for_each(first, first + count,
-                  [this](const auto& node) { m_nodes.erase(node->object.get()); });
-    owner->children.erase(first, first + count);
-    renumber(*owner, row);
+    taken(*itemOrRoot(parent), row, count);
     endRemoveRows();
 }
 
-bool TreeModel::move(const QModelIndex& parent, int row, int count, const QModelIndex& to,
-                     int toRow)
+bool TreeModel::move(const QModelIndex& from, int row, int count, const QModelIndex& to, int target)
 {
-    if (!beginMoveRows(parent, row, row + count - 1, to, toRow))
+    Item* source = itemOrRoot(from);
+    Item* destination = itemOrRoot(to);
+    if (!beginMoveRows(from, row, row + count - 1, to, target))
         return false;
-    Node* from = nodeAt(parent);
-    Node* target = nodeAt(to);
-    const auto first = from->children.begin() + row;
-    std::vector<std::unique_ptr<Node>> moved(std::make_move_iterator(first),
-                                             std::make_move_iterator(first + count));
-    from->children.erase(first, first + count);
-    for (const auto& node : moved)
-        node->parent = target;
-    const int place = from == target && toRow > row ? toRow - count : toRow;
-    target->children.insert(target->children.begin() + place,
-                            std::make_move_iterator(moved.begin()),
-                            std::make_move_iterator(moved.end()));
-    renumber(*from, 0);
-    renumber(*target, 0);
+    if (source == destination && target > row)
+        target -= count;
+    give(*destination, target, taken(*source, row, count));
     endMoveRows();
     return true;
 }
 
 void TreeModel::reverse(const QModelIndex& parent, LayoutChangeHint hint)
 {
-    Node* owner = nodeAt(parent);
     Q_EMIT layoutAboutToBeChanged({QPersistentModelIndex(parent)}, hint);
-    const QModelIndexList before = persistentIndexList();
+    Item* owner = itemOrRoot(parent);
     std::reverse(owner->children.begin(), owner->children.end());
-    renumber(*owner, 0);
-    QModelIndexList after;
-    for (const QModelIndex& index : before) {
-        const auto* node = static_cast<const Node*>(index.internalPointer());
-        after.append(createIndex(node->row, index.column(), index.internalPointer()));
-    }
-    changePersistentIndexList(before, after);
+    renumber(*owner);
+    for (const QModelIndex& index : persistentIndexList())
+        changePersistentIndex(
+            index, createIndex(item(index)->row, index.column(), index.internalPointer()));
     Q_EMIT layoutChanged({QPersistentModelIndex(parent)}, hint);
 }
 
-void TreeModel::resetTo(const std::string& text)
+void TreeModel::resetTo(const QString& text)
 {
     beginResetModel();
-    parse(text);
+    m_root.children = parsed(text);
+    renumber(m_root);
     endResetModel();
 }
 
@@ -162,49 +207,6 @@ void TreeModel::emitUnannouncedInsertion(const QModelIndex& parent, int first, i
 {
     QMetaObject::invokeMethod(this, "rowsInserted", Q_ARG(QModelIndex, parent), Q_ARG(int, first),
                               Q_ARG(int, last));
-}
-
-void TreeModel::emitUnannouncedRemoval(const QModelIndex& parent, int first, int last)
-{
-    QMetaObject::invokeMethod(this, "rowsRemoved", Q_ARG(QModelIndex, parent), Q_ARG(int, first),
-                              Q_ARG(int, last));
-}
-
-QModelIndex TreeModel::find(const std::string& name) const
-{
-    for (const auto& [object, node] : m_nodes) {
-        if (node->name == name)
-            return indexOf(node);
-    }
-    return {};
-}
-
-QModelIndex TreeModel::indexOf(const kyr::IReflected* object) const
-{
-    const auto found = m_nodes.find(object);
-    return found == m_nodes.end() ? QModelIndex() : indexOf(found->second);
-}
-
-QModelIndex TreeModel::indexOf(const Node* node) const
-{
-    return node == m_root.get() ? QModelIndex()
-                                : createIndex(node->row, 0, const_cast<Node*>(node));
-}
-
-kyr::ReflectedObject TreeModel::object(const std::string& name) const
-{
-    const QModelIndex index = find(name);
-    return index.isValid() ? kyr::ReflectedObject(nodeAt(index)->object) : kyr::ReflectedObject();
-}
-
-void TreeModel::setObjectValue(const std::string& name, const QVariant& value)
-{
-    nodeAt(find(name))->objectValue = value;
-}
-
-void TreeModel::setRowFlags(const std::string& name, Qt::ItemFlags flags)
-{
-    nodeAt(find(name))->flags = flags;
 }
 
 bool TreeModel::insertColumns(int column, int count, const QModelIndex& parent)
@@ -223,28 +225,21 @@ bool TreeModel::removeColumns(int column, int count, const QModelIndex& parent)
     return true;
 }
 
-TreeModel::Node* TreeModel::nodeAt(const QModelIndex& index) const
-{
-    return index.isValid() ? static_cast<Node*>(index.internalPointer()) : m_root.get();
-}
-
 QModelIndex TreeModel::index(int row, int column, const QModelIndex& parent) const
 {
-    const Node* owner = nodeAt(parent);
-    if (row < 0 || row >= static_cast<int>(owner->children.size()) || column < 0 ||
-        column >= m_columns || parent.column() > 0)
-        return {};
-    return createIndex(row, column, owner->children[static_cast<std::size_t>(row)].get());
+    return column >= 0 && column < m_columns && row >= 0 && row < rowCount(parent)
+               ? createIndex(row, column, itemOrRoot(parent)->children[std::size_t(row)].get())
+               : QModelIndex();
 }
 
 QModelIndex TreeModel::parent(const QModelIndex& child) const
 {
-    return child.isValid() ? indexOf(nodeAt(child)->parent) : QModelIndex();
+    return child.isValid() ? indexOf(item(child)->parent) : QModelIndex();
 }
 
 int TreeModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.column() > 0 ? 0 : static_cast<int>(nodeAt(parent)->children.size());
+    return parent.column() > 0 ? 0 : int(itemOrRoot(parent)->children.size());
 }
 
 int TreeModel::columnCount(const QModelIndex&) const
@@ -256,14 +251,104 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid())
         return {};
-    if (role == Qt::DisplayRole)
-        return QString::fromStdString(nodeAt(index)->name);
-    return role == objectRole ? nodeAt(index)->objectValue : QVariant();
+    const Item& row = *item(index);
+    switch (role) {
+    case Qt::DisplayRole:
+        return row.name;
+    case TypeRole:
+        return row.type;
+    case CountRole:
+        return int(row.children.size());
+    case ObjectRole:
+        return row.objectValue;
+    case ExpandedRole:
+        return row.expanded;
+    case EnabledRole:
+        return row.visible;
+    case HoverRole:
+        return row.hovered;
+    case ModifiedRole:
+        return false;
+    case ButtonsRole:
+        return QVariantList{QVariantMap{{"id", "visible"},
+                                        {"icon", "visible"},
+                                        {"checked", row.visible},
+                                        {"name", "Visible"},
+                                        {"toolTip", row.visible ? "Hide" : "Show"}}};
+    default:
+        return {};
+    }
+}
+
+bool TreeModel::setData(const QModelIndex& index, const QVariant& value, int role)
+{
+    if (!index.isValid())
+        return false;
+    Item& row = *item(index);
+    const QVariant visible =
+        role == ButtonsRole ? value.toMap().value(QStringLiteral("visible")) : value;
+    if (role == Qt::EditRole && !value.toString().isEmpty())
+        row.name = value.toString();
+    else if (role == TypeRole && !value.toString().contains(QLatin1Char(' ')))
+        row.type = value.toString();
+    else if (role == ExpandedRole)
+        row.expanded = value.toBool();
+    else if ((role == ButtonsRole || role == EnabledRole) && visible.isValid())
+        row.visible = visible.toBool();
+    else
+        return false;
+    static const QHash<int, QVector<int>> told{{Qt::EditRole, {Qt::DisplayRole}},
+                                               {ButtonsRole, {ButtonsRole, EnabledRole}},
+                                               {EnabledRole, {ButtonsRole, EnabledRole}}};
+    Q_EMIT dataChanged(index, index, told.value(role, {role}));
+    return true;
 }
 
 Qt::ItemFlags TreeModel::flags(const QModelIndex& index) const
 {
-    return index.isValid() ? nodeAt(index)->flags : Qt::ItemFlags();
+    return index.isValid() ? item(index)->flags : Qt::ItemIsDropEnabled;
+}
+
+QMimeData* TreeModel::mimeData(const QModelIndexList& indexes) const
+{
+    auto* data = new QMimeData;
+    QStringList names;
+    for (const QModelIndex& index : indexes)
+        names += index.data().toString();
+    data->setText(names.join(QLatin1Char('\n')));
+    return data;
+}
+
+bool TreeModel::canDropMimeData(const QMimeData* data, Qt::DropAction action, int, int,
+                                const QModelIndex& parent) const
+{
+    for (QModelIndex up = parent; up.isValid(); up = up.parent()) {
+        if (data->text().split(QLatin1Char('\n')).contains(up.data().toString()))
+            return false;
+    }
+    return action == Qt::MoveAction;
+}
+
+bool TreeModel::dropMimeData(const QMimeData* data, Qt::DropAction, int row, int,
+                             const QModelIndex& parent)
+{
+    const QPersistentModelIndex to = parent;
+    int target = row < 0 ? rowCount(parent) : row;
+    for (const QString& name : data->text().split(QLatin1Char('\n'))) {
+        const QModelIndex dragged = find(name);
+        const bool wasBefore = dragged.parent() == to && dragged.row() < target;
+        move(dragged.parent(), dragged.row(), 1, to, target);
+        target += wasBefore ? 0 : 1;
+    }
+    return true;
+}
+
+QHash<int, QByteArray> TreeModel::roleNames() const
+{
+    return {
+        {Qt::DisplayRole, "display"},     {TypeRole, "type"},         {CountRole, "count"},
+        {ObjectRole, "object"},           {ExpandedRole, "expanded"}, {EnabledRole, "enabled"},
+        {ButtonsRole, "rowButtonsModel"}, {HoverRole, "hoverRole"},   {ModifiedRole, "modified"}};
 }
 
 void TreeAssetModel::setObjectHovered(const kyr::ReflectedObject& object, bool hovered)

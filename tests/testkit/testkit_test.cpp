@@ -19,7 +19,7 @@ public:
     IAssetSelection& assetSelection() override { return m_selection; }
     bool insertRow(const QModelIndex& parent, int row) override
     {
-        m_model.insert(parent, row, {"new" + std::to_string(m_made++)});
+        m_model.insert(parent, row, test::TreeModel::named({QString::number(m_made++)}));
         return true;
     }
     bool removeRows(const QModelIndex& parent, int row, int count) override
