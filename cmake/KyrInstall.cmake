@@ -31,6 +31,8 @@ install(TARGETS kyr_scene_outline_panel LIBRARY DESTINATION ${CMAKE_INSTALL_LIBD
 install(TARGETS kyr_scene_outline_panelplugin
     LIBRARY DESTINATION ${KYR_INSTALL_QMLDIR}/Kyr/SceneOutline)
 install(DIRECTORY panel/qml/ DESTINATION ${KYR_INSTALL_QMLDIR}/Kyr/SceneOutline)
+install(FILES ${KyrSceneOutline_QML_IMPORT_PATH}/Kyr/SceneOutline/plugins.qmltypes
+    DESTINATION ${KYR_INSTALL_QMLDIR}/Kyr/SceneOutline OPTIONAL)
 
 configure_package_config_file(cmake/KyrSceneOutlineConfig.cmake.in
     ${PROJECT_BINARY_DIR}/KyrSceneOutlineConfig.cmake
