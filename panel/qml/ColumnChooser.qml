@@ -34,8 +34,9 @@ Popup {
         browser.removeFromSelectedColumns([selectedModel.index(row, 0)]);
     }
 
-    width: 560
-    height: 420
+    // All of it shows in a small window, too.
+    width: Math.min(560, parent ? parent.width - 2 * style.spacing : 560)
+    height: Math.min(420, parent ? parent.height - 2 * style.spacing : 420)
     padding: style.spacing * 3
     modal: true
     focus: true
