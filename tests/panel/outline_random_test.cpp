@@ -75,37 +75,17 @@ public:
 
     void step()
     {
-        switch (pick(20)) {
-        case 0:
-        case 1:
-        case 2:
-        case 3:
-            return insert();
-        case 4:
-        case 5:
-            return remove();
-        case 6:
-        case 7:
-        case 8:
-            return move();
-        case 9:
-            return rename();
-        case 10:
-            return retype();
-        case 11:
-        case 12:
-        case 13:
-            return toggle();
-        case 14:
-            return toggleBranch();
-        case 15:
-        case 16:
-        case 17:
-            return select();
-        case 18:
-            return arrange();
-        default:
-            return rare();
+        using Way = void (RandomOutline::*)();
+        constexpr std::pair<int, Way> ways[] = {
+            {4, &RandomOutline::insert},       {2, &RandomOutline::remove},
+            {3, &RandomOutline::move},         {1, &RandomOutline::rename},
+            {1, &RandomOutline::retype},       {3, &RandomOutline::toggle},
+            {1, &RandomOutline::toggleBranch}, {3, &RandomOutline::select},
+            {1, &RandomOutline::arrange},      {1, &RandomOutline::rare}};
+        int chance = pick(20);
+        for (const auto& [weight, way] : ways) {
+            if ((chance -= weight) < 0)
+                return (this->*way)();
         }
     }
 
@@ -162,11 +142,12 @@ private:
         return m_outline.model.arrangement() == QLatin1String(arrangement);
     }
     bool matches(const Item* item) const { return item->name.contains(m_outline.predicate.text()); }
-    bool leads(const Item* item) const
+    bool leadsOn(const Item* item) const
     {
-        return matches(item) || std::any_of(item->children.begin(), item->children.end(),
-                                            [this](const auto& c) { return leads(c.get()); });
+        return std::any_of(item->children.begin(), item->children.end(),
+                           [this](const auto& c) { return leads(c.get()); });
     }
+    bool leads(const Item* item) const { return matches(item) || leadsOn(item); }
     bool isSelected(const Item* item) const
     {
         return m_outline.selection->isSelected(scene().indexOf(item));
@@ -186,12 +167,13 @@ private:
         }
         return items;
     }
-    std::vector<Item*> all() const
+    std::vector<Item*> branchOf(Item* top) const
     {
-        std::vector<Item*> items = below(scene().root());
-        items.insert(items.begin(), scene().root());
+        std::vector<Item*> items = below(top);
+        items.push_back(top);
         return items;
     }
+    std::vector<Item*> all() const { return branchOf(scene().root()); }
     Item* any()
     {
         const auto items = all();
@@ -310,9 +292,7 @@ private:
         const int row = pick(size);
         const int count = 1 + pick(std::min(3, size - row));
         for (int i = row; i < row + count; ++i) {
-            std::vector<Item*> gone = below(parent->children[std::size_t(i)].get());
-            gone.push_back(parent->children[std::size_t(i)].get());
-            for (const Item* item : gone) {
+            for (const Item* item : branchOf(parent->children[std::size_t(i)].get())) {
                 m_open.erase(item);
                 m_closedFound.erase(item);
             }
@@ -378,11 +358,8 @@ private:
             return;
         const bool open = pick(2) == 0;
         m_outline.model.setBranchExpanded(scene().indexOf(item), open);
-        std::vector<Item*> items = below(item);
-        items.push_back(item);
-        for (const Item* other : items) {
-            const bool branch = std::any_of(other->children.begin(), other->children.end(),
-                                            [this](const auto& c) { return leads(c.get()); });
+        for (const Item* other : branchOf(item)) {
+            const bool branch = leadsOn(other);
             if (leads(other) && (branch || !open))
                 setOpen(other, open);
         }

@@ -1,19 +1,14 @@
-#include <support/tree_model.h>
+#include "outline_rows.h"
 
 #include <panel/gestures/tree_navigator.h>
-#include <panel/outline/outline_model.h>
 
-#include <QItemSelectionModel>
 #include <QKeySequence>
 #include <QSignalSpy>
 
 #include <gtest/gtest.h>
 
-using test::TreeModel;
-
 namespace {
 
-using kyr::panel::OutlineModel;
 using kyr::panel::TreeNavigator;
 
 const char* const street = "+House\n"
@@ -28,16 +23,12 @@ const char* const street = "+House\n"
                            "  Bulb\n"
                            "Larch\n";
 
-class Gestures
+class Gestures : public Outline
 {
 public:
-    Gestures()
-        : scene(std::make_unique<TreeModel>(street))
-        , selection(*new QItemSelectionModel(scene.get()))
+    Gestures() : Outline(street)
     {
-        flat.setSourceModel(scene.get());
-        flat.setSelectionModel(&selection);
-        navigator.setFlatModel(&flat);
+        navigator.setFlatModel(&model);
         navigator.setProperty("pageRows", 4);
     }
 
@@ -50,7 +41,7 @@ public:
             int modifiers = Qt::NoModifier;
             modifiers |= command.contains(QLatin1String("Ctrl ")) ? int(Qt::ControlModifier) : 0;
             modifiers |= command.contains(QLatin1String("Shift ")) ? int(Qt::ShiftModifier) : 0;
-            const int row = scene ? flat.rowOf(scene->find(argument)) : -1;
+            const int row = scene ? model.rowOf(scene->find(argument)) : -1;
             if (command.startsWith(QLatin1String("key"))) {
                 const int key = QKeySequence(argument)[0];
                 const int mask = int(Qt::KeyboardModifierMask);
@@ -76,22 +67,22 @@ public:
     std::string selected() const
     {
         QStringList names;
-        for (const QModelIndex& index : selection.selection().indexes())
+        for (const QModelIndex& index : selection->selection().indexes())
             names += index.data().toString();
         return names.join(QLatin1Char(' ')).toStdString();
     }
-    std::string current() const { return selection.currentIndex().data().toString().toStdString(); }
+    std::string current() const
+    {
+        return selection->currentIndex().data().toString().toStdString();
+    }
     std::string shown() const
     {
         QStringList names;
-        for (int row = 0; row < flat.count(); ++row)
-            names += flat.index(row).data().toString();
+        for (int row = 0; row < model.count(); ++row)
+            names += model.index(row).data().toString();
         return names.join(QLatin1Char(' ')).toStdString();
     }
 
-    std::unique_ptr<TreeModel> scene;
-    QItemSelectionModel& selection; ///< The scene owns it.
-    OutlineModel flat;
     TreeNavigator navigator;
 };
 
@@ -116,7 +107,7 @@ TEST_P(TreeNavigatorSelectionTest, SelectsInOrderAndFocuses)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Mouse, TreeNavigatorSelectionTest,
+    MouseAndKeys, TreeNavigatorSelectionTest,
     ::testing::Values(
         Case{"click", "click Tree, click Lamp", "Lamp", "Lamp"},
         Case{"ctrl_adds_last", "click Tree, Ctrl click House", "Tree House", "House"},
@@ -136,12 +127,7 @@ INSTANTIATE_TEST_SUITE_P(
              "North South Roof", "South"},
         Case{"menu_inside_selection", "click North, Shift click Roof, menu South",
              "North South Roof", "South"},
-        Case{"menu_outside_selection", "click North, menu Tree", "Tree", "Tree"}),
-    [](const auto& test) { return test.param.name; });
-
-INSTANTIATE_TEST_SUITE_P(
-    Keys, TreeNavigatorSelectionTest,
-    ::testing::Values(
+        Case{"menu_outside_selection", "click North, menu Tree", "Tree", "Tree"},
         Case{"down", "click North, key Down, key Down", "Roof", "Roof"},
         Case{"first_down", "key Down", "House", "House"},
         Case{"up_stops_at_top", "click Walls, key Up, key Up, key Up", "House", "House"},
@@ -179,11 +165,11 @@ TEST(TreeNavigatorTest, ARangeIsOneCallWithSiblingRunsFromTopToBottom)
 {
     Gestures gestures;
     gestures.run(QStringLiteral("click Walls"));
-    QSignalSpy changes(&gestures.selection, &QItemSelectionModel::selectionChanged);
+    QSignalSpy changes(gestures.selection, &QItemSelectionModel::selectionChanged);
     gestures.run(QStringLiteral("Shift click Lamp"));
     ASSERT_EQ(changes.size(), 1);
     QStringList runs;
-    for (const QItemSelectionRange& range : gestures.selection.selection())
+    for (const QItemSelectionRange& range : gestures.selection->selection())
         runs += QStringLiteral("%1-%2").arg(range.topLeft().data().toString(),
                                             range.bottomRight().data().toString());
     EXPECT_EQ(runs.join(QLatin1Char(' ')).toStdString(),
@@ -228,12 +214,12 @@ TEST(TreeNavigatorTest, GesturesSurviveModelsThatGo)
     Gestures gestures;
     gestures.run(QStringLiteral("click South"));
     gestures.scene.reset();
-    EXPECT_EQ(gestures.flat.count(), 0);
+    EXPECT_EQ(gestures.model.count(), 0);
     gestures.run(QStringLiteral("key Down, key Shift+Right, type l"));
     gestures.navigator.expandAll();
-    gestures.flat.setSelectionModel(nullptr);
+    gestures.model.setSelectionModel(nullptr);
     gestures.run(QStringLiteral("key Down"));
-    EXPECT_EQ(gestures.flat.count(), 0);
+    EXPECT_EQ(gestures.model.count(), 0);
 }
 
 } // namespace

@@ -107,16 +107,25 @@ TEST_F(CopyProperties, OrdersObjectsByRowBeforeParent)
     EXPECT_TRUE(messages.take().empty());
 }
 
-TEST_F(CopyProperties, SaysWhyItCannot)
+TEST_F(CopyProperties, SaysWhyItCannotAsPasteDoes)
 {
     clipboard->text = "before";
     const auto bag = addBag("bag");
     SceneBrowserData withoutSelection(&assetModel, nullptr, nullptr);
-    EXPECT_FALSE(withoutSelection.copyProperties());
     SceneBrowserData withoutModel(nullptr, &selection, nullptr);
-    EXPECT_FALSE(withoutModel.copyProperties());
     select({});
-    EXPECT_FALSE(browser.copyProperties());
+    const std::pair<SceneBrowserData*, std::string> rows[] = {
+        {&withoutSelection, "selection is not set for this Scene Browser instance"},
+        {&withoutModel, "model is not set for this Scene Browser instance"},
+        {&browser, "selection is empty"},
+    };
+    for (const auto& [incomplete, reason] : rows) {
+        EXPECT_FALSE(incomplete->copyProperties() || incomplete->pasteProperties());
+        EXPECT_FALSE(incomplete->startCopy() || incomplete->startPaste());
+        const std::string copy = "5 Copy properties: item " + reason;
+        const std::string paste = "5 Paste properties: item " + reason;
+        EXPECT_THAT(messages.take(), ElementsAre(copy, paste, copy, paste));
+    }
     EXPECT_EQ(clipboard->takeLog(), "");
     select({bag});
     for (const char* step : {"open", "allocate", "empty"}) {
@@ -127,27 +136,6 @@ TEST_F(CopyProperties, SaysWhyItCannot)
                                 "5 Copy properties: Cannot paste copied data to clipboard"));
         EXPECT_EQ(clipboard->text, "before");
     }
-}
-
-TEST_F(CopyProperties, NamesTheMissingPart)
-{
-    SceneBrowserData withoutSelection(&assetModel, nullptr, nullptr);
-    SceneBrowserData withoutModel(nullptr, &selection, nullptr);
-    select({});
-    withoutSelection.copyProperties();
-    withoutSelection.pasteProperties();
-    withoutModel.copyProperties();
-    withoutModel.pasteProperties();
-    browser.copyProperties();
-    browser.pasteProperties();
-    EXPECT_THAT(
-        messages.take(),
-        ElementsAre("5 Copy properties: item selection is not set for this Scene Browser instance",
-                    "5 Paste properties: item selection is not set for this Scene Browser instance",
-                    "5 Copy properties: item model is not set for this Scene Browser instance",
-                    "5 Paste properties: item model is not set for this Scene Browser instance",
-                    "5 Copy properties: item selection is empty",
-                    "5 Paste properties: item selection is empty"));
 }
 
 TEST_F(CopyProperties, AnAnnotationOfAnotherTypeEndsTheWalk)

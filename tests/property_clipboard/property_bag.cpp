@@ -43,24 +43,17 @@ std::string randomText(std::mt19937& random)
 
 lumo::Variant randomValue(unsigned type, std::mt19937& random)
 {
-    switch (type % 8) {
-    case 0:
-        return lumo::Variant(random() % 2 == 0);
-    case 1:
-        return lumo::Variant(static_cast<int>(random()));
-    case 2:
-        return lumo::Variant(randomFloat(random));
-    case 3:
-        return lumo::Variant(double(randomFloat(random)) / 3);
-    case 4:
-        return lumo::Variant(randomText(random));
-    case 5:
-        return lumo::Variant(lumo::Vector3{randomFloat(random), 0, randomFloat(random)});
-    case 6:
-        return lumo::Variant(lumo::Color{randomFloat(random), 1, 0.1f, 1});
-    default:
-        return lumo::Variant(static_cast<std::uint64_t>(random()) << 32);
-    }
+    const lumo::Variant values[] = {
+        lumo::Variant(random() % 2 == 0),
+        lumo::Variant(static_cast<int>(random())),
+        lumo::Variant(randomFloat(random)),
+        lumo::Variant(double(randomFloat(random)) / 3),
+        lumo::Variant(randomText(random)),
+        lumo::Variant(lumo::Vector3{randomFloat(random), 0, randomFloat(random)}),
+        lumo::Variant(lumo::Color{randomFloat(random), 1, 0.1f, 1}),
+        lumo::Variant(static_cast<std::uint64_t>(random()) << 32),
+    };
+    return values[type % 8];
 }
 
 void fill(PropertyBag& bag, std::mt19937& shape, std::mt19937& random, int depth)
