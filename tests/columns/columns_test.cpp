@@ -3,6 +3,8 @@
 #include <editor/document/scene_document.h>
 #include <editor/rows/scene_item_model.h>
 
+#include <scene/scene_samples.h>
+
 #include <QAbstractItemModelTester>
 #include <QColor>
 #include <QSettings>
@@ -51,16 +53,14 @@ TEST(SceneColumnsModelTest, hasTheOwnColumnsOfRowsAndTheirProperties)
     SceneColumnsModel columns;
     const QAbstractItemModelTester tester(&columns,
                                           QAbstractItemModelTester::FailureReportingMode::Fatal);
-    const auto groupOf = [&columns](const char* id) {
-        return columns.indexOf(id).parent().data().toString();
-    };
-    EXPECT_EQ(groupOf("type"), "Object");
-    EXPECT_EQ(groupOf("locked"), "Object");
-    EXPECT_EQ(groupOf("transform.position.x"), "Transform");
-    EXPECT_EQ(groupOf("light.intensity"), "Light");
-    EXPECT_EQ(groupOf("camera.fieldOfView"), "Camera");
-    EXPECT_EQ(columns.indexOf("transform.position.x").data(), "Position X");
-    EXPECT_EQ(columns.indexOf("light.type").data(), "Light type");
+    for (const auto& [id, path] : {std::pair("type", "Object/Type"),
+                                   {"locked", "Object/Locked"},
+                                   {"transform.position.x", "Transform/Position X"},
+                                   {"light.type", "Light/Light type"},
+                                   {"camera.fieldOfView", "Camera/Field of view"}}) {
+        const QModelIndex column = columns.indexOf(id);
+        EXPECT_EQ(column.parent().data().toString() + "/" + column.data().toString(), path);
+    }
     EXPECT_FALSE(columns.indexOf("name").isValid()) << "names have the tree's own column";
     EXPECT_TRUE(columns.indexOf("visible").data(SceneColumnsModel::ToggleRole).toBool());
     EXPECT_FALSE(columns.indexOf("modified").data(SceneColumnsModel::ToggleRole).toBool());
@@ -94,29 +94,20 @@ TEST_F(ColumnChoiceTest, comesBackInItsOrder)
     }
     SceneColumnsModel columns;
     EXPECT_EQ(shown(ColumnChoice(columns)), QStringList()) << "no column is a choice as well";
-}
-
-TEST_F(ColumnChoiceTest, forgetsColumnsThatAreNoMore)
-{
     QSettings().setValue("columns/chosen", QStringList({"gone", "count", "type"}));
-    SceneColumnsModel columns;
-    EXPECT_EQ(shown(ColumnChoice(columns)), QStringList({"count", "type"}));
+    EXPECT_EQ(shown(ColumnChoice(columns)), QStringList({"count", "type"})) << "one is no more";
 }
 
 struct PropertyRolesTest : testing::Test
 {
     PropertyRolesTest()
     {
-        const SceneObjectPtr root = SceneObject::create(ObjectKind::Scene, "Scene");
-        const SceneObjectPtr lamp = SceneObject::create(ObjectKind::Light, "Lamp");
-        lamp->transform()->position = {0.1f, 2, -3};
-        lamp->light()->color = {0, 1, 0, 1};
-        lamp->light()->type = LightType::Spot;
-        const SceneObjectPtr camera = SceneObject::create(ObjectKind::Camera, "Camera");
-        camera->camera()->target = kyr::PersistentObject(lamp->reflected());
-        root->append(lamp);
-        root->append(camera);
-        document.open(root, {});
+        document.open(test::sceneFrom("light Lamp | transform.position=0.1 2 -3 | "
+                                      "light.color=0 1 0 1 | light.type=spot\ncamera Camera"),
+                      {});
+        document.setProperty({test::at(document, "Camera")}, "camera.target",
+                             lumo::Variant("Lamp"));
+        document.undoStack().clear();
     }
 
     static int role(const char* path)

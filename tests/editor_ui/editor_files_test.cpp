@@ -25,6 +25,12 @@ protected:
         file.write(contents);
     }
 
+    void open(const char* name)
+    {
+        QSignalSpy loaded(session.loader(), &editor::LoadController::loaded);
+        session.files()->openFile(path(name));
+        ASSERT_TRUE(loaded.wait());
+    }
     QByteArray contents(const char* name) const
     {
         QFile file(path(name));
@@ -35,6 +41,20 @@ protected:
         session.files()->save();
         ASSERT_TRUE(QTest::qWaitFor([this] { return !session.files()->saver()->isSaving(); }));
     }
+    /// Takes the file "scene" in the dialog that shows.
+    void chooseFile(const QString& title)
+    {
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            auto* dialog = qobject_cast<QFileDialog*>(widget);
+            if (!dialog || !dialog->isVisible())
+                continue;
+            EXPECT_EQ(dialog->windowTitle(), title);
+            dialog->selectFile(path("scene"));
+            QMetaObject::invokeMethod(dialog, "accept");
+            return;
+        }
+        ADD_FAILURE() << "no file dialog";
+    }
     /// A file of another editor's scene in the place of ours.
     void writeOther(const char* name)
     {
@@ -43,17 +63,6 @@ protected:
 
     QTemporaryDir directory;
 };
-
-/// The visible file dialog; null when there is none.
-QFileDialog* fileDialog()
-{
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-        auto* dialog = qobject_cast<QFileDialog*>(widget);
-        if (dialog && dialog->isVisible())
-            return dialog;
-    }
-    return nullptr;
-}
 
 TEST_F(EditorFilesTest, fileThatCannotBeOpenedKeepsTheScene)
 {
@@ -64,38 +73,32 @@ TEST_F(EditorFilesTest, fileThatCannotBeOpenedKeepsTheScene)
         session.files()->openFile(path(name));
         ASSERT_TRUE(failed.wait()) << name;
         EXPECT_EQ(session.document()->root(), root);
-        EXPECT_TRUE(item("message_dialog_text")->property("text").toString().contains(name));
+        EXPECT_TRUE(text("message_dialog_text").contains(name));
         key(Qt::Key_Escape);
     }
 }
 
-TEST_F(EditorFilesTest, savedSceneOpensWithItsChanges)
+TEST_F(EditorFilesTest, failedSaveTellsWhyAndASavedSceneOpensWithItsChanges)
 {
     session.document()->rename(object("Far"), "Further");
-    EXPECT_TRUE(session.document()->isModified());
-    session.document()->markSaved(path("stage.kyrscene"));
+    session.document()->markSaved(path("no/such/folder/stage.kyrscene"));
     session.document()->rename(object("Near"), "Nearer");
+    save();
+    EXPECT_TRUE(text("message_dialog_text").contains("stage.kyrscene"));
+    EXPECT_TRUE(session.document()->isModified());
+    key(Qt::Key_Escape);
+    session.document()->markSaved(path("stage.kyrscene"));
+    session.document()->rename(object("Nearer"), "Nearest");
+    EXPECT_TRUE(session.document()->isModified());
     save();
     EXPECT_FALSE(session.document()->isModified());
 
-    select({"Nearer"});
-    QSignalSpy loaded(session.loader(), &editor::LoadController::loaded);
-    session.files()->openFile(path("stage.kyrscene"));
-    ASSERT_TRUE(loaded.wait());
+    select({"Nearest"});
+    open("stage.kyrscene");
     EXPECT_NE(object("Further"), nullptr);
-    EXPECT_NE(object("Nearer"), nullptr);
+    EXPECT_NE(object("Nearest"), nullptr);
     EXPECT_EQ(selection(), QStringList()) << "nothing of the old scene stays selected";
     EXPECT_FALSE(session.undoStatus()->canUndo());
-}
-
-TEST_F(EditorFilesTest, failedSaveTellsWhyAndStaysModified)
-{
-    session.document()->markSaved(path("no/such/folder/stage.kyrscene"));
-    session.document()->rename(object("Far"), "Further");
-    save();
-    EXPECT_TRUE(
-        item("message_dialog_text")->property("text").toString().contains("stage.kyrscene"));
-    EXPECT_TRUE(session.document()->isModified());
 }
 
 TEST_F(EditorFilesTest, importedFileIsNeverWritten)
@@ -105,10 +108,7 @@ TEST_F(EditorFilesTest, importedFileIsNeverWritten)
     session.document()->markSaved(path("scene.glb"));
     session.document()->rename(object("Far"), "Further");
     session.files()->save();
-    ASSERT_NE(fileDialog(), nullptr);
-    EXPECT_EQ(fileDialog()->windowTitle(), "Save Scene As");
-    fileDialog()->selectFile(path("scene"));
-    QMetaObject::invokeMethod(fileDialog(), "accept");
+    chooseFile("Save Scene As");
     EXPECT_TRUE(QTest::qWaitFor([this] { return !session.document()->isModified(); }));
     EXPECT_EQ(session.document()->filePath(), path("scene.kyrscene"));
     EXPECT_EQ(contents("scene.glb"), before);
@@ -119,15 +119,12 @@ TEST_F(EditorFilesTest, exportSaysWhatTheFileWillNotCarry)
     object("Left")->light()->type = editor::LightType::Area;
     session.document()->rename(object("Far"), "Further");
     session.exporter()->begin();
-    EXPECT_TRUE(
-        session.exporter()->losses().contains("Area lights, written as point lights: 1 (Left)"));
-    EXPECT_TRUE(session.exporter()->losses().contains(
-        "Shapes, written as plain meshes: 2 (Near, Further)"));
+    for (const char* loss : {"Area lights, written as point lights: 1 (Left)",
+                             "Shapes, written as plain meshes: 2 (Near, Further)"})
+        EXPECT_TRUE(session.exporter()->losses().contains(loss)) << loss;
     session.exporter()->chooseFile();
-    ASSERT_NE(fileDialog(), nullptr);
-    fileDialog()->selectFile(path("scene"));
     QSignalSpy exported(session.exporter(), &editor::SceneExport::exported);
-    QMetaObject::invokeMethod(fileDialog(), "accept");
+    chooseFile("Export Scene");
     ASSERT_TRUE(exported.wait());
     EXPECT_TRUE(contents("scene.glb").startsWith("glTF"));
     EXPECT_TRUE(session.document()->isModified()) << "an export is no save";
@@ -142,7 +139,7 @@ TEST_F(EditorFilesTest, fileThatSomebodyElseChangedIsAskedAbout)
     QSignalSpy asked(session.files(), &FileCommands::conflictChanged);
     writeOther(name);
     ASSERT_TRUE(asked.wait()) << "without a save";
-    EXPECT_TRUE(item("changed_file_text")->property("text").toString().contains(name));
+    EXPECT_TRUE(text("changed_file_text").contains(name));
     key(Qt::Key_Escape);
     ASSERT_TRUE(QTest::qWaitFor(
         [this] { return session.files()->conflict() == FileCommands::NoConflict; }));
@@ -161,10 +158,8 @@ TEST_F(EditorFilesTest, fileThatSomebodyElseChangedIsAskedAbout)
     session.document()->rename(object("Further"), "Mine");
     writeOther(name);
     save();
-    QSignalSpy loaded(session.loader(), &editor::LoadController::loaded);
     session.files()->reload();
-    ASSERT_TRUE(loaded.wait());
-    EXPECT_NE(object("Box 2"), nullptr);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return object("Box 2") != nullptr; }));
     EXPECT_EQ(session.files()->conflict(), FileCommands::NoConflict);
 }
 

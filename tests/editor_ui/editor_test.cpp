@@ -1,57 +1,18 @@
 #include "editor_test.h"
 
-#include <editor/geometry/primitive_shapes.h>
-#include <kyr_scene_outline/item_roles.h>
+#include <scene/scene_samples.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QMenu>
 
 #include <QProcess>
 
 namespace test {
 
-using editor::ObjectKind;
-using editor::SceneObject;
 using editor::SceneObjectPtr;
 
 namespace {
-
-SceneObjectPtr makeBox(const char* name, float x)
-{
-    SceneObjectPtr box = SceneObject::create(ObjectKind::Mesh, name);
-    box->mesh()->asset = editor::makePrimitive("box 1 1 1");
-    box->transform()->position = {x, 0, 0};
-    return box;
-}
-
-SceneObjectPtr makeLight(const char* name, float x, float intensity)
-{
-    SceneObjectPtr light = SceneObject::create(ObjectKind::Light, name);
-    light->transform()->position = {x, 3, 0};
-    light->light()->intensity = intensity;
-    return light;
-}
-
-SceneObjectPtr makeScene()
-{
-    SceneObjectPtr root = SceneObject::create(ObjectKind::Scene, "Stage");
-    const SceneObjectPtr lamps = SceneObject::create(ObjectKind::Group, "Lamps");
-    lamps->append(makeLight("Left", -2, 4));
-    lamps->append(makeLight("Right", 2, 5));
-    root->append(lamps);
-    root->append(makeBox("Near", -2));
-    root->append(makeBox("Far", 2));
-    root->setExpanded(true);
-    return root;
-}
-
-SceneObjectPtr findBelow(const SceneObjectPtr& branch, const std::string& name)
-{
-    if (branch->name() == name)
-        return branch;
-    for (const SceneObjectPtr& child : branch->children()) {
-        if (SceneObjectPtr found = findBelow(child, name))
-            return found;
-    }
-    return nullptr;
-}
 
 QQuickItem* findVisible(QQuickItem* branch, const QString& objectName)
 {
@@ -68,7 +29,15 @@ QQuickItem* findVisible(QQuickItem* branch, const QString& objectName)
 
 EditorDriver::EditorDriver()
 {
-    session.document()->open(makeScene(), {});
+    const SceneObjectPtr stage =
+        sceneFrom("group Lamps\n"
+                  "  light Left | transform.position=-2 3 0 | light.intensity=4\n"
+                  "  light Right | transform.position=2 3 0 | light.intensity=5\n"
+                  "mesh Near | shape=box 1 1 1 | transform.position=-2 0 0\n"
+                  "mesh Far | shape=box 1 1 1 | transform.position=2 0 0",
+                  "Stage");
+    stage->setExpanded(true);
+    session.document()->open(stage, {});
     if (!window || !QTest::qWaitForWindowExposed(window))
         throw std::runtime_error("the window does not show");
     // No window manager does it on a bare display.
@@ -77,12 +46,18 @@ EditorDriver::EditorDriver()
         throw std::runtime_error("the window takes no keys");
 }
 
-SceneObjectPtr EditorDriver::object(const char* name) const
+SceneObjectPtr EditorDriver::object(const char* name)
 {
-    return findBelow(const_cast<EditorDriver*>(this)->session.document()->root(), name);
+    if (session.document()->root()->name() == name)
+        return session.document()->root();
+    for (const SceneObjectPtr& object : allObjects(*session.document())) {
+        if (object->name() == name)
+            return object;
+    }
+    return nullptr;
 }
 
-std::vector<quint32> EditorDriver::ids(std::initializer_list<const char*> names) const
+std::vector<quint32> EditorDriver::ids(std::initializer_list<const char*> names)
 {
     std::vector<quint32> result;
     for (const char* name : names)
@@ -131,6 +106,11 @@ QQuickItem* EditorDriver::item(const QString& objectName, QQuickItem* inside)
         }))
         throw std::runtime_error("no visible " + objectName.toStdString());
     return found;
+}
+
+QString EditorDriver::text(const QString& objectName)
+{
+    return item(objectName)->property("text").toString();
 }
 
 QPoint EditorDriver::centre(QQuickItem* item) const
@@ -210,6 +190,35 @@ void EditorDriver::moveTo(const QPoint& point)
 void EditorDriver::key(Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
     QTest::keyClick(window, key, modifiers);
+}
+
+void EditorDriver::undo()
+{
+    key(Qt::Key_Z, Qt::ControlModifier);
+}
+
+void EditorDriver::redo()
+{
+    key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+}
+
+int EditorDriver::steps()
+{
+    return session.document()->undoStack().index();
+}
+
+bool EditorDriver::chooseInMenu(const QString& text)
+{
+    const auto menu = [] { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); };
+    if (!QTest::qWaitFor([&] { return menu() != nullptr; }))
+        return false;
+    for (QAction* action : menu()->actions()) {
+        if (action->text() == text) {
+            QTest::mouseClick(menu(), Qt::LeftButton, {}, menu()->actionGeometry(action).center());
+            return true;
+        }
+    }
+    return false;
 }
 
 void EditorDriver::type(const QString& text)

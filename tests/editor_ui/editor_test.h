@@ -18,8 +18,8 @@ class EditorDriver
 public:
     EditorDriver();
 
-    editor::SceneObjectPtr object(const char* name) const;
-    std::vector<quint32> ids(std::initializer_list<const char*> names) const;
+    editor::SceneObjectPtr object(const char* name);
+    std::vector<quint32> ids(std::initializer_list<const char*> names);
     /// Names of the editor's selected objects, first to last.
     QStringList selection();
     /// Names of the objects of the tree's selected rows, top to bottom.
@@ -30,6 +30,7 @@ public:
     /// The visible item of that object name in the window or one of its items; waits until there
     /// is one.
     QQuickItem* item(const QString& objectName, QQuickItem* inside = nullptr);
+    QString text(const QString& objectName);
     QPoint centre(QQuickItem* item) const;
     bool shows(const QString& objectName);
     /// Names of the tree's rows, top to bottom.
@@ -48,6 +49,12 @@ public:
     void drag(const QPoint& from, const QPoint& to, Qt::KeyboardModifiers modifiers = {});
     void moveTo(const QPoint& point);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+    void undo();
+    void redo();
+    /// Of the undo stack that are done.
+    int steps();
+    /// Clicks on an entry of the context menu that opens; false when there is none.
+    bool chooseInMenu(const QString& text);
     void type(const QString& text);
     /// Sent by the display itself, as xdotool calls it.
     void displayKey(const char* name);

@@ -7,6 +7,8 @@
 #include <kyr_scene_outline/scene_browser_extension.h>
 #include <kyr_scene_outline/scene_browser_panel_base.h>
 
+#include <scene/scene_samples.h>
+
 #include <QPluginLoader>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -21,24 +23,14 @@ namespace {
 using namespace editor;
 using lumo::datamodels::proxy::TextPredicate;
 
-SceneObjectPtr makeScene()
-{
-    SceneObjectPtr root = SceneObject::create(ObjectKind::Scene, "Stage");
-    const SceneObjectPtr lamps = SceneObject::create(ObjectKind::Group, "Lamps");
-    lamps->append(SceneObject::create(ObjectKind::Light, "Left"));
-    lamps->append(SceneObject::create(ObjectKind::Light, "Right"));
-    root->append(lamps);
-    root->append(SceneObject::create(ObjectKind::Mesh, "Box"));
-    root->append(SceneObject::create(ObjectKind::Camera, "Eye"));
-    return root;
-}
+const char* const sample = "group Lamps\n  light Left\n  light Right\nmesh Box\ncamera Eye";
 
 /// The plug-in file over a scene of a group with two lights, a mesh and a camera.
 struct SampleExtensionTest : testing::Test
 {
     SampleExtensionTest()
     {
-        document.open(makeScene(), {});
+        document.open(test::sceneFrom(sample), {});
         browser.setFilterPredicate(&predicate);
         engine->addImportPath(KYR_QML_DIR);
         extension = qobject_cast<ISceneBrowserExtension*>(loader.instance());
@@ -105,10 +97,13 @@ struct SampleExtensionTest : testing::Test
         item->setProperty("context", QVariant::fromValue(base->getContext()));
         return item;
     }
-    static QString textOf(const QQuickItem& item) { return item.property("text").toString(); }
-    static int countOf(const QQuickItem& item, const char* type)
+    /// Text of a panel, which follows in the next turn, and how many lights it counts.
+    static std::string shown(const QQuickItem& item)
     {
-        return item.property("context").value<QObject*>()->property("counts").toMap()[type].toInt();
+        QTest::qWait(0);
+        const auto* context = item.property("context").value<QObject*>();
+        const int lights = context->property("counts").toMap()["light"].toInt();
+        return item.property("text").toString().toStdString() + ", " + std::to_string(lights);
     }
 
     SceneDocument document;
@@ -192,41 +187,28 @@ TEST_F(SampleExtensionTest, modesNameTheirArrangement)
     EXPECT_EQ(modes->currentLabel(), "By type");
 }
 
-TEST_F(SampleExtensionTest, headerCountsTheScene)
+TEST_F(SampleExtensionTest, panelsCountTheSceneAndTheSelection)
 {
     const auto header = show(browser.headerPanel());
-    EXPECT_EQ(textOf(*header), "5 objects");
-    EXPECT_EQ(countOf(*header, "light"), 2);
-
+    const auto footer = show(browser.footerPanel());
+    EXPECT_EQ(shown(*header), "5 objects, 2");
+    EXPECT_EQ(shown(*footer), "Nothing selected, 0");
+    browser.selectAll();
+    EXPECT_EQ(shown(*footer), "6 selected, 2");
+    browser.selectionModel()->select(row("Left"), QItemSelectionModel::Deselect);
+    document.remove({object("Eye")});
+    EXPECT_EQ(shown(*footer), "4 selected, 1");
+    EXPECT_EQ(shown(*header), "4 objects, 2");
+    document.undoStack().undo();
     document.remove({object("Lamps")});
-    QTest::qWait(0);
-    EXPECT_EQ(textOf(*header), "2 objects");
-    EXPECT_EQ(countOf(*header, "light"), 0);
+    EXPECT_EQ(shown(*header), "2 objects, 0");
     document.undoStack().undo();
     document.duplicate({object("Eye")});
     document.reparent({object("Box")}, *object("Lamps"));
-    QTest::qWait(0);
-    EXPECT_EQ(textOf(*header), "6 objects");
-    document.open(makeScene(), {});
-    QTest::qWait(0);
-    EXPECT_EQ(textOf(*header), "5 objects");
-}
-
-TEST_F(SampleExtensionTest, footerCountsTheSelection)
-{
-    const auto footer = show(browser.footerPanel());
-    EXPECT_EQ(textOf(*footer), "Nothing selected");
-    browser.selectAll();
-    QTest::qWait(0);
-    EXPECT_EQ(textOf(*footer), "6 selected");
-    browser.selectionModel()->select(row("Left"), QItemSelectionModel::Deselect);
-    document.remove({object("Eye")});
-    QTest::qWait(0);
-    EXPECT_EQ(textOf(*footer), "4 selected");
-    EXPECT_EQ(countOf(*footer, "light"), 1);
-    document.open(makeScene(), {});
-    QTest::qWait(0);
-    EXPECT_EQ(textOf(*footer), "Nothing selected");
+    EXPECT_EQ(shown(*header), "6 objects, 2");
+    document.open(test::sceneFrom(sample), {});
+    EXPECT_EQ(shown(*header), "5 objects, 2");
+    EXPECT_EQ(shown(*footer), "Nothing selected, 0");
 }
 
 } // namespace

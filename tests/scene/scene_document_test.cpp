@@ -1,6 +1,5 @@
 #include "scene_samples.h"
 
-#include "grid_scene.h"
 #include <editor/document/object_path.h>
 #include <editor/document/transform_math.h>
 #include <host/undo/commit_changes_scope.h>
@@ -182,7 +181,7 @@ TEST_F(SceneDocumentTest, whatIsLockedStaysAsItIsAndSaysSoOnce)
 
 TEST_F(SceneDocumentTest, scatteredRowsAreRemovedAndMovedWithoutManySignals)
 {
-    document.open(makeGridScene(1001, 1000), {});
+    document.open(gridScene(1001, 1000), {});
     const SceneObjectPtr group = document.root()->children().front();
     SceneObjects alternate;
     for (std::size_t i = 0; i < group->children().size(); i += 2)

@@ -1,6 +1,5 @@
 #include "scene_samples.h"
 
-#include "grid_scene.h"
 #include <editor/document/property_roles.h>
 #include <editor/rows/scene_asset_model.h>
 #include <host/scene/recorded_asset_selection.h>
@@ -115,7 +114,7 @@ TEST_F(SceneItemModelTest, changesAreToldInRangesOfSiblings)
     document.remove(at(document, {"A/B"}));
     EXPECT_THAT(changes(), ElementsAre("A count"));
 
-    document.open(makeGridScene(10000, 10000), {});
+    document.open(gridScene(10000, 10000), {});
     changes();
     document.setProperty(document.root()->children(), "visible", lumo::Variant(false));
     EXPECT_THAT(changes(), ElementsAre("Group 1 enabled rowButtonsModel modified object",
@@ -174,26 +173,6 @@ TEST_F(SceneItemModelTest, indexesFollowRandomEdits)
         }
     }
     EXPECT_FALSE(assets.indexOf({}).isValid());
-}
-
-TEST_F(SceneItemModelTest, scatteredRemovalKeepsPersistentIndexes)
-{
-    document.open(makeGridScene(101, 100), {});
-    const SceneObjectPtr group = document.root()->children().front();
-    SceneObjects even;
-    std::vector<QPersistentModelIndex> odd;
-    for (std::size_t i = 0; i < group->children().size(); ++i) {
-        if (i % 2 == 0)
-            even.push_back(group->children()[i]);
-        else
-            odd.emplace_back(model.indexOf(group->children()[i].get()));
-    }
-    document.remove(even);
-    for (std::size_t i = 0; i < odd.size(); ++i)
-        EXPECT_EQ(odd[i].row(), static_cast<int>(i));
-    document.undoStack().undo();
-    for (std::size_t i = 0; i < odd.size(); ++i)
-        EXPECT_EQ(odd[i].row(), static_cast<int>(2 * i + 1));
 }
 
 TEST_F(SceneItemModelTest, draggedRowsMoveWithinTheirSceneOnly)

@@ -1,9 +1,12 @@
 #include "scene_samples.h"
 
 #include <editor/document/object_path.h>
+#include <editor/geometry/primitive_shapes.h>
 #include <host/variant/variant_converter.h>
 
+#include <map>
 #include <sstream>
+#include <stdexcept>
 
 namespace test {
 
@@ -42,21 +45,67 @@ void appendValues(const kyr::ReflectedObject& object, std::string& text)
     }
 }
 
+const char* const valueMark = " | ";
+
+/// Up to the mark, which the text then begins behind.
+std::string takePart(std::string& text)
+{
+    const std::size_t mark = text.find(valueMark);
+    const std::string part = text.substr(0, mark);
+    text.erase(0, mark == std::string::npos ? mark : mark + std::string(valueMark).size());
+    return part;
+}
+
 } // namespace
 
-SceneObjectPtr sceneFrom(const std::string& text)
+SceneObjectPtr sceneFrom(const std::string& text, const char* name)
 {
-    SceneObjectPtr root = SceneObject::create(ObjectKind::Scene, "Scene");
+    SceneObjectPtr root = SceneObject::create(ObjectKind::Scene, name);
     std::vector<SceneObjectPtr> path{root};
+    std::map<std::string, MeshAssetPtr> shapes;
     std::istringstream lines(text);
     for (std::string line; std::getline(lines, line);) {
         const std::size_t indent = line.find_first_not_of(' ');
-        const std::size_t space = line.find(' ', indent);
-        const SceneObjectPtr object = SceneObject::create(
-            kindFrom(line.substr(indent, space - indent)), line.substr(space + 1));
+        std::string values = line.substr(indent);
+        const std::string head = takePart(values);
+        const std::size_t space = head.find(' ');
+        const SceneObjectPtr object =
+            SceneObject::create(kindFrom(head.substr(0, space)), head.substr(space + 1));
+        while (!values.empty()) {
+            const std::string part = takePart(values);
+            const std::string value = part.substr(part.find('=') + 1);
+            const std::string property = part.substr(0, part.find('='));
+            if (property == "shape")
+                object->mesh()->asset = shapes.emplace(value, makePrimitive(value)).first->second;
+            else if (!propertyAtPath(object->reflected(), property).set(lumo::Variant(value)))
+                throw std::invalid_argument(line);
+        }
         path.resize(indent / 2 + 1);
         path.back()->append(object);
         path.push_back(object);
+    }
+    return root;
+}
+
+SceneObjectPtr gridScene(int objectCount, int perGroup)
+{
+    std::string text;
+    for (int i = 0; i < objectCount; ++i) {
+        const std::string number = std::to_string(i);
+        text += i % (perGroup + 1) == 0
+                    ? "group Group " + std::to_string(i / (perGroup + 1) + 1) + "\n"
+                    : "  mesh Box " + number + " | shape=box 1 1 1 | transform.position=" + number +
+                          " 0.5 0 | material.baseColor=0.1 0.2 0.3 1\n";
+    }
+    return sceneFrom(text);
+}
+
+SceneObjectPtr deepScene(int depth)
+{
+    const SceneObjectPtr root = sceneFrom({});
+    for (SceneObjectPtr last = root; depth > 0; --depth) {
+        last->append(SceneObject::create(ObjectKind::Group, "G"));
+        last = last->children().front();
     }
     return root;
 }

@@ -8,8 +8,17 @@
 
 namespace test {
 
-/// A scene written as indented text, one object a line: "group A\n  mesh B\n  light C".
-editor::SceneObjectPtr sceneFrom(const std::string& text);
+/// A scene written as indented text, one object a line, with values where it has some:
+/// "group A\n  mesh B | shape=box 1 2 3 | transform.position=1 2 3\n  light C". Equal shapes are
+/// one asset. Throws what is no property or no value.
+editor::SceneObjectPtr sceneFrom(const std::string& text, const char* name = "Scene");
+
+/// Groups of `perGroup` small meshes each, side by side, until there are so many objects without
+/// the root: "Group 1", "Box 1" ...
+editor::SceneObjectPtr gridScene(int objectCount, int perGroup);
+
+/// Groups below each other.
+editor::SceneObjectPtr deepScene(int depth);
 
 /// The same kind of text again.
 std::string shapeOf(const editor::SceneObject& root);

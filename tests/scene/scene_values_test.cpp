@@ -88,17 +88,13 @@ TEST(SceneObject, copiesLookAtCopies)
 
 TEST(SceneObject, treesOfAnyDepthAreReleased)
 {
-    const SceneObjectPtr root = SceneObject::create(ObjectKind::Scene, "Deep");
-    SceneObjectPtr last = root;
-    for (int i = 0; i < 200000; ++i) {
-        const SceneObjectPtr next = SceneObject::create(ObjectKind::Group, "G");
-        last->append(next);
-        last = next;
-    }
     SceneDocument document;
-    document.open(root, {});
+    document.open(deepScene(200000), {});
     EXPECT_EQ(document.objectCount(), 200000);
-    document.open(SceneObject::create(ObjectKind::Scene, "Empty"), {});
+    SceneObjectPtr last = document.root();
+    while (!last->children().empty())
+        last = last->children().front();
+    document.open(sceneFrom({}), {});
     EXPECT_FALSE(last->document());
 }
 

@@ -1,11 +1,9 @@
 #include "scene_samples.h"
 
-#include "grid_scene.h"
 #include <editor/document/transform_math.h>
 #include <editor/files/scene_import.h>
 #include <editor/files/scene_saver.h>
 #include <editor/files/scene_writer.h>
-#include <editor/geometry/primitive_shapes.h>
 
 #include <QDir>
 #include <QFile>
@@ -51,23 +49,24 @@ struct SceneWriterTest : testing::Test
     /// A bit of everything, with values that no default has.
     void openSample()
     {
-        document.open(sceneFrom("group A\n  mesh B\n    light P\n  light L\nmesh D\ncamera C"), {});
-        const MeshGeometryPtr triangle = std::make_shared<MeshGeometry>(
-            std::vector<QVector3D>{{0, 0, 0}, {1, 0.1f, 0}, {0, 1, 0}}, std::vector<QVector3D>(),
-            std::vector<quint32>{0, 1, 2});
-        at(document, "A/B")->mesh()->asset = std::make_shared<MeshAsset>(MeshAsset{triangle, {}});
-        at(document, "D")->mesh()->asset = makePrimitive("cone 1 2");
-        set("A", "transform.position", "1 2 3");
-        set("A", "transform.scale", "0.1 2 -3");
-        set("A/B", "transform.rotation", "10 20 30");
-        set("A/B", "material.baseColor", "0.1 0.2 0.3 0.5");
-        set("A/B", "material.metallic", "0.7");
-        set("A/L", "light.type", "spot");
-        set("A/L", "light.color", "1 0.5 0.25 1");
-        set("A/L", "light.intensity", "12.5");
-        set("A/L", "light.innerAngle", "15");
-        set("C", "camera.fieldOfView", "35");
+        document.open(sceneFrom("group A | transform.position=1 2 3 | transform.scale=0.1 2 -3\n"
+                                "  mesh B | transform.rotation=10 20 30 | material.metallic=0.7 | "
+                                "material.baseColor=0.1 0.2 0.3 0.5\n"
+                                "    light P\n"
+                                "  light L | light.type=spot | light.color=1 0.5 0.25 1 | "
+                                "light.intensity=12.5 | light.innerAngle=15\n"
+                                "mesh D | shape=cone 1 2\n"
+                                "camera C | camera.fieldOfView=35"),
+                      {});
+        setMesh("A/B", {{0, 0, 0}, {1, 0.1f, 0}, {0, 1, 0}}, {0, 1, 2});
         set("C", "camera.target", "A/B");
+    }
+    void setMesh(const char* object, std::vector<QVector3D> points, std::vector<quint32> indices)
+    {
+        at(document, object)->mesh()->asset = std::make_shared<MeshAsset>(
+            MeshAsset{std::make_shared<MeshGeometry>(std::move(points), std::vector<QVector3D>(),
+                                                     std::move(indices)),
+                      {}});
     }
 
     SceneDocument document;
@@ -98,7 +97,7 @@ TEST_F(SceneWriterTest, ownFormatKeepsEverything)
 
 TEST_F(SceneWriterTest, ownFormatSharesMeshesAsTheSceneDoes)
 {
-    document.open(makeGridScene(200, 9), {});
+    document.open(gridScene(200, 9), {});
     saveAndOpen("grid.kyrscene");
     const SceneObjects all = allObjects(document);
     EXPECT_EQ(all.size(), 200u);
@@ -136,18 +135,15 @@ TEST_F(SceneWriterTest, gltfKeepsWhatItCanSay)
 TEST_F(SceneWriterTest, gltfKeepsNamesAndSmallTransforms)
 {
     for (const char* name : {"scene.gltf", "scene.glb"}) {
-        document.open(sceneFrom("group Wheels\n  mesh Wheels\n  mesh Wheels\n  light Wheels\n"
-                                "mesh Wheels\nmesh Dots\ngroup <ä & \"ö\">/[2]\\"),
-                      {});
-        for (const char* mesh : {"Wheels/Wheels", "Wheels/Wheels[2]", "Wheels[2]"})
-            at(document, mesh)->mesh()->asset = makePrimitive("box 1 1 1");
-        at(document, "Dots")->mesh()->asset = std::make_shared<MeshAsset>(MeshAsset{
-            std::make_shared<MeshGeometry>(std::vector<QVector3D>{{1, 2, 3}, {4, 5, 6}},
-                                           std::vector<QVector3D>(), std::vector<quint32>()),
-            {}});
-        set("Wheels/Wheels", "transform.position", "0.009 -0 1e-30");
-        set("Wheels/Wheels[2]", "transform.scale", "1.009 1 1");
-        set("Wheels[2]", "transform.rotation", "0 0.5 0");
+        document.open(
+            sceneFrom("group Wheels\n"
+                      "  mesh Wheels | shape=box 1 1 1 | transform.position=0.009 -0 1e-30\n"
+                      "  mesh Wheels | shape=box 1 1 1 | transform.scale=1.009 1 1\n"
+                      "  light Wheels\n"
+                      "mesh Wheels | shape=box 1 1 1 | transform.rotation=0 0.5 0\n"
+                      "mesh Dots\ngroup <ä & \"ö\">/[2]\\"),
+            {});
+        setMesh("Dots", {{1, 2, 3}, {4, 5, 6}}, {});
         const std::string shape = shapeOf(*document.root());
         saveAndOpen(name);
         EXPECT_EQ(shapeOf(*document.root()), shape) << name;
@@ -193,13 +189,7 @@ const char* const allFormats[] = {"scene.kyrscene", "scene.gltf", "scene.glb"};
 TEST_F(SceneWriterTest, theDeepestSceneCanBeSaved)
 {
     // As deep as files may be, all of one name.
-    SceneObjectPtr last = SceneObject::create(ObjectKind::Scene, "Deep");
-    const SceneObjectPtr deep = last;
-    for (int i = 0; i < 100000; ++i) {
-        const SceneObjectPtr next = SceneObject::create(ObjectKind::Group, "G");
-        last->append(next);
-        last = next;
-    }
+    const SceneObjectPtr deep = deepScene(100000);
     for (const char* name : allFormats) {
         ASSERT_EQ(writeScene(*deep, file(name)), QString());
         EXPECT_LT(QFileInfo(file(name)).size(), 20 << 20) << name;
@@ -245,7 +235,7 @@ TEST_F(SceneWriterTest, aFailedSaveNamesTheReasonAndKeepsTheFile)
         return reason;
     };
     for (const char* name : allFormats) {
-        document.open(makeGridScene(2000, 9), {});
+        document.open(gridScene(2000, 9), {});
         for (const rlim_t bytes : {0, 100, 30000})
             EXPECT_THAT(refusal(name, {}, bytes), HasSubstr("File too large")) << bytes;
         for (const double share : {0.0, 0.3, 0.6})
@@ -264,10 +254,7 @@ TEST_F(SceneWriterTest, aFailedSaveNamesTheReasonAndKeepsTheFile)
          [&] { document.setProperty({at(document, "D")}, "name", lumo::Variant("\xff")); }},
         {"the mesh of \"D\" has a vertex that is not finite",
          [&] {
-             at(document, "D")->mesh()->asset = std::make_shared<MeshAsset>(MeshAsset{
-                 std::make_shared<MeshGeometry>(std::vector<QVector3D>{{infinity, 0, 0}},
-                                                std::vector<QVector3D>(), std::vector<quint32>()),
-                 {}});
+             setMesh("D", {{infinity, 0, 0}}, {});
          }},
     };
     for (const auto& [reason, spoil] : flaws) {
@@ -298,7 +285,7 @@ TEST_F(SceneWriterTest, savingGoesOnWhileTheSceneIsEdited)
     saver.save(file("scene.kyrscene"));
     EXPECT_TRUE(holdsTheScene()) << "references too";
 
-    document.open(makeGridScene(50000, 9), {});
+    document.open(gridScene(50000, 9), {});
     saved.clear();
     saver.save(file("scene.kyrscene"));
     document.remove({document.root()->children().front()});
@@ -325,7 +312,7 @@ TEST_F(SceneWriterTest, savingGoesOnWhileTheSceneIsEdited)
 
 TEST_F(SceneWriterTest, anEmptySceneCanBeSaved)
 {
-    for (const char* name : {"empty.kyrscene", "empty.gltf", "empty.glb"}) {
+    for (const char* name : allFormats) {
         for (const char* scene : {"", "group A"}) {
             document.open(sceneFrom(scene), {});
             saveAndOpen(name);

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <set>
 
 namespace editor {
@@ -16,17 +17,10 @@ struct Point
     double x, y, z;
 };
 
-Point operator-(const Point& a, const Point& b)
+double dot(const QVector3D& a, const QVector3D& b)
 {
-    return {a.x - b.x, a.y - b.y, a.z - b.z};
-}
-double dot(const Point& a, const Point& b)
-{
-    return a.x * b.x + a.y * b.y + a.z * b.z;
-}
-Point point(const QVector3D& v)
-{
-    return {double(v.x()), double(v.y()), double(v.z())};
+    return double(a.x()) * double(b.x()) + double(a.y()) * double(b.y()) +
+           double(a.z()) * double(b.z());
 }
 
 // A triangle as the camera sees it: x and y in pixels, z the depth.
@@ -39,51 +33,39 @@ SeenTriangle seen(const OrbitCamera& camera, const ViewportItem& item, quint32 i
     for (std::size_t i = 0; i < 3; ++i) {
         const QVector3D world = item.transform.map(local[i]);
         const QPointF screen = camera.project(world).value_or(QPointF(qQNaN(), qQNaN()));
-        const double depth = dot(point(world) - point(camera.eye()), point(camera.forward()));
-        result[i] = {screen.x(), screen.y(), depth};
+        result[i] = {screen.x(), screen.y(), dot(world - camera.eye(), camera.forward())};
     }
     return result;
 }
 
-// Whether a triangle covers a screen position and at which depth; unsure so near an edge that
-// rounding decides.
-struct Cover
+// At which depth a triangle covers a screen position.
+std::optional<double> depthAt(const SeenTriangle& triangle, const QPointF& p)
 {
-    bool hit = false;
-    bool unsure = false;
-    double depth = 0;
-};
-
-double distanceToEdge(const Point& from, const Point& to, const Point& p)
-{
-    const Point edge{to.x - from.x, to.y - from.y, 0};
-    const Point way{p.x - from.x, p.y - from.y, 0};
-    const double length2 = dot(edge, edge);
-    const double along = length2 > 0 ? qBound(0.0, dot(way, edge) / length2, 1.0) : 0.0;
-    return std::hypot(way.x - edge.x * along, way.y - edge.y * along);
-}
-
-Cover coverAt(const SeenTriangle& triangle, const QPointF& position)
-{
-    const Point p{position.x(), position.y(), 0};
-    Cover cover;
     double area[3];
-    double whole = 0;
     for (std::size_t i = 0; i < 3; ++i) {
         const Point& from = triangle[(i + 1) % 3];
         const Point& to = triangle[(i + 2) % 3];
-        area[i] = (from.x - p.x) * (to.y - p.y) - (from.y - p.y) * (to.x - p.x);
-        whole += area[i];
-        cover.unsure |= distanceToEdge(from, to, p) < 0.02;
+        area[i] = (from.x - p.x()) * (to.y - p.y()) - (from.y - p.y()) * (to.x - p.x());
     }
+    const double whole = area[0] + area[1] + area[2];
     double inverseDepth = 0; // linear on the screen
-    cover.hit = whole != 0;
-    for (std::size_t i = 0; i < 3 && cover.hit; ++i) {
-        cover.hit = area[i] / whole > 0;
+    for (std::size_t i = 0; i < 3; ++i) {
+        if (!(area[i] / whole > 0))
+            return std::nullopt;
         inverseDepth += area[i] / whole / triangle[i].z;
     }
-    cover.depth = 1 / inverseDepth;
-    return cover;
+    return 1 / inverseDepth;
+}
+
+// Whether rounding decides if the position is covered, so near is it to an edge.
+bool isUnsure(const SeenTriangle& triangle, const QPointF& p)
+{
+    const bool covered = depthAt(triangle, p).has_value();
+    for (const QPointF& way : {QPointF(1, 0), QPointF(-1, 0), QPointF(0, 1), QPointF(0, -1)}) {
+        if (depthAt(triangle, p + way * 0.03).has_value() != covered)
+            return true;
+    }
+    return false;
 }
 
 bool isShown(const ViewportItem& item)
@@ -112,8 +94,8 @@ bool overlaps(const SeenTriangle& triangle, const QRectF& rectangle)
     if (separated(triangle, rectangle, 1, 0) || separated(triangle, rectangle, 0, 1))
         return false;
     for (std::size_t i = 0; i < 3; ++i) {
-        const Point edge = triangle[(i + 1) % 3] - triangle[i];
-        if (separated(triangle, rectangle, -edge.y, edge.x))
+        const Point& to = triangle[(i + 1) % 3];
+        if (separated(triangle, rectangle, triangle[i].y - to.y, to.x - triangle[i].x))
             return false;
     }
     return true;
@@ -164,28 +146,23 @@ protected:
     // The nearest item that covers a position, found by asking every triangle.
     void expectSamePick(const QPointF& at)
     {
-        quint32 nearest = 0;
-        double depth = 1e300;
-        double second = 1e300;
-        bool unsure = false;
+        std::vector<std::pair<double, quint32>> hits;
         for (const ViewportItem& item : m_set.items()) {
             for (quint32 i = 0; isShown(item) && i < item.geometry->triangleCount(); ++i) {
-                const Cover cover = coverAt(seen(m_camera, item, i), at);
-                unsure |= cover.unsure;
-                if (!cover.hit)
-                    continue;
-                if (cover.depth < depth) {
-                    if (item.id != nearest)
-                        second = depth;
-                    nearest = item.id;
-                    depth = cover.depth;
-                } else if (item.id != nearest) {
-                    second = std::min(second, cover.depth);
-                }
+                const SeenTriangle triangle = seen(m_camera, item, i);
+                if (isUnsure(triangle, at))
+                    return;
+                if (const auto depth = depthAt(triangle, at))
+                    hits.emplace_back(*depth, item.id);
             }
         }
-        if (unsure || second - depth < 1e-3)
-            return;
+        hits.emplace_back(1e300, 0);
+        std::sort(hits.begin(), hits.end());
+        const auto [depth, nearest] = hits.front();
+        for (const auto& [otherDepth, other] : hits) {
+            if (other != nearest && otherDepth - depth < 1e-3)
+                return;
+        }
         m_certainHits += nearest ? 1 : 0;
         const auto hit = m_set.pick(m_camera, at);
         ASSERT_EQ(nearest, hit ? hit->id : 0) << at.x() << ' ' << at.y();

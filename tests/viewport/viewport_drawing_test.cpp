@@ -152,10 +152,10 @@ TEST_F(ViewportDrawingTest, HighlightsOutlineTheItem)
 TEST_F(ViewportDrawingTest, KeepsUpWithResizeThemeAndAnotherWindow)
 {
     m_view.resize(900, 300);
-    QTest::qWait(50);
+    ASSERT_TRUE(
+        QTest::qWaitFor([this] { return m_controller.viewportSize() == QSizeF(900, 300); }));
     m_controller.frameAll();
     m_view.rootObject()->setProperty("dark", false);
-    ASSERT_EQ(QSizeF(900, 300), m_controller.viewportSize());
     EXPECT_TRUE(looksLike(pixel(1), red));
     EXPECT_GT(pixel(QPointF(450, 5)).lightness(), 128);
 
