@@ -1,40 +1,12 @@
 #include "row_editor.h"
 
+#include "edit_scope.h"
+#include "selected_rows.h"
+
 #include <QPersistentModelIndex>
 #include <QVariantMap>
 
 namespace kyr::panel {
-
-namespace {
-
-/// Emits the end of an edit whatever happens in it.
-class EditScope
-{
-public:
-    EditScope(RowEditor& editor, const QString& text) : m_editor(editor)
-    {
-        Q_EMIT editor.editBegins(text);
-    }
-    ~EditScope() { Q_EMIT m_editor.editEnds(); }
-    EditScope(const EditScope&) = delete;
-    EditScope& operator=(const EditScope&) = delete;
-
-private:
-    RowEditor& m_editor;
-};
-
-// Persistent, for a change may move rows.
-std::vector<QPersistentModelIndex> selectedRows(const OutlineModel& flat)
-{
-    std::vector<QPersistentModelIndex> rows;
-    for (const QItemSelectionRange& range : flat.selectionModel()->selection()) {
-        for (int row = range.top(); range.left() == 0 && row <= range.bottom(); ++row)
-            rows.emplace_back(range.model()->index(row, 0, range.parent()));
-    }
-    return rows;
-}
-
-} // namespace
 
 void RowEditor::setButton(int row, const QString& id, bool checked, const QString& text)
 {
@@ -55,7 +27,7 @@ bool RowEditor::setAll(int row, int role, const QVariant& value, const QString& 
         return false;
     std::vector<QPersistentModelIndex> rows;
     if (m_flat->isRowSelected(row))
-        rows = selectedRows(*m_flat);
+        rows = selectedRows<QPersistentModelIndex>(*m_flat);
     else
         rows.emplace_back(clicked);
     const EditScope scope(*this, text);

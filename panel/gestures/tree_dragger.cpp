@@ -1,5 +1,8 @@
 #include "tree_dragger.h"
 
+#include "edit_scope.h"
+#include "selected_rows.h"
+
 #include <algorithm>
 #include <vector>
 
@@ -19,7 +22,7 @@ std::vector<int> pathOf(QModelIndex index)
 }
 
 /// From top to bottom, in whatever order they were selected.
-QModelIndexList inSceneOrder(const QModelIndexList& rows)
+QModelIndexList inSceneOrder(const std::vector<QModelIndex>& rows)
 {
     std::vector<std::pair<std::vector<int>, QModelIndex>> places;
     for (const QModelIndex& row : rows)
@@ -40,26 +43,21 @@ bool TreeDragger::begin(int row)
     const QModelIndex pressed = m_flat ? m_flat->sourceIndex(row) : QModelIndex();
     if (!pressed.isValid())
         return false;
-    QModelIndexList rows{pressed};
-    if (m_flat->isRowSelected(row)) {
-        rows.clear();
-        for (const QItemSelectionRange& range : m_flat->selectionModel()->selection()) {
-            for (int r = range.top(); range.left() == 0 && r <= range.bottom(); ++r)
-                rows.append(range.model()->index(r, 0, range.parent()));
-        }
-    }
+    std::vector<QModelIndex> rows{pressed};
+    if (m_flat->isRowSelected(row))
+        rows = selectedRows<QModelIndex>(*m_flat);
     const auto stays = [](const QModelIndex& index) {
         return (index.flags() & Qt::ItemIsDragEnabled) == 0;
     };
     rows.erase(std::remove_if(rows.begin(), rows.end(), stays), rows.end());
-    if (rows.isEmpty())
+    if (rows.empty())
         return false;
-    rows = inSceneOrder(rows);
-    m_data.reset(m_flat->sourceModel()->mimeData(rows));
+    const QModelIndexList dragged = inSceneOrder(rows);
+    m_data.reset(m_flat->sourceModel()->mimeData(dragged));
     if (!m_data)
         return false;
-    m_count = rows.size();
-    m_name = rows.first().data().toString();
+    m_count = dragged.size();
+    m_name = dragged.first().data().toString();
     Q_EMIT activeChanged();
     return true;
 }
@@ -111,10 +109,9 @@ bool TreeDragger::drop()
     bool dropped = false;
     if (isActive() && m_allowed && m_flat && m_flat->sourceModel()) {
         const Target target = targetAt(m_targetRow, m_place);
-        Q_EMIT editBegins(tr("Move"));
+        const EditScope scope(*this, tr("Move"));
         dropped = m_flat->sourceModel()->dropMimeData(m_data.get(), Qt::MoveAction, target.row, 0,
                                                       target.parent);
-        Q_EMIT editEnds();
     }
     cancel();
     return dropped;
