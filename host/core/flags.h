@@ -25,7 +25,6 @@ public:
     {
         return (m_bits & static_cast<Value>(flag)) != 0;
     }
-    constexpr bool hasAny(Flags other) const noexcept { return (m_bits & other.m_bits) != 0; }
 
     friend constexpr Flags operator|(Flags a, Flags b) noexcept
     {

@@ -96,6 +96,7 @@ protected:
         : m_signal(&signal), m_orderKey(orderKey)
     {}
 
+    // Reports are searched for this name and number, which stay, wherever the line is.
     ~SlotHolderBase() override { Zar::verify(!signal(), "!signal()", "kyr_cpp_utils/signal", 113); }
 
 private:

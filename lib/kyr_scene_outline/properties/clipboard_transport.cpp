@@ -9,6 +9,7 @@ namespace kyr::properties {
 
 bool putDocumentOnClipboard(const Zar::SmartPointer<Zar::BinaryBlock>& document)
 {
+    // Reports have always named it so.
     if (!Zar::verify(static_cast<bool>(document), "binary", "scene_browser_data"))
         return false;
     return Zar::StringUtils::copyToClipboardT(std::string(document->bytes()));
