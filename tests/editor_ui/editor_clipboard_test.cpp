@@ -197,6 +197,7 @@ TEST_F(EditorLongPasteTest, cancelTakesAllBackAndTheWindowStaysLive)
     for (const bool byKey : {true, false}) {
         session.edit()->pasteProperties();
         ASSERT_TRUE(session.task()->isRunning()) << qPrintable(message());
+        ASSERT_TRUE(QTest::qWaitFor([this] { return countAt(1) < objectCount; }, 60000));
         key(Qt::Key_Delete);
         undo();
         EXPECT_EQ(countAt(1) + countAt(2), objectCount) << "nothing else edits the scene meanwhile";

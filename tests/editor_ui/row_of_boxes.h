@@ -14,6 +14,7 @@ inline editor::SceneObjectPtr makeRowOfBoxes(int count, float height)
     const editor::MeshAssetPtr asset = editor::makePrimitive("box 1 1 1");
     const auto root = editor::SceneObject::create(editor::ObjectKind::Scene, "Row");
     root->setId(1);
+    root->setExpanded(true);
     for (int i = 0; i < count; ++i) {
         const auto box =
             editor::SceneObject::create(editor::ObjectKind::Mesh, "Box " + std::to_string(i));
