@@ -52,7 +52,7 @@ struct SceneWriterTest : testing::Test
         document.open(sceneFrom("group A | transform.position=1 2 3 | transform.scale=0.1 2 -3\n"
                                 "  mesh B | transform.rotation=10 20 30 | material.metallic=0.7 | "
                                 "material.baseColor=0.1 0.2 0.3 0.5\n"
-                                "    light P\n"
+                                "    light P | light.outerAngle=45 | light.innerAngle=0\n"
                                 "  light L | light.type=spot | light.color=1 0.5 0.25 1 | "
                                 "light.intensity=12.5 | light.innerAngle=15\n"
                                 "mesh D | shape=cone 1 2\n"
@@ -108,27 +108,12 @@ TEST_F(SceneWriterTest, gltfKeepsWhatItCanSay)
 {
     for (const char* name : {"scene.gltf", "scene.glb"}) {
         openSample();
-        const std::string shape = shapeOf(*document.root());
-        const QMatrix4x4 place = worldTransform(*at(document, "A/B"));
-        const int coneVertices = at(document, "D")->mesh()->vertexCount();
+        set("C", "camera.target", "");
+        at(document, "D")->mesh()->asset =
+            std::make_shared<MeshAsset>(MeshAsset{at(document, "D")->mesh()->asset->geometry, {}});
+        const std::string before = contentOf(*document.root());
         saveAndOpen(name);
-        EXPECT_EQ(shapeOf(*document.root()), shape) << name;
-        const SceneObject& mesh = *at(document, "A/B");
-        EXPECT_EQ(worldTransform(mesh), place) << "to the last bit";
-        EXPECT_EQ(mesh.transform()->rotation, (lumo::Vector3{10, 20, 30}));
-        EXPECT_EQ(mesh.mesh()->triangleCount(), 1);
-        EXPECT_EQ(mesh.material()->baseColor, (lumo::Color{0.1f, 0.2f, 0.3f, 0.5f}));
-        EXPECT_EQ(mesh.material()->metallic, 0.7f);
-        EXPECT_EQ(at(document, "D")->mesh()->vertexCount(), coneVertices);
-        const LightComponent& light = *at(document, "A/L")->light();
-        EXPECT_EQ(light.type, LightType::Spot);
-        EXPECT_EQ(light.intensity, 12.5f);
-        EXPECT_EQ(light.range, 10);
-        EXPECT_EQ(light.color, (lumo::Color{1, 0.5f, 0.25f, 1}));
-        EXPECT_EQ(light.innerAngle, 15);
-        EXPECT_EQ(light.outerAngle, 30);
-        EXPECT_EQ(at(document, "A/B/P")->light()->type, LightType::Point);
-        EXPECT_EQ(at(document, "C")->camera()->fieldOfView, 35);
+        EXPECT_EQ(contentOf(*document.root()), before) << name;
     }
 }
 
