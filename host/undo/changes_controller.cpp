@@ -42,6 +42,13 @@ private:
     bool m_pushed = false;
 };
 
+std::string ChangesController::OpenScope::stepName() const
+{
+    if (!yields || innerCount == 0)
+        return name;
+    return innerCount == 1 ? innerName : name + ' ' + std::to_string(innerCount) + " objects";
+}
+
 void ChangesController::OpenScope::add(std::unique_ptr<IChange> change)
 {
     if (const void* subject = change->subject()) {
@@ -59,32 +66,37 @@ void ChangesController::record(std::unique_ptr<IChange> change, StringRef name)
     if (m_replaying)
         return;
     if (m_scopes.empty()) {
-        m_openName = name;
         std::vector<std::unique_ptr<IChange>> step;
         step.push_back(std::move(change));
-        commit(std::move(step));
+        commit(std::move(step), std::string(name));
     } else {
         m_scopes.back().add(std::move(change));
     }
 }
 
-void ChangesController::beginScope(StringRef name)
+void ChangesController::beginScope(StringRef name, bool yields)
 {
-    if (m_scopes.empty())
-        m_openName = name;
     m_scopes.emplace_back();
+    m_scopes.back().name = name;
+    m_scopes.back().yields = yields;
 }
 
 void ChangesController::endScope()
 {
     OpenScope ended = std::move(m_scopes.back());
     m_scopes.pop_back();
+    const std::string name = ended.stepName();
     if (m_scopes.empty()) {
-        commit(std::move(ended.changes));
-    } else {
-        for (auto& change : ended.changes)
-            m_scopes.back().add(std::move(change));
+        commit(std::move(ended.changes), name);
+        return;
     }
+    OpenScope& outer = m_scopes.back();
+    if (!ended.changes.empty()) {
+        ++outer.innerCount;
+        outer.innerName = name;
+    }
+    for (auto& change : ended.changes)
+        outer.add(std::move(change));
 }
 
 void ChangesController::discardScope()
@@ -102,14 +114,15 @@ void ChangesController::discardScope()
     }
 }
 
-void ChangesController::commit(std::vector<std::unique_ptr<IChange>> changes)
+void ChangesController::commit(std::vector<std::unique_ptr<IChange>> changes,
+                               const std::string& name)
 {
     changes.erase(std::remove_if(changes.begin(), changes.end(),
                                  [](const auto& change) { return change->isVoid(); }),
                   changes.end());
     if (changes.empty())
         return;
-    m_stack.push(new StepCommand(QString::fromStdString(m_openName), std::move(changes), *this));
+    m_stack.push(new StepCommand(QString::fromStdString(name), std::move(changes), *this));
 }
 
 } // namespace Zar

@@ -15,8 +15,8 @@ namespace Zar {
 
 /// Records changes as steps of an undo stack. Lives on the GUI thread.
 /// Changes recorded while a `CommitChangesScope` is open become one step with the scope's name;
-/// scopes nest, and the outermost one gives the name and makes the step. A change recorded outside
-/// any scope is a step of its own.
+/// scopes nest, and the outermost one makes the step and gives the name, unless it yields to those
+/// in it. A change recorded outside any scope is a step of its own.
 class ChangesController
 {
 public:
@@ -40,21 +40,26 @@ private:
     /// on its own.
     struct OpenScope
     {
+        std::string name;
+        bool yields = false;
         std::vector<std::unique_ptr<IChange>> changes;
         std::unordered_map<const void*, IChange*> subjects;
+        /// The scopes directly in it that changed something, and the name of the last one.
+        int innerCount = 0;
+        std::string innerName;
 
+        std::string stepName() const;
         void add(std::unique_ptr<IChange> change);
     };
 
-    void beginScope(StringRef name);
+    void beginScope(StringRef name, bool yields);
     void endScope();
     void discardScope();
-    void commit(std::vector<std::unique_ptr<IChange>> changes);
+    void commit(std::vector<std::unique_ptr<IChange>> changes, const std::string& name);
 
     QUndoStack m_stack;
     /// The innermost last.
     std::vector<OpenScope> m_scopes;
-    std::string m_openName;
     bool m_replaying = false;
 };
 

@@ -16,14 +16,17 @@ public:
     {
         /// Commit whatever was recorded.
         None = 0,
+        /// The scope is what a gesture opens around commands that name what they do: its step takes
+        /// the name of the one command in it, or counts them: "Hide 3 objects".
+        YieldName = 1,
     };
 
     CommitChangesScope(StringRef name, ChangesController* controller,
-                       CareFlag /*care*/ = CareFlag::None)
+                       CareFlag care = CareFlag::None)
         : m_controller(controller)
     {
         if (m_controller)
-            m_controller->beginScope(name);
+            m_controller->beginScope(name, care == CareFlag::YieldName);
     }
     ~CommitChangesScope()
     {

@@ -69,6 +69,26 @@ TEST_F(ChangesControllerTest, aScopeIsOneStepUnderTheOutermostName)
     EXPECT_EQ(2, b);
 }
 
+TEST_F(ChangesControllerTest, aScopeThatYieldsIsCalledWhatIsDoneInIt)
+{
+    const auto stepWith = [this](const std::vector<const char*>& inner) {
+        {
+            const CommitChangesScope gesture("Hide", &controller,
+                                             CommitChangesScope::CareFlag::YieldName);
+            set(a, a + 1);
+            for (const char* name : inner) {
+                const CommitChangesScope command(name, &controller);
+                set(b, b + 1);
+            }
+            const CommitChangesScope empty("Nothing", &controller);
+        }
+        return controller.stack().undoText();
+    };
+    EXPECT_EQ("Hide", stepWith({}));
+    EXPECT_EQ("Hide Lamp", stepWith({"Hide Lamp"}));
+    EXPECT_EQ("Hide 2 objects", stepWith({"Hide Lamp", "Hide Wall"}));
+}
+
 TEST_F(ChangesControllerTest, stepsThatChangeNothingAreNotKept)
 {
     {
