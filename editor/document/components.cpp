@@ -25,14 +25,17 @@ const kyr::ReflectedClass& TransformComponent::reflectedClass() const
         kyr::ClassBuilder<TransformComponent>("Transform")
             .value("position", &TransformComponent::position)
             .annotate(Label{"Position"})
+            .annotate(Changes{ChangeAspect::Transform})
             .annotate(Unit{"m"})
             .annotate(Range{-huge, huge, 0.1})
             .value("rotation", &TransformComponent::rotation)
             .annotate(Label{"Rotation"})
+            .annotate(Changes{ChangeAspect::Transform})
             .annotate(Unit{"°"})
             .annotate(Range{-360, 360, 1})
             .value("scale", &TransformComponent::scale)
             .annotate(Label{"Scale"})
+            .annotate(Changes{ChangeAspect::Transform})
             .annotate(Range{-huge, huge, 0.1})
             .build();
     return description;
@@ -44,14 +47,18 @@ const kyr::ReflectedClass& MaterialComponent::reflectedClass() const
         kyr::ClassBuilder<MaterialComponent>("Material")
             .value("baseColor", &MaterialComponent::baseColor)
             .annotate(Label{"Base colour"})
+            .annotate(Changes{ChangeAspect::Material})
             .value("metallic", &MaterialComponent::metallic)
             .annotate(Label{"Metallic"})
+            .annotate(Changes{ChangeAspect::Material})
             .annotate(Range{0, 1, 0.05})
             .value("roughness", &MaterialComponent::roughness)
             .annotate(Label{"Roughness"})
+            .annotate(Changes{ChangeAspect::Material})
             .annotate(Range{0, 1, 0.05})
             .value("emissive", &MaterialComponent::emissive)
             .annotate(Label{"Emissive colour"})
+            .annotate(Changes{ChangeAspect::Material})
             .build();
     return description;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <editor/document/object_change.h>
 #include <host/reflection/bound_property.h>
 
 #include <string>
@@ -26,12 +27,29 @@ struct Range
     double step = 0.01;
 };
 
+/// What of the scene is another one when the property is; without one it is `Other`.
+struct Changes
+{
+    ChangeAspect aspect;
+};
+
 /// The annotation of type `T` on `property`; null when there is none.
+template <typename T>
+const T* annotation(const kyr::MetaProperty& property)
+{
+    const auto found = property.annotations.find(lumo::metaTypeOf<T>().name());
+    return found.isValid() ? found.get()->template tryGet<T>() : nullptr;
+}
 template <typename T>
 const T* annotation(const kyr::BoundProperty& property)
 {
-    const auto found = property.annotations().find(lumo::metaTypeOf<T>().name());
-    return found.isValid() ? found.get()->template tryGet<T>() : nullptr;
+    return annotation<T>(*property.metaProperty());
+}
+
+inline ChangeAspect changedAspect(const kyr::MetaProperty& property)
+{
+    const Changes* changes = annotation<Changes>(property);
+    return changes ? changes->aspect : ChangeAspect::Other;
 }
 
 } // namespace editor

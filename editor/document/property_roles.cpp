@@ -28,20 +28,8 @@ std::string pathOf(const Steps& steps)
 
 QString labelOf(const kyr::MetaProperty& property)
 {
-    const auto found = property.annotations.find(lumo::metaTypeOf<Label>().name());
-    const Label* label = found.isValid() ? found.get()->tryGet<Label>() : nullptr;
+    const Label* label = annotation<Label>(property);
     return QString::fromStdString(label ? label->text : property.name);
-}
-
-ChangeAspect aspectOf(const std::string& firstStep)
-{
-    if (firstStep == "visible")
-        return ChangeAspect::Visibility;
-    if (firstStep == "locked")
-        return ChangeAspect::Lock;
-    if (firstStep == "transform")
-        return ChangeAspect::Transform;
-    return firstStep == "material" ? ChangeAspect::Material : ChangeAspect::Other;
 }
 
 int componentCount(const lumo::Variant& value)
@@ -232,7 +220,7 @@ void PropertyRoles::addProperty(const kyr::IReflected& holder, const Steps& step
     role.m_title = labelOf(property);
     role.m_form = formOf(property, value);
     role.m_steps = steps;
-    role.m_aspect = aspectOf(steps.front()->name);
+    role.m_aspect = changedAspect(property);
     role.m_propertyPath = role.m_path;
     role.m_isEditable = !property.isReadOnly && !property.isConst &&
                         lumo::VariantConverter::hasTextForm(value.type());

@@ -1,5 +1,6 @@
 #include "scene_commands.h"
 
+#include <editor/document/step_name.h>
 #include <host/undo/commit_changes_scope.h>
 
 #include <algorithm>
@@ -7,6 +8,9 @@
 namespace editor {
 
 namespace {
+
+// The document names what it does.
+constexpr auto yieldName = Zar::CommitChangesScope::CareFlag::YieldName;
 
 IAssetSelection::Objects referencesTo(const SceneObjects& objects)
 {
@@ -36,7 +40,7 @@ bool removeSelected(SceneDocument& document, IAssetSelection& selection)
     const SceneObjects doomed = document.removable(selected);
     if (doomed.empty())
         return false;
-    const Zar::CommitChangesScope scope("Delete", document.changesController().get());
+    const Zar::CommitChangesScope scope("Delete", document.changesController().get(), yieldName);
     selection.clearSelection();
     document.remove(doomed);
     SceneObjects left;
@@ -50,11 +54,20 @@ bool removeSelected(SceneDocument& document, IAssetSelection& selection)
 
 bool duplicateSelected(SceneDocument& document, IAssetSelection& selection)
 {
-    const Zar::CommitChangesScope scope("Duplicate", document.changesController().get());
+    const Zar::CommitChangesScope scope("Duplicate", document.changesController().get(), yieldName);
     const SceneObjects copies = document.duplicate(selectedObjects(document, selection));
     if (!copies.empty())
         selection.setSelection(referencesTo(copies), false);
     return !copies.empty();
+}
+
+bool setSelectedFlag(SceneDocument& document, const IAssetSelection& selection,
+                     std::string_view property, bool on, const char* verb)
+{
+    const SceneObjects objects = selectedObjects(document, selection);
+    const Zar::CommitChangesScope scope(stepName(verb, objects),
+                                        document.changesController().get());
+    return document.setProperty(objects, property, lumo::Variant(on)) > 0;
 }
 
 } // namespace editor

@@ -14,4 +14,8 @@ bool removeSelected(SceneDocument& document, IAssetSelection& selection);
 /// Selects the copies.
 bool duplicateSelected(SceneDocument& document, IAssetSelection& selection);
 
+/// Gives every selected object that flag; `verb` names the step: "Hide Lamp".
+bool setSelectedFlag(SceneDocument& document, const IAssetSelection& selection,
+                     std::string_view property, bool on, const char* verb);
+
 } // namespace editor

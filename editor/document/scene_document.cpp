@@ -1,6 +1,7 @@
 #include "scene_document.h"
 
 #include "object_reference.h"
+#include "property_annotations.h"
 #include "scene_document_changes.h"
 
 #include <QFileInfo>
@@ -13,24 +14,6 @@ namespace {
 
 // No state has it.
 constexpr quint32 neverSaved = ~0u;
-
-ChangeAspects aspectsOf(const SceneObject& object, const kyr::BoundProperty& property)
-{
-    if (property.object() == object.transform())
-        return ChangeAspect::Transform;
-    if (property.object() == object.material())
-        return ChangeAspect::Material;
-    if (property.object() == &object) {
-        const std::string& name = property.metaProperty()->name;
-        if (name == "name")
-            return ChangeAspect::Name;
-        if (name == "visible")
-            return ChangeAspect::Visibility;
-        if (name == "locked")
-            return ChangeAspect::Lock;
-    }
-    return ChangeAspect::Other;
-}
 
 /// `branch` and all below it; the children of an object stand together.
 std::vector<SceneObject*> allOf(SceneObject& branch)
@@ -89,6 +72,7 @@ void SceneDocument::open(SceneObjectPtr root, const QString& filePath)
     forgetChanges();
     Q_EMIT reset();
     Q_EMIT filePathChanged();
+    Q_EMIT selectionSetsChanged();
     m_structureChanged = true;
     flushChanges();
 }
@@ -193,7 +177,7 @@ void SceneDocument::propertyChanged(SceneObject& object, const kyr::BoundPropert
                                     const lumo::Variant& before, const lumo::Variant& after,
                                     vex::Flags<kyr::SetterFlag> flags)
 {
-    const ChangeAspects aspects = aspectsOf(object, property);
+    const ChangeAspects aspects = changedAspect(*property.metaProperty());
     noteChange(object, aspects);
     if (aspects & (ChangeAspect::Visibility | ChangeAspect::Lock))
         spreadInherited(object, aspects);

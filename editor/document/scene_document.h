@@ -72,8 +72,12 @@ public:
     // tells of it: it stays where it is with all below it, and takes nothing in.
 
     bool rename(const SceneObjectPtr& object, const QString& name);
-    /// Puts a free tree before the child at `row`.
-    bool insert(const SceneObjectPtr& object, SceneObject& parent, int row);
+    /// Puts free trees before the child at `row`.
+    bool insert(const SceneObjects& objects, SceneObject& parent, int row);
+    bool insert(const SceneObjectPtr& object, SceneObject& parent, int row)
+    {
+        return insert(SceneObjects{object}, parent, row);
+    }
     /// Moves the objects, in tree order, before the child at `row` (-1: behind the last). Each
     /// keeps its place in the world as far as position, rotation and scale can say it. Objects
     /// below another one that moves stay with it. False when the parent is inside one of them.
@@ -82,6 +86,18 @@ public:
     bool remove(const SceneObjects& objects);
     /// Puts a copy of each object, with all below it, behind the original. Returns the copies.
     SceneObjects duplicate(const SceneObjects& objects);
+    /// Puts the topmost ones below a new group, which stands where the first of them stood in their
+    /// common parent. Each keeps its place in the world. Null when there is none to group.
+    SceneObjectPtr group(const SceneObjects& objects, const std::string& name);
+    /// Puts the children of groups in their place; each keeps its place in the world. Other kinds
+    /// are left alone. Returns the children.
+    SceneObjects ungroup(const SceneObjects& objects);
+
+    /// Selections that have names. They are part of the scene and of its file.
+    const SelectionSets& selectionSets() const noexcept { return m_root->selectionSets(); }
+    /// One step of that name, unless nothing changes.
+    void setSelectionSets(SelectionSets sets, const std::string& step);
+
     /// Sets the property at a dotted path, such as "light.intensity", on every object that has
     /// it. Returns how many took another value. Locks can be opened and closed by this alone.
     int setProperty(const SceneObjects& objects, std::string_view path, const lumo::Variant& value);
@@ -110,6 +126,7 @@ Q_SIGNALS:
     void refused(const QString& reason);
     /// Objects came, went or moved; once a step.
     void structureChanged();
+    void selectionSetsChanged();
 
     void aboutToReset();
     void reset();
@@ -133,6 +150,7 @@ private:
     class RowsChange;
     class MoveChange;
     class OrderChange;
+    class SetsChange;
 
     void declareSaved();
     void setFilePath(const QString& filePath);

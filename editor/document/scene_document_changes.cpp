@@ -133,4 +133,18 @@ void SceneDocument::OrderChange::revert()
     document().reorder(*m_parent, rows);
 }
 
+SceneDocument::SetsChange::SetsChange(SceneDocument& document, SelectionSets sets)
+    : Change(document), m_sets(std::move(sets))
+{
+    changes(document.m_root);
+}
+
+void SceneDocument::SetsChange::apply()
+{
+    SceneObject& root = *document().m_root;
+    SelectionSets present = root.selectionSets();
+    root.setSelectionSets(std::exchange(m_sets, std::move(present)));
+    Q_EMIT document().selectionSetsChanged();
+}
+
 } // namespace editor

@@ -106,4 +106,18 @@ private:
     std::vector<int> m_oldRows;
 };
 
+/// Selection sets that are other ones.
+class SceneDocument::SetsChange final : public Change
+{
+public:
+    SetsChange(SceneDocument& document, SelectionSets sets);
+
+private:
+    void apply() override;
+    void revert() override { apply(); }
+
+    // Those that the scene does not have at present.
+    SelectionSets m_sets;
+};
+
 } // namespace editor

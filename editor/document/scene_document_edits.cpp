@@ -5,6 +5,7 @@
 #include <editor/document/property_annotations.h>
 #include <editor/document/scene_document_changes.h>
 #include <editor/document/sibling_names.h>
+#include <editor/document/step_name.h>
 #include <editor/document/transform_math.h>
 #include <editor/document/tree_order.h>
 #include <host/undo/commit_changes_scope.h>
@@ -23,13 +24,6 @@ namespace {
 // With more runs than this under one parent, one change of order that brings them together is
 // cheaper for everybody who follows the rows.
 constexpr std::size_t scatteredRuns = 8;
-
-std::string stepName(const char* verb, const SceneObjects& objects)
-{
-    if (objects.size() == 1)
-        return std::string(verb) + ' ' + objects.front()->name();
-    return std::string(verb) + ' ' + std::to_string(objects.size()) + " objects";
-}
 
 /// Objects with the same parent, parents in order of their first object.
 std::vector<SceneObjects> byParent(const SceneObjects& objects)
@@ -103,15 +97,17 @@ bool SceneDocument::rename(const SceneObjectPtr& object, const QString& name)
     return object->reflected().property("name").set(lumo::Variant(trimmed.toStdString()));
 }
 
-bool SceneDocument::insert(const SceneObjectPtr& object, SceneObject& parent, int row)
+bool SceneDocument::insert(const SceneObjects& objects, SceneObject& parent, int row)
 {
     const int count = static_cast<int>(parent.children().size());
-    if (!object || object->document() || object->parent() || !contains(&parent) || row < 0 ||
-        row > count || refuses(parent))
+    const bool areFree = std::all_of(objects.begin(), objects.end(), [](const auto& object) {
+        return object && !object->document() && !object->parent();
+    });
+    if (objects.empty() || !areFree || !contains(&parent) || row < 0 || row > count ||
+        refuses(parent))
         return false;
-    const auto holder = std::static_pointer_cast<SceneObject>(parent.shared_from_this());
-    perform(std::make_unique<RowsChange>(*this, holder, row, SceneObjects{object}),
-            "Add " + object->name());
+    perform(std::make_unique<RowsChange>(*this, parent.shared_from_this(), row, objects),
+            stepName("Add", objects));
     return true;
 }
 
@@ -155,12 +151,16 @@ SceneObjects SceneDocument::duplicate(const SceneObjects& objects)
     if (originals.empty())
         return copies;
     const Zar::CommitChangesScope scope(stepName("Duplicate", originals), m_controller.get());
+    std::unordered_map<const SceneObject*, SceneObjectPtr> copyOf;
+    const SceneObjects clones = SceneObject::cloneAll(originals);
+    for (std::size_t i = 0; i < originals.size(); ++i)
+        copyOf.emplace(originals[i].get(), clones[i]);
     for (const SceneObjects& siblings : byParent(originals)) {
         SceneObject& parent = *siblings.front()->parent();
         SiblingNames names(parent);
         SceneObjects group;
         for (const SceneObjectPtr& original : siblings) {
-            group.push_back(original->clone());
+            group.push_back(copyOf.at(original.get()));
             group.back()->setName(names.next(original->name()));
         }
         copies.insert(copies.end(), group.begin(), group.end());
@@ -244,6 +244,12 @@ void SceneDocument::placeInWorld(const SceneObjectPtr& object, const QMatrix4x4&
         transform.property("rotation").set(lumo::Variant(placed.rotation));
     if (!nearlyEqual(placed.scale, present.scale))
         transform.property("scale").set(lumo::Variant(placed.scale));
+}
+
+void SceneDocument::setSelectionSets(SelectionSets sets, const std::string& step)
+{
+    if (!(sets == selectionSets()))
+        perform(std::make_unique<SetsChange>(*this, std::move(sets)), step);
 }
 
 int SceneDocument::setProperty(const SceneObjects& objects, std::string_view path,

@@ -6,6 +6,7 @@
 #include <host/variant/scene_item.h>
 
 #include <unordered_map>
+#include <utility>
 
 namespace editor {
 
@@ -63,11 +64,14 @@ const kyr::ReflectedClass& SceneObject::reflectedClass() const
             .annotate(Meta::SceneItem())
             .value("name", &SceneObject::m_name)
             .annotate(Label{"Name"})
+            .annotate(Changes{ChangeAspect::Name})
             .annotate(Meta::SceneItem())
             .value("visible", &SceneObject::m_visible)
             .annotate(Label{"Visible"})
+            .annotate(Changes{ChangeAspect::Visibility})
             .value("locked", &SceneObject::m_locked)
             .annotate(Label{"Locked"})
+            .annotate(Changes{ChangeAspect::Lock})
             .object("transform", &SceneObject::m_transform)
             .annotate(Label{"Transform"})
             .object("material", &SceneObject::m_material)
@@ -133,6 +137,15 @@ void SceneObject::append(SceneObjectPtr child)
     m_children.push_back(std::move(child));
 }
 
+std::vector<SceneObjectPtr> SceneObject::takeChildren()
+{
+    Q_ASSERT(!m_document);
+    for (const SceneObjectPtr& child : m_children)
+        child->m_parent = nullptr;
+    m_numberedChildren = 0;
+    return std::exchange(m_children, {});
+}
+
 void SceneObject::setName(std::string name)
 {
     Q_ASSERT(!m_document);
@@ -168,14 +181,25 @@ SceneObjectPtr SceneObject::copyValues() const
     copy->m_visible = m_visible;
     copy->m_locked = m_locked;
     copy->m_expanded = m_expanded;
+    copy->m_selectionSets = m_selectionSets;
     return copy;
 }
 
 SceneObjectPtr SceneObject::clone() const
 {
+    return cloneAll({const_cast<SceneObject*>(this)->shared_from_this()}).front();
+}
+
+std::vector<SceneObjectPtr> SceneObject::cloneAll(const std::vector<SceneObjectPtr>& objects)
+{
     std::unordered_map<const SceneObject*, SceneObjectPtr> copies;
-    std::vector<const SceneObject*> originals{this};
-    copies.emplace(this, copyValues());
+    std::vector<SceneObjectPtr> result;
+    std::vector<const SceneObject*> originals;
+    for (const SceneObjectPtr& object : objects) {
+        result.push_back(object->copyValues());
+        copies.emplace(object.get(), result.back());
+        originals.push_back(object.get());
+    }
     for (std::size_t i = 0; i < originals.size(); ++i) {
         const SceneObjectPtr parentCopy = copies.at(originals[i]);
         for (const SceneObjectPtr& child : originals[i]->m_children) {
@@ -185,7 +209,7 @@ SceneObjectPtr SceneObject::clone() const
             originals.push_back(child.get());
         }
     }
-    // A camera that looks at an object of the branch has a copy that looks at the object's copy.
+    // A camera that looks at an object among them has a copy that looks at the object's copy.
     for (const auto& [original, copy] : copies) {
         if (!copy->m_camera)
             continue;
@@ -193,7 +217,7 @@ SceneObjectPtr SceneObject::clone() const
         if (target != copies.end())
             copy->m_camera->target = kyr::PersistentObject(target->second->reflected());
     }
-    return copies.at(this);
+    return result;
 }
 
 SceneObject* sceneObjectOf(const kyr::ReflectedObject& object) noexcept

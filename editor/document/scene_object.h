@@ -2,6 +2,7 @@
 
 #include <editor/document/components.h>
 #include <editor/document/object_kind.h>
+#include <editor/document/selection_set.h>
 #include <host/reflection/reflected_object.h>
 
 #include <QMetaType>
@@ -32,6 +33,9 @@ public:
     /// A free copy of the object alone, under no identifier. Its references lead where those of
     /// the original do.
     SceneObjectPtr copyValues() const;
+    /// The same of several, none below another one. What refers to an object that is copied too
+    /// refers to the copy.
+    static std::vector<SceneObjectPtr> cloneAll(const std::vector<SceneObjectPtr>& objects);
     ~SceneObject() override;
 
     const kyr::ReflectedClass& reflectedClass() const override;
@@ -79,11 +83,17 @@ public:
     // For objects that are free of a document.
 
     void append(SceneObjectPtr child);
+    /// Leaves it without children.
+    std::vector<SceneObjectPtr> takeChildren();
     void setName(std::string name);
     void setVisible(bool visible);
     void setLocked(bool locked);
     /// Asks for an identifier, which a document grants unless it is taken.
     void setId(quint32 id);
+
+    /// Of a scene; see `SceneDocument::selectionSets`.
+    const SelectionSets& selectionSets() const noexcept { return m_selectionSets; }
+    void setSelectionSets(SelectionSets sets) { m_selectionSets = std::move(sets); }
 
     /// How a view left the branch; no change of the scene.
     void setExpanded(bool expanded) noexcept { m_expanded = expanded; }
@@ -97,6 +107,7 @@ private:
 
     std::string m_name;
     std::vector<SceneObjectPtr> m_children;
+    SelectionSets m_selectionSets;
     SceneObject* m_parent = nullptr;
     SceneDocument* m_document = nullptr;
     std::unique_ptr<TransformComponent> m_transform;

@@ -22,6 +22,11 @@ SiblingNames::SiblingNames(const SceneObject& parent)
         m_taken.insert(child->name());
 }
 
+std::string SiblingNames::unique(const std::string& name)
+{
+    return m_taken.insert(name).second ? name : next(name);
+}
+
 std::string SiblingNames::next(const std::string& name)
 {
     const std::string stem = withoutNumber(name);

@@ -14,6 +14,8 @@ class SiblingNames
 public:
     explicit SiblingNames(const SceneObject& parent);
 
+    /// `name` itself, or numbered as by `next` when a child has it. Takes the name.
+    std::string unique(const std::string& name);
     /// `name` with the next free number behind it: "Lamp", "Lamp 2", "Lamp 3". Takes the name.
     std::string next(const std::string& name);
 

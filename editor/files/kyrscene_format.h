@@ -19,10 +19,12 @@ namespace editor {
 //           <mesh source="box 4 3 0.2"/>
 //         </object>
 //       </scene>
+//       <set name="Walls" objects="2 5"/>
 //     </kyrscene>
 //
 // A property is an attribute named like it, in its text form; one that has its default value is
-// left out. A component is an element named like it. References to objects are paths.
+// left out. A component is an element named like it. References to objects are paths. A set is a
+// selection that was given a name, by the identifiers of its objects.
 
 namespace kyrscene {
 

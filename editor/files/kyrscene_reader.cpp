@@ -105,6 +105,7 @@ public:
                 return false;
         }
         resolveReferences();
+        readSelectionSets(document);
         if (m_noteCount > mostNotes)
             m_notes.append(tr("there are %1 more remarks like these").arg(m_noteCount - mostNotes));
         return true;
@@ -270,6 +271,23 @@ private:
             object.mesh()->asset = asset;
         }
         return true;
+    }
+
+    void readSelectionSets(const pugi::xml_node& document)
+    {
+        SelectionSets sets;
+        for (const pugi::xml_node& node : document.children("set")) {
+            SelectionSet set{node.attribute("name").value(), {}};
+            const QByteArray ids(node.attribute("objects").value());
+            for (const QByteArray& id : ids.split(' ')) {
+                bool isNumber = false;
+                const quint32 number = id.toUInt(&isNumber);
+                if (isNumber && number <= largestId)
+                    set.ids.push_back(number);
+            }
+            sets.push_back(std::move(set));
+        }
+        m_root->setSelectionSets(std::move(sets));
     }
 
     void resolveReferences()

@@ -71,6 +71,7 @@ public:
             for (const SceneObjectPtr& child : next.object->children())
                 writeObject(*child, pugi::xml_node(next.node).append_child("object"), next.depth);
         }
+        writeSelectionSets();
         XmlOutput xml(m_output);
         m_output.expect(m_textBytes, builtShare);
         m_document.save(xml, m_deepest > deepestIndented ? "" : "  ");
@@ -83,6 +84,18 @@ private:
         pugi::xml_node node;
         int depth;
     };
+
+    void writeSelectionSets()
+    {
+        for (const SelectionSet& set : m_root.selectionSets()) {
+            pugi::xml_node node = m_file.append_child("set");
+            std::string ids;
+            for (const quint32 id : set.ids)
+                ids += (ids.empty() ? "" : " ") + std::to_string(id);
+            this->set(node, "name", set.name);
+            this->set(node, "objects", ids);
+        }
+    }
 
     void writeObject(const SceneObject& object, pugi::xml_node node, int depth)
     {

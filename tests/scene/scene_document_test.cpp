@@ -1,6 +1,7 @@
 #include "scene_samples.h"
 
 #include <editor/document/object_path.h>
+#include <editor/document/rename_rule.h>
 #include <editor/document/transform_math.h>
 #include <host/undo/commit_changes_scope.h>
 
@@ -110,12 +111,48 @@ INSTANTIATE_TEST_SUITE_P(
         Operation{"Move A", [](auto& d) { return d.reparent(at(d, {"A"}), *d.root()); },
                   "group B\n  camera C\nmesh D\ngroup A\n  mesh A1\n  group A2\n    light L\n"
                   "  mesh A3"},
+        Operation{"Group 2 objects",
+                  [](auto& d) {
+                      return d.group(at(d, {"B/C", "A/A2", "A/A2/L"}), "A") != nullptr;
+                  },
+                  "group A 2\n  group A2\n    light L\n  camera C\ngroup A\n  mesh A1\n  mesh A3\n"
+                  "group B\nmesh D"},
+        Operation{"Ungroup 2 objects",
+                  [](auto& d) {
+                      return d.ungroup(at(d, {"A", "B", "D"})).size() == 4;
+                  },
+                  "mesh A1\ngroup A2\n  light L\nmesh A3\ncamera C\nmesh D"},
+        Operation{"Save Set S",
+                  [](auto& d) {
+                      d.setSelectionSets({{"S", {1, 2}}}, "Save Set S");
+                      return d.selectionSets().size() == 1;
+                  },
+                  sample},
         Operation{"Add N",
                   [](auto& d) {
                       return d.insert(SceneObject::create(ObjectKind::Mesh, "N"), *at(d, "B"), 0);
                   },
                   "group A\n  mesh A1\n  group A2\n    light L\n  mesh A3\ngroup B\n  mesh N\n"
                   "  camera C\nmesh D"}));
+
+TEST(RenameRuleTest, makesNamesFromPatterns)
+{
+    const struct
+    {
+        RenameRule rule;
+        const char* second;
+    } rows[] = {
+        {{}, "Lamp 7"},
+        {{"", "", "Light_##", 1, 1}, "Light_02"},
+        {{"", "", "#-*", -1, 10}, "9-Lamp 7"},
+        {{"", "", "###", -2, 1}, "-001"},
+        {{"Lamp", "", "*", 1, 1}, "7"},
+        {{"Lamp 7", "", " * ", 1, 1}, ""},
+        {{"*", "#", "*", 1, 1}, "Lamp 7"},
+    };
+    for (const auto& [rule, second] : rows)
+        EXPECT_EQ(rule.apply(QStringLiteral("Lamp 7"), 1), QLatin1String(second));
+}
 
 TEST_F(SceneDocumentTest, refusesWhatChangesNothing)
 {
