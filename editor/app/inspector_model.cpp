@@ -2,12 +2,10 @@
 
 #include <editor/document/display_color.h>
 #include <editor/document/scene_commands.h>
-#include <host/variant/number_text.h>
 
 #include <QElapsedTimer>
 
 #include <algorithm>
-#include <cmath>
 
 namespace editor {
 
@@ -197,39 +195,16 @@ void InspectorModel::setBoolean(int row, bool value)
     emitChanged(row, {ValueRole});
 }
 
-void InspectorModel::setNumber(int row, double value)
-{
-    const InspectorProperty* property = propertyAt(row);
-    if (!property || !std::isfinite(value))
-        return;
-    const double number = std::clamp(value, property->minimum, property->maximum);
-    const bool isInteger = property->kind == PropertyKind::Integer;
-    const std::string text =
-        isInteger ? lumo::textOfNumber(std::llround(number)) : lumo::textOfNumber(number);
-    edit(row, [text](const lumo::Variant&) { return lumo::Variant(text); });
-}
-
-void InspectorModel::setComponent(int row, int component, double value)
-{
-    const InspectorProperty* property = propertyAt(row);
-    if (!property || !std::isfinite(value))
-        return;
-    const auto number = float(std::clamp(value, property->minimum, property->maximum));
-    edit(row, [component, number](const lumo::Variant& present) {
-        return withComponent(present, component, number);
-    });
-}
-
 void InspectorModel::setColor(int row, const QColor& color)
 {
     const lumo::Color linear = linearColor(color);
-    edit(row, [linear](const lumo::Variant&) { return lumo::Variant(linear); });
+    edit(row, [linear](const SceneObject&, const lumo::Variant&) { return lumo::Variant(linear); });
 }
 
 void InspectorModel::setText(int row, const QString& text)
 {
     const std::string value = text.toStdString();
-    edit(row, [value](const lumo::Variant&) { return lumo::Variant(value); });
+    edit(row, [value](const SceneObject&, const lumo::Variant&) { return lumo::Variant(value); });
 }
 
 void InspectorModel::beginChange(int row)
@@ -244,6 +219,7 @@ void InspectorModel::beginChange(int row)
 void InspectorModel::endChange()
 {
     m_change.reset();
+    m_dragStarts.clear();
 }
 
 void InspectorModel::edit(int row, const Edit& edit)
@@ -258,7 +234,7 @@ void InspectorModel::edit(int row, const Edit& edit)
         for (const SceneObjectPtr& object : SceneObjects(m_objects)) {
             const kyr::BoundProperty target = propertyAtPath(object->reflected(), path);
             if (target.isValid())
-                target.set(edit(target.get()));
+                target.set(edit(*object, target.get()));
         }
     }
     // A value that was refused must not stay in the field it was typed into.

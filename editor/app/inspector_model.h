@@ -14,6 +14,7 @@
 
 #include <functional>
 #include <optional>
+#include <unordered_map>
 
 namespace editor {
 
@@ -60,9 +61,13 @@ public:
 
     // Edits. Numbers are kept within the property's range.
     Q_INVOKABLE void setBoolean(int row, bool value);
-    Q_INVOKABLE void setNumber(int row, double value);
-    /// One component of a vector; the others stay what they are in each object.
-    Q_INVOKABLE void setComponent(int row, int component, double value);
+    /// A number as of `NumberEntry`, for a number or one component of a vector (-1 for a number);
+    /// other components stay what they are in each object. False when the text is none.
+    Q_INVOKABLE bool typeNumber(int row, int component, const QString& text);
+    /// Adds to each object's own value.
+    Q_INVOKABLE void stepNumber(int row, int component, double amount);
+    /// Adds to what each object had when the change began.
+    Q_INVOKABLE void dragNumber(int row, int component, double amount);
     Q_INVOKABLE void setColor(int row, const QColor& color);
     /// A text or the name of a choice.
     Q_INVOKABLE void setText(int row, const QString& text);
@@ -76,6 +81,8 @@ public:
 Q_SIGNALS:
     void objectsChanged();
     void lockedChanged();
+    /// What of an edit could not be taken, in one sentence.
+    void refused(const QString& reason);
 
 private:
     struct Line
@@ -84,13 +91,15 @@ private:
         MergedValue value;
     };
     /// The new value from an object's present one.
-    using Edit = std::function<lumo::Variant(const lumo::Variant&)>;
+    using Edit = std::function<lumo::Variant(const SceneObject&, const lumo::Variant&)>;
 
     void followSelection();
     void readValues();
     void readPrimaryValues();
     void compareSlice();
     void edit(int row, const Edit& edit);
+    void changeNumber(int row, int component,
+                      const std::function<double(const SceneObject&, double)>& change);
     void emitChanged(int row, const QVector<int>& roles);
     const InspectorProperty* propertyAt(int row) const;
 
@@ -104,6 +113,8 @@ private:
     std::size_t m_compared = 0;
     QTimer m_compareTimer;
     std::optional<Zar::CommitChangesScope> m_change;
+    /// What a dragged number was in each object; only while the change lasts.
+    std::unordered_map<const SceneObject*, double> m_dragStarts;
     vex::Connection m_selectionChanged;
 };
 

@@ -23,7 +23,11 @@ protected:
     {
         QQuickItem* whole = line(path);
         const double left = 100;
-        return whole->mapToScene({left + (whole->width() - left) * part, whole->height() / 2})
+        // Of a vector that stands below its label, the lower half.
+        const bool stacked = whole->property("stacked").toBool();
+        return whole
+            ->mapToScene({stacked ? whole->width() * part : left + (whole->width() - left) * part,
+                          whole->height() * (stacked ? 0.7 : 0.5)})
             .toPoint();
     }
 
@@ -82,13 +86,38 @@ TEST_F(EditorInspectorTest, refusedInputShowsTheOldValue)
         enter(fieldPoint("light.intensity"), typed);
         EXPECT_EQ(intensities(), "4 5") << typed;
     }
+    EXPECT_EQ(text("message_text"), "“bright” is no number");
     enter(fieldPoint("light.outerAngle"), "200");
     EXPECT_EQ(object("Left")->light()->outerAngle, 90) << "kept within the range";
+    EXPECT_EQ(text("message_text"), "Outer angle is kept between 0 and 90");
 
     click(fieldPoint("light.intensity"));
     type("9");
     key(Qt::Key_Escape);
     EXPECT_EQ(intensities(), "4 5");
+}
+
+TEST_F(EditorInspectorTest, arithmeticAndScrubbingAreRelativeToEachObject)
+{
+    select({"Left", "Right"});
+    const struct
+    {
+        const char* typed;
+        const char* both;
+    } rows[] = {{"*2", "8 10"}, {"+=1.5", "9.5 11.5"}, {"-=0,5", "9 11"}, {"/2", "4.5 5.5"}};
+    for (const auto& [typed, both] : rows) {
+        enter(fieldPoint("light.intensity"), typed);
+        EXPECT_EQ(intensities(), both) << typed;
+    }
+    const QPoint start = fieldPoint("light.intensity");
+    drag(start, start + QPoint(30, 0));
+    EXPECT_EQ(intensities(), "5.5 6.5");
+    undo();
+    EXPECT_EQ(intensities(), "4.5 5.5") << "the drag was one step";
+    click(fieldPoint("transform.position", 0.1));
+    key(Qt::Key_Up);
+    key(Qt::Key_Escape);
+    EXPECT_EQ(x("Right") - x("Left"), 4);
 }
 
 TEST_F(EditorInspectorTest, draggedNumberNameAndVisibilityShowEverywhere)

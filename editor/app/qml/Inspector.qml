@@ -5,6 +5,8 @@ import QtQuick.Controls 2.15
 Rectangle {
     id: inspector
 
+    property QtObject style
+
     function editName() {
         for (let i = 0; i < list.count; ++i) {
             const line = list.itemAtIndex(i);
@@ -21,6 +23,7 @@ Rectangle {
     InspectorHeader {
         id: header
 
+        style: inspector.style
         anchors { left: parent.left; right: parent.right }
     }
     Text {
@@ -44,6 +47,8 @@ Rectangle {
         clip: true
         boundsBehavior: Flickable.StopAtBounds
         model: session.inspector
+        currentIndex: -1
+        highlightFollowsCurrentItem: false
         topMargin: 4
         bottomMargin: 8
         // A property being edited must not lose its field by scrolling.

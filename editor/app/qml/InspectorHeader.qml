@@ -5,6 +5,7 @@ import Kyr.SceneOutline 1.0
 PaneHeader {
     id: header
 
+    property QtObject style
     readonly property var status: session.selectionStatus
 
     title: status.count === 0 ? qsTr("Inspector") : ""
@@ -14,16 +15,13 @@ PaneHeader {
         height: parent.height
         visible: header.status.count > 0
 
-        PanelStyle {
-            id: style
-        }
         PanelIcon {
             id: icon
 
             x: 7
             anchors.verticalCenter: parent.verticalCenter
             name: header.status.primaryType || "object"
-            color: style.typeColor(header.status.primaryType)
+            color: header.style.typeColor(header.status.primaryType)
         }
         Text {
             anchors {

@@ -7,6 +7,8 @@ Item {
     property int rightMargin: 8
     readonly property string path: model.path
     readonly property int labelWidth: 92
+    // Where three numbers beside a label would be cut off, they stand below it.
+    readonly property bool stacked: model.kind === "vector" && width < 340
     readonly property var fields: ({
         "boolean": "CheckField.qml",
         "choice": "ChoiceField.qml",
@@ -26,7 +28,7 @@ Item {
 
     objectName: "property_" + path
     visible: model.kind === "group" || model.shown
-    height: visible ? 26 : 0
+    height: !visible ? 0 : stacked ? 48 : 26
 
     InspectorGroup {
         anchors.fill: parent
@@ -37,8 +39,8 @@ Item {
     }
     Text {
         x: 10
-        width: line.labelWidth - 10
-        anchors.verticalCenter: parent.verticalCenter
+        y: line.stacked ? 3 : (line.height - height) / 2
+        width: line.stacked ? line.width - x - line.rightMargin : line.labelWidth - x
         visible: model.kind !== "group"
         text: model.kind === "vector" && model.unit ? qsTr("%1 (%2)").arg(model.label).arg(model.unit)
                                                     : model.label
@@ -61,9 +63,9 @@ Item {
         readonly property var line: model
         readonly property bool integral: model.kind === "integer"
 
-        x: line.labelWidth + 4
+        x: line.stacked ? 10 : line.labelWidth + 4
+        y: line.stacked ? 22 : (line.height - height) / 2
         width: line.width - x - line.rightMargin
-        anchors.verticalCenter: parent.verticalCenter
         source: line.fields[model.kind] || ""
     }
 }

@@ -5,8 +5,6 @@ NumberInput {
     mixed: line.mixed
     readOnly: line.readOnly
     unit: line.unit
-    minimum: line.minimum
-    maximum: line.maximum
     step: integral ? Math.max(1, line.step) : line.step
     decimals: integral ? 0 : 3
     description: line.label
@@ -15,7 +13,9 @@ NumberInput {
         beginTyping();
     }
 
-    onCommitted: session.inspector.setNumber(row, number)
+    onTyped: session.inspector.typeNumber(row, -1, text)
+    onStepped: session.inspector.stepNumber(row, -1, amount)
+    onDragged: session.inspector.dragNumber(row, -1, amount)
     onDragStarted: session.inspector.beginChange(row)
     onDragEnded: session.inspector.endChange()
 }

@@ -1,6 +1,7 @@
 import QtQuick 2.15
 
-// A number that is typed, stepped with Up and Down, or dragged sideways.
+// A number that is typed, stepped with Up and Down, or dragged sideways. Steps and drags say by how
+// much, as objects may differ in it; so may what is typed: "*2", "+=1".
 Item {
     id: field
 
@@ -10,37 +11,32 @@ Item {
     property string unit
     property string prefix
     property color prefixColor
-    property real minimum: -Number.MAX_VALUE
-    property real maximum: Number.MAX_VALUE
     property real step: 1
     property int decimals: 3
     property string description
 
-    signal committed(real number)
+    signal typed(string text)
+    signal stepped(real amount)
     signal dragStarted
+    // By how much since the drag began.
+    signal dragged(real amount)
     signal dragEnded
 
     function beginTyping() {
-        input.text = mixed ? "" : String(value);
         input.forceActiveFocus();
-        input.selectAll();
     }
     function shownText() {
         if (mixed)
             return "–";
         return Math.abs(value) >= 1e7 ? value.toPrecision(6) : String(Number(value.toFixed(decimals)));
     }
-    function bounded(number) {
-        return Math.max(minimum, Math.min(maximum, number));
-    }
-    // Away from the noise that sums of binary fractions gather.
-    function stepped(from, steps) {
-        return bounded(Number((from + steps * step).toPrecision(9)));
+    function showEditable() {
+        input.untouched = mixed ? "" : String(value);
+        input.text = input.untouched;
     }
     function commitTyped() {
-        const number = Number(input.text.trim().replace(",", "."));
-        if (input.text.trim() !== "" && !isNaN(number) && (mixed || number !== value))
-            committed(bounded(number));
+        if (input.text.trim() !== "" && input.text !== input.untouched)
+            typed(input.text);
     }
 
     implicitHeight: 22
@@ -79,6 +75,7 @@ Item {
             verticalCenter: parent.verticalCenter
         }
         readOnly: field.readOnly
+        activeFocusOnTab: !field.readOnly
         selectByMouse: activeFocus
         clip: true
         text: field.shownText()
@@ -89,6 +86,9 @@ Item {
         // A long number shows its leading digits.
         autoScroll: activeFocus
 
+        // What was in the field when typing began.
+        property string untouched
+
         function showValue() {
             text = Qt.binding(field.shownText);
         }
@@ -96,14 +96,17 @@ Item {
         // Without the focus, undo means the editor's steps again and not the typing.
         onAccepted: focus = false
         onActiveFocusChanged: {
-            if (activeFocus)
+            if (activeFocus) {
+                field.showEditable();
+                selectAll();
                 return;
+            }
             field.commitTyped();
             showValue();
             cursorPosition = 0;
         }
         Keys.onEscapePressed: {
-            showValue();
+            text = untouched;
             focus = false;
         }
         Keys.onUpPressed: stepBy(event, 1)
@@ -112,12 +115,9 @@ Item {
         function stepBy(event, direction) {
             if (readOnly)
                 return;
-            const typed = Number(text);
-            const from = text.trim() === "" || isNaN(typed) ? field.value : typed;
-            const steps = event.modifiers & Qt.ShiftModifier ? direction * 10 : direction;
-            const number = field.stepped(from, steps);
-            field.committed(number);
-            text = String(number);
+            field.commitTyped();
+            field.stepped(direction * field.step * (event.modifiers & Qt.ShiftModifier ? 10 : 1));
+            field.showEditable();
             selectAll();
         }
     }
@@ -136,7 +136,6 @@ Item {
         id: mouse
 
         property real pressX
-        property real startValue
         property bool dragging: false
 
         anchors.fill: parent
@@ -144,10 +143,7 @@ Item {
         cursorShape: Qt.SizeHorCursor
         preventStealing: true
 
-        onPressed: {
-            pressX = mouse.x;
-            startValue = field.value;
-        }
+        onPressed: pressX = mouse.x
         onPositionChanged: {
             if (!dragging && Math.abs(mouse.x - pressX) > 3) {
                 dragging = true;
@@ -155,7 +151,7 @@ Item {
             }
             if (dragging) {
                 const finer = mouse.modifiers & Qt.ShiftModifier ? 0.1 : 1;
-                field.committed(field.stepped(startValue, Math.round((mouse.x - pressX) / 3) * finer));
+                field.dragged(Math.round((mouse.x - pressX) / 3) * finer * field.step);
             }
         }
         onReleased: endDrag() || field.beginTyping()

@@ -21,11 +21,11 @@ Row {
             value: field.components[index] === null ? 0 : field.components[index]
             mixed: field.components[index] === null
             readOnly: line.readOnly
-            minimum: line.minimum
-            maximum: line.maximum
             step: line.step
             description: line.label + " " + field.axes[index]
-            onCommitted: session.inspector.setComponent(row, index, number)
+            onTyped: session.inspector.typeNumber(row, index, text)
+            onStepped: session.inspector.stepNumber(row, index, amount)
+            onDragged: session.inspector.dragNumber(row, index, amount)
             onDragStarted: session.inspector.beginChange(row)
             onDragEnded: session.inspector.endChange()
         }
