@@ -101,6 +101,12 @@ void ViewportController::lookFrom(qreal yaw, qreal pitch)
     Q_EMIT cameraChanged();
 }
 
+void ViewportController::lookAs(const QVector3D& target, float distance, qreal yaw, qreal pitch)
+{
+    m_camera.place(target, distance);
+    lookFrom(yaw, pitch);
+}
+
 void ViewportController::setViewportSize(const QSizeF& size)
 {
     if (size == m_camera.viewport())

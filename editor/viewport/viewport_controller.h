@@ -56,6 +56,8 @@ public:
     Q_INVOKABLE void frameSelected();
     Q_INVOKABLE void frameAll();
     Q_INVOKABLE void lookFrom(qreal yaw, qreal pitch);
+    /// Puts the camera where one was, such as when the scene was left.
+    void lookAs(const QVector3D& target, float distance, qreal yaw, qreal pitch);
 
     GizmoController* gizmo() { return &m_gizmo; }
     const ItemSet& items() const { return m_items; }

@@ -41,6 +41,14 @@ void OrbitCamera::setViewport(const QSizeF& size)
     m_viewport = size.expandedTo(QSizeF(1, 1));
 }
 
+void OrbitCamera::place(const QVector3D& target, float distance)
+{
+    if (std::isfinite(target.x()) && std::isfinite(target.y()) && std::isfinite(target.z()))
+        m_target = target;
+    if (std::isfinite(distance))
+        m_distance = qBound(shortestDistance, distance, longestDistance);
+}
+
 void OrbitCamera::lookFrom(float yaw, float pitch)
 {
     m_yaw = std::remainder(yaw, 360.0f);

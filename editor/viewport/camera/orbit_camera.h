@@ -31,6 +31,8 @@ public:
     void setViewport(const QSizeF& size);
     /// What the near and far planes have to enclose.
     void setSceneBounds(const Box& bounds) { m_scene = bounds; }
+    /// What is looked at, from how far; numbers that are none are left out.
+    void place(const QVector3D& target, float distance);
     void lookFrom(float yaw, float pitch);
 
     /// Drags the view around the target by a distance on the screen.
