@@ -1,11 +1,55 @@
 #include "command_line.h"
 
+#include <kyr_scene_outline/version.h>
+
 #include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
 
 #include <cstdio>
 #include <cstdlib>
 
 namespace editor {
+
+namespace {
+
+[[noreturn]] void refuse(const QString& reason)
+{
+    printError(reason);
+    std::exit(EXIT_FAILURE);
+}
+
+[[noreturn]] void answer(const QString& text)
+{
+    std::fputs(qPrintable(text), stdout);
+    std::exit(EXIT_SUCCESS);
+}
+
+std::optional<bool> themeFrom(const QString& name)
+{
+    if (name != QLatin1String("dark") && name != QLatin1String("light"))
+        refuse(QStringLiteral("--theme takes dark or light, not \"%1\"").arg(name));
+    return name == QLatin1String("dark");
+}
+
+QString pictureFrom(const QString& path)
+{
+    const QFileInfo file(path);
+    if (file.fileName().isEmpty())
+        refuse(QStringLiteral("--screenshot takes the name of a file"));
+    if (!file.absoluteDir().exists())
+        refuse(QStringLiteral("--screenshot: there is no folder \"%1\"").arg(file.path()));
+    return path;
+}
+
+} // namespace
+
+void printError(const QString& text)
+{
+    const QString program = QFileInfo(QCoreApplication::applicationFilePath()).fileName();
+    std::fprintf(stderr, "%s: %s\n", qPrintable(program), qPrintable(text));
+}
 
 CommandLine parseCommandLine(const QStringList& arguments)
 {
@@ -15,7 +59,8 @@ CommandLine parseCommandLine(const QStringList& arguments)
     parser.addPositionalArgument(QStringLiteral("scene"),
                                  QStringLiteral("The file to open; a sample scene without it."),
                                  QStringLiteral("[scene]"));
-    parser.addHelpOption();
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
     const QCommandLineOption screenshot(
         QStringLiteral("screenshot"),
         QStringLiteral("Write a picture of the window to <file> once the scene shows, and exit."),
@@ -24,19 +69,26 @@ CommandLine parseCommandLine(const QStringList& arguments)
                                    QStringLiteral("Use the <dark|light> theme for this run."),
                                    QStringLiteral("dark|light"));
     parser.addOptions({screenshot, theme});
-    parser.process(arguments);
-
-    CommandLine result;
-    result.scene = parser.positionalArguments().value(0);
-    result.screenshot = parser.value(screenshot);
-    if (parser.isSet(theme)) {
-        const QString name = parser.value(theme);
-        if (name != QLatin1String("dark") && name != QLatin1String("light")) {
-            std::fputs("--theme takes dark or light\n", stderr);
-            std::exit(EXIT_FAILURE);
-        }
-        result.dark = name == QLatin1String("dark");
+    if (!parser.parse(arguments))
+        refuse(parser.errorText());
+    if (parser.isSet(help))
+        answer(parser.helpText());
+    if (parser.isSet(version)) {
+        answer(QStringLiteral("%1 %2\n").arg(QCoreApplication::applicationName(),
+                                             QStringLiteral(KYR_SCENE_OUTLINE_VERSION)));
     }
+    const QStringList scenes = parser.positionalArguments();
+    if (scenes.size() > 1) {
+        refuse(QStringLiteral("one scene opens at a time, not %1: \"%2\"")
+                   .arg(scenes.size())
+                   .arg(scenes.join(QStringLiteral("\", \""))));
+    }
+    CommandLine result;
+    result.scene = scenes.value(0);
+    if (parser.isSet(screenshot))
+        result.screenshot = pictureFrom(parser.value(screenshot));
+    if (parser.isSet(theme))
+        result.dark = themeFrom(parser.value(theme));
     return result;
 }
 

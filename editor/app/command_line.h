@@ -17,7 +17,10 @@ struct CommandLine
     std::optional<bool> dark;
 };
 
-/// Prints and exits on --help and on options that do not exist.
+/// One line on the error stream that names the program.
+void printError(const QString& text);
+
+/// Prints and exits on --help, --version and whatever cannot be done as it was asked.
 CommandLine parseCommandLine(const QStringList& arguments);
 
 } // namespace editor

@@ -1,29 +1,62 @@
 #include "context_menu.h"
 
-#include "edit_commands.h"
-#include "selection_status.h"
+#include <editor/app/actions/action_table.h>
 
 #include <QMenu>
 
 namespace editor {
 
-std::shared_ptr<lumo::WidgetPopupMenuProvider>
-makeContextMenuProvider(EditCommands& commands, const SelectionStatus& selection)
+namespace {
+
+// In their order; an empty one is a line.
+constexpr const char* entries[] = {
+    "rename",
+    "rename_many",
+    "frame",
+    "reveal",
+    "", //
+    "hide",
+    "lock",
+    "isolate",
+    "", //
+    "group",
+    "ungroup",
+    "", //
+    "select_children",
+    "select_parent",
+    "select_same_type",
+    "", //
+    "cut",
+    "copy",
+    "paste",
+    "duplicate",
+    "delete",
+    "", //
+    "copy_properties",
+    "paste_properties",
+    "paste_special",
+};
+
+void addEntry(QMenu& menu, EditorAction& action)
 {
-    return std::make_shared<lumo::WidgetPopupMenuProvider>([&commands, &selection](QMenu& menu) {
-        const auto add = [&](const QString& text, const char* shortcut,
-                             void (EditCommands::*command)()) {
-            QAction* action = menu.addAction(text, &commands, command);
-            action->setShortcut(QKeySequence(QLatin1String(shortcut)));
-            action->setEnabled(selection.count() > 0);
-        };
-        add(EditCommands::tr("Copy Properties"), "Ctrl+Shift+C", &EditCommands::copyProperties);
-        add(EditCommands::tr("Paste Properties"), "Ctrl+Shift+V", &EditCommands::pasteProperties);
-        menu.addSeparator();
-        add(EditCommands::tr("Duplicate"), "Ctrl+D", &EditCommands::duplicateSelected);
-        add(EditCommands::tr("Delete"), "Del", &EditCommands::removeSelected);
-        add(EditCommands::tr("Select Children"), "Ctrl+Shift+A", &EditCommands::selectChildren);
-        menu.addSeparator();
+    QAction* entry = menu.addAction(action.text(), &action, &EditorAction::trigger);
+    entry->setObjectName(action.identifier());
+    entry->setShortcut(action.shortcut());
+}
+
+} // namespace
+
+std::shared_ptr<lumo::WidgetPopupMenuProvider> makeContextMenuProvider(ActionTable& table)
+{
+    return std::make_shared<lumo::WidgetPopupMenuProvider>([&table](QMenu& menu) {
+        table.refresh();
+        for (const char* identifier : entries) {
+            EditorAction* action = table.find(QLatin1String(identifier));
+            if (*identifier == '\0')
+                menu.addSeparator();
+            else if (action && action->isEnabled())
+                addEntry(menu, *action);
+        }
     });
 }
 

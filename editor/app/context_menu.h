@@ -6,12 +6,10 @@
 
 namespace editor {
 
-class EditCommands;
-class SelectionStatus;
+class ActionTable;
 
-/// Context menus that hold the editor's own commands before those of who asks for the menu.
-/// Both must outlive the provider's menus.
-std::shared_ptr<lumo::WidgetPopupMenuProvider>
-makeContextMenuProvider(EditCommands& commands, const SelectionStatus& selection);
+/// Context menus that hold what of the editor's own commands the selection allows, before those of
+/// who asks for the menu. The table must outlive the provider's menus.
+std::shared_ptr<lumo::WidgetPopupMenuProvider> makeContextMenuProvider(ActionTable& table);
 
 } // namespace editor

@@ -46,6 +46,18 @@ void EditCommands::selectChildren()
         setAssetSelection(m_selection, std::move(children));
 }
 
+void EditCommands::selectParents()
+{
+    IAssetSelection::Objects parents = parentsOfSelected(m_document, m_selection);
+    if (!parents.empty())
+        setAssetSelection(m_selection, std::move(parents));
+}
+
+void EditCommands::selectSameType()
+{
+    setAssetSelection(m_selection, sameTypeAsSelected(m_document, m_selection));
+}
+
 void EditCommands::selectNone()
 {
     setAssetSelection(m_selection, {});
@@ -74,6 +86,16 @@ void EditCommands::removeSelected()
 void EditCommands::duplicateSelected()
 {
     ask(tr("Duplicate"), [this] { editor::duplicateSelected(m_document, m_selection); });
+}
+
+void EditCommands::setSelectedHidden(bool hidden)
+{
+    editor::setSelectedFlag(m_document, m_selection, "visible", !hidden, hidden ? "Hide" : "Show");
+}
+
+void EditCommands::setSelectedLocked(bool locked)
+{
+    editor::setSelectedFlag(m_document, m_selection, "locked", locked, locked ? "Lock" : "Unlock");
 }
 
 void EditCommands::copyProperties()

@@ -29,22 +29,26 @@ public:
     PropertyTask& task() noexcept { return m_task; }
     PasteSpecialModel* pasteSpecialModel() noexcept { return &m_pasteSpecial; }
 
-    Q_INVOKABLE void selectAll();
-    Q_INVOKABLE void invertSelection();
-    Q_INVOKABLE void selectChildren();
-    Q_INVOKABLE void selectNone();
-    Q_INVOKABLE void removeSelected();
+    void selectAll();
+    void invertSelection();
+    void selectChildren();
+    void selectParents();
+    void selectSameType();
+    void selectNone();
+    void removeSelected();
     /// Goes on with the command that `hiddenConcerned` told of.
     Q_INVOKABLE void proceed();
-    Q_INVOKABLE void duplicateSelected();
-    Q_INVOKABLE void copyProperties();
+    void duplicateSelected();
+    void setSelectedHidden(bool hidden);
+    void setSelectedLocked(bool locked);
+    void copyProperties();
     /// What the choice made last in Paste Special says.
-    Q_INVOKABLE void pasteProperties();
+    void pasteProperties();
     /// Copies or pastes the property or group at a path, such as "light".
     Q_INVOKABLE void copyPart(const QString& path);
     Q_INVOKABLE void pastePart(const QString& path);
     /// Counts what the clipboard holds into `pasteSpecialModel`, then `pasteSpecialReady`.
-    Q_INVOKABLE void preparePasteSpecial();
+    void preparePasteSpecial();
     /// Pastes what is chosen there, and remembers the choice.
     Q_INVOKABLE void pasteSpecial();
 

@@ -1,6 +1,9 @@
 #include "editor_session.h"
 
 #include "context_menu.h"
+#include "editor_actions.h"
+
+#include <QFileInfo>
 
 namespace editor {
 
@@ -19,8 +22,13 @@ EditorSession::EditorSession(QObject* parent)
     , m_exporter(m_document)
     , m_recovery(m_document, m_loader)
     , m_edit(m_document, m_selection, m_browser)
-    , m_menus(makeContextMenuProvider(m_edit, m_selectionStatus))
+    , m_build(m_document, m_selection, *m_view.controller())
+    , m_batchRename(m_document, m_selection)
+    , m_sceneMemory(m_document, *m_view.controller())
+    , m_menus(makeContextMenuProvider(m_actions))
 {
+    followFiles();
+    addEditorActions(m_actions, *this);
     m_browser.setPopupMenuProvider(m_menus);
     m_browser.setFilterPredicate(&m_filter);
     m_browser.setColumnsModel(&m_columns, &m_chosenColumns);
@@ -41,11 +49,31 @@ EditorSession::EditorSession(QObject* parent)
             &SceneBrowserData::requestMenu);
 }
 
-EditorSession::~EditorSession() = default;
+EditorSession::~EditorSession()
+{
+    m_sceneMemory.remember();
+}
+
+void EditorSession::followFiles()
+{
+    connect(&m_document, &SceneDocument::filePathChanged, this, [this] {
+        m_recent.add(m_document.filePath());
+        m_openMark.follow(m_document.filePath());
+    });
+    connect(&m_loader, &LoadController::opening, this,
+            [](SceneObject* root, const QString& path) { SceneMemory::restoreRows(*root, path); });
+    connect(&m_loader, &LoadController::loaded, &m_sceneMemory, &SceneMemory::restoreCamera);
+    connect(&m_loader, &LoadController::failed, this, [this](const QString& path) {
+        if (!QFileInfo::exists(path))
+            m_recent.remove(path);
+    });
+    connect(&m_openMark, &OpenFileMark::openElsewhere, this, &EditorSession::openElsewhere);
+}
 
 void EditorSession::beginStep(const QString& name)
 {
-    m_step.emplace(name.toStdString(), m_document.changesController().get());
+    m_step.emplace(name.toStdString(), m_document.changesController().get(),
+                   Zar::CommitChangesScope::CareFlag::YieldName);
 }
 
 } // namespace editor

@@ -1,18 +1,25 @@
 #pragma once
 
+#include "batch_rename.h"
+#include "build_commands.h"
 #include "edit_commands.h"
 #include "file_commands.h"
 #include "gizmo_edit.h"
 #include "inspector_model.h"
 #include "load_controller.h"
 #include "log_model.h"
+#include "open_file_mark.h"
+#include "recent_files.h"
 #include "recovery_journal.h"
 #include "scene_export.h"
+#include "scene_memory.h"
 #include "selection_status.h"
 #include "theme_controller.h"
 #include "undo_status.h"
 #include "viewport_binding.h"
+#include "window_commands.h"
 
+#include <editor/app/actions/action_table.h>
 #include <editor/columns/column_choice.h>
 #include <editor/rows/scene_asset_model.h>
 #include <host/scene/recorded_asset_selection.h>
@@ -41,9 +48,14 @@ class EditorSession final : public QObject
     Q_PROPERTY(editor::RecoveryJournal* recovery READ recovery CONSTANT)
     Q_PROPERTY(editor::SceneExport* exporter READ exporter CONSTANT)
     Q_PROPERTY(editor::EditCommands* edit READ edit CONSTANT)
+    Q_PROPERTY(editor::BuildCommands* build READ build CONSTANT)
+    Q_PROPERTY(editor::BatchRename* batchRename READ batchRename CONSTANT)
     Q_PROPERTY(editor::PropertyTask* task READ task CONSTANT)
     Q_PROPERTY(editor::LogModel* log READ log CONSTANT)
     Q_PROPERTY(editor::ThemeController* theme READ theme CONSTANT)
+    Q_PROPERTY(editor::RecentFiles* recent READ recent CONSTANT)
+    Q_PROPERTY(editor::WindowCommands* window READ window CONSTANT)
+    Q_PROPERTY(editor::ActionTable* actions READ actions CONSTANT)
 
 public:
     explicit EditorSession(QObject* parent = nullptr);
@@ -63,11 +75,17 @@ public:
     RecoveryJournal* recovery() { return &m_recovery; }
     SceneExport* exporter() { return &m_exporter; }
     EditCommands* edit() { return &m_edit; }
+    BuildCommands* build() { return &m_build; }
+    BatchRename* batchRename() { return &m_batchRename; }
     PropertyTask* task() { return &m_edit.task(); }
     LogModel* log() { return &m_log; }
     ThemeController* theme() { return &m_theme; }
+    RecentFiles* recent() { return &m_recent; }
+    WindowCommands* window() { return &m_window; }
+    ActionTable* actions() { return &m_actions; }
 
-    /// Makes all edits until `endStep` one undo step.
+    /// Makes all edits until `endStep` one undo step, which is called what they are: "Rename Lamp".
+    /// Several of one kind are counted behind `name`.
     Q_INVOKABLE void beginStep(const QString& name);
     Q_INVOKABLE void endStep() { m_step.reset(); }
     /// The next context menu shows there on the screen, and not at the pointer.
@@ -76,8 +94,12 @@ public:
 Q_SIGNALS:
     /// The panel asks for the dialog to choose columns in.
     void columnChooserRequested();
+    /// Another editor of this user, the process of that number, has the opened file open as well.
+    void openElsewhere(const QString& path, qint64 process);
 
 private:
+    void followFiles();
+
     // Later members use earlier ones.
     ThemeController m_theme;
     LogModel m_log;
@@ -98,6 +120,13 @@ private:
     SceneExport m_exporter;
     RecoveryJournal m_recovery;
     EditCommands m_edit;
+    BuildCommands m_build;
+    BatchRename m_batchRename;
+    RecentFiles m_recent;
+    OpenFileMark m_openMark;
+    SceneMemory m_sceneMemory;
+    WindowCommands m_window;
+    ActionTable m_actions;
     std::shared_ptr<lumo::WidgetPopupMenuProvider> m_menus;
     vex::Connection m_columnChooserRequested;
     std::optional<Zar::CommitChangesScope> m_step;

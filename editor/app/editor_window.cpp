@@ -1,12 +1,15 @@
 #include "editor_window.h"
 
 #include "editor_session.h"
+#include "window_state.h"
 
+#include <editor/app/actions/popup_watch.h>
 #include <editor/viewport/viewport_types.h>
 
 #include <QApplication>
 #include <QDir>
 #include <QQmlContext>
+#include <QSettings>
 #include <QStandardPaths>
 #include <QStyleFactory>
 
@@ -16,6 +19,9 @@ static void initializeResources()
 }
 
 namespace editor {
+
+static const auto modeKey = QStringLiteral("window/mode");
+static const auto filterKey = QStringLiteral("window/filter");
 
 namespace {
 
@@ -44,6 +50,7 @@ void prepareWindows()
     registerViewportTypes();
     qmlRegisterUncreatableType<FileCommands>("Editor.App", 1, 0, "FileCommands",
                                              QStringLiteral("Comes with the session"));
+    qmlRegisterType<PopupWatch>("Editor.App", 1, 0, "PopupWatch");
     qRegisterMetaType<SceneObjectPtr>();
 }
 
@@ -66,10 +73,39 @@ EditorWindow::EditorWindow(EditorSession& session, QObject* parent)
     m_engine.rootContext()->setContextProperty(QStringLiteral("theme"), session.theme());
     m_extensions.attach(*session.browser(), m_engine);
     m_engine.load(QUrl(QStringLiteral("qrc:/editor/app/Main.qml")));
+    if (QQuickWindow* shown = window()) {
+        restoreView();
+        restoreWindow(*shown);
+        shown->show();
+        // Nobody else does it on a display without a window manager.
+        shown->requestActivate();
+    }
+}
+
+// How the panel arranges and filters the rows, which the window's parts share through the browser.
+void EditorWindow::restoreView()
+{
+    const QSettings settings;
+    QObject* mode = m_session.browser()->selectableData();
+    if (mode && settings.contains(modeKey))
+        mode->setProperty("currentIndex", settings.value(modeKey));
+    m_session.browser()->filterPredicate()->setProperty("text", settings.value(filterKey));
+}
+
+void EditorWindow::rememberView() const
+{
+    QSettings settings;
+    if (const QObject* mode = m_session.browser()->selectableData())
+        settings.setValue(modeKey, mode->property("currentIndex"));
+    settings.setValue(filterKey, m_session.browser()->filterPredicate()->property("text"));
 }
 
 EditorWindow::~EditorWindow()
 {
+    if (const QQuickWindow* shown = window()) {
+        rememberView();
+        rememberWindow(*shown);
+    }
     m_extensions.detach(*m_session.browser());
 }
 

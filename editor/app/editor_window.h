@@ -26,7 +26,7 @@ class EditorWindow final : public QObject
     Q_OBJECT
 
 public:
-    /// The session must outlive the window.
+    /// Shows the window as it was left last. The session must outlive it.
     explicit EditorWindow(EditorSession& session, QObject* parent = nullptr);
     ~EditorWindow() override;
 
@@ -34,6 +34,9 @@ public:
     QQuickWindow* window() const;
 
 private:
+    void restoreView();
+    void rememberView() const;
+
     EditorSession& m_session;
     TextFieldClipboard m_textFields;
     Extensions m_extensions;

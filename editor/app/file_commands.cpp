@@ -45,6 +45,14 @@ FileCommands::FileCommands(SceneDocument& document, LoadController& loader, QObj
 
 FileCommands::~FileCommands() = default;
 
+void FileCommands::newScene()
+{
+    unlessUnsaved([this] {
+        m_loader.cancel();
+        m_document.open(SceneObject::create(ObjectKind::Scene, "Scene"), {});
+    });
+}
+
 void FileCommands::open()
 {
     m_dialog.askToOpen(

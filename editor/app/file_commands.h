@@ -37,6 +37,8 @@ public:
 
     SceneSaver* saver() { return &m_saver; }
 
+    /// An empty scene without a file.
+    void newScene();
     /// With a file dialog.
     Q_INVOKABLE void open();
     Q_INVOKABLE void openFile(const QString& path);

@@ -15,7 +15,9 @@ LoadController::LoadController(SceneDocument& document, QObject* parent)
             [this](const QString&, qreal progress) { setProgress(progress); });
     connect(&m_loader, &SceneLoader::loaded, this,
             [this](const SceneObjectPtr& root, const QString& path, const QStringList& notes) {
-                m_document.open(root, path);
+                Q_EMIT opening(root.get(), path);
+                const bool isSample = QFileInfo(path).path() == m_sampleFolder;
+                m_document.open(root, isSample ? QString() : path);
                 reportNote(tr("Opened %1, objects: %2")
                                .arg(QFileInfo(path).fileName())
                                .arg(m_document.objectCount()));

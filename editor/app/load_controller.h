@@ -23,12 +23,16 @@ public:
     /// From 0 to 1.
     qreal progress() const noexcept { return m_progress; }
 
+    /// What is in this folder opens without a file, so that saving never overwrites it.
+    void setSampleFolder(const QString& folder) { m_sampleFolder = folder; }
     void load(const QString& path);
     Q_INVOKABLE void cancel();
 
 Q_SIGNALS:
     void loadingChanged();
     void progressChanged();
+    /// The free scene of a file, before it is the document's.
+    void opening(editor::SceneObject* root, const QString& path);
     void loaded(const QString& path);
     /// Before `loaded`: the scene is not all that the file holds. Sentences without full stops.
     void incomplete(const QString& path, const QStringList& notes);
@@ -41,6 +45,7 @@ private:
     SceneDocument& m_document;
     SceneLoader m_loader;
     QString m_fileName;
+    QString m_sampleFolder;
     qreal m_progress = 0;
 };
 

@@ -4,21 +4,17 @@
 #include "screenshot.h"
 
 #include <QApplication>
-
-#include <cstdio>
+#include <QFileInfo>
+#include <QSettings>
+#include <QTemporaryDir>
 
 namespace {
-
-void printError(const QString& text)
-{
-    std::fprintf(stderr, "%s\n", text.toLocal8Bit().constData());
-}
 
 /// Ends the event loop with a picture written, or with the reason why not on the error stream.
 void runUnattended(editor::EditorSession& session, editor::Screenshot& screenshot)
 {
     const auto fail = [](const QString& reason) {
-        printError(reason);
+        editor::printError(reason);
         QCoreApplication::exit(EXIT_FAILURE);
     };
     QObject::connect(session.loader(), &editor::LoadController::loaded, &screenshot,
@@ -40,7 +36,15 @@ int main(int argc, char** argv)
     const editor::CommandLine options = editor::parseCommandLine(QCoreApplication::arguments());
     editor::prepareWindows();
 
+    // A picture shows the editor as it starts for the first time, and leaves nothing behind.
+    const QTemporaryDir noSettings;
+    if (!options.screenshot.isEmpty()) {
+        QSettings::setDefaultFormat(QSettings::IniFormat);
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, noSettings.path());
+    }
+
     editor::EditorSession session;
+    session.loader()->setSampleFolder(QFileInfo(editor::bundledScene()).path());
     if (options.dark)
         session.theme()->show(*options.dark);
     const editor::EditorWindow editorWindow(session);

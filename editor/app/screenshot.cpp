@@ -1,7 +1,5 @@
 #include "screenshot.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <QImageWriter>
 
 namespace editor {
@@ -38,7 +36,6 @@ void Screenshot::look()
     if (m_stillLooks < stillLooksWanted && ++m_looks < mostLooks)
         return;
     m_timer.stop();
-    QDir().mkpath(QFileInfo(m_path).absolutePath());
     QImageWriter writer(m_path);
     if (writer.write(image))
         Q_EMIT written();

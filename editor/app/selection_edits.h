@@ -24,4 +24,11 @@ IAssetSelection::Objects inverted(const SceneDocument& document, const IAssetSel
 IAssetSelection::Objects childrenOfSelected(const SceneDocument& document,
                                             const IAssetSelection& selection);
 
+/// The parents of the selected objects, each once.
+IAssetSelection::Objects parentsOfSelected(const SceneDocument& document,
+                                           const IAssetSelection& selection);
+/// Every object of a kind that a selected one has, in tree order, the primary one last.
+IAssetSelection::Objects sameTypeAsSelected(const SceneDocument& document,
+                                            const IAssetSelection& selection);
+
 } // namespace editor

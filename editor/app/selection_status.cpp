@@ -19,11 +19,23 @@ QString SelectionStatus::summary() const
                         : tr("%1 objects selected").arg(QLocale().toString(m_count));
 }
 
-void SelectionStatus::update()
+SceneObject* SelectionStatus::primary() const
 {
     const IAssetSelection::Objects& objects = m_selection.objects();
-    const SceneObject* primary = objects.empty() ? nullptr : sceneObjectOf(objects.back().object());
-    m_count = int(objects.size());
+    SceneObject* object = objects.empty() ? nullptr : sceneObjectOf(objects.back().object());
+    return m_document.contains(object) ? object : nullptr;
+}
+
+bool SelectionStatus::hasOtherThanRoot() const
+{
+    const SceneObject* object = primary();
+    return object && (m_selection.objects().size() > 1 || object->parent());
+}
+
+void SelectionStatus::update()
+{
+    const SceneObject* primary = this->primary();
+    m_count = int(m_selection.objects().size());
     m_primaryName = primary ? primary->displayName() : QString();
     m_primaryType = primary ? kindId(primary->kind()) : QString();
     Q_EMIT changed();

@@ -19,6 +19,10 @@ public:
     SelectionStatus(SceneDocument& document, IAssetSelection& selection, QObject* parent = nullptr);
 
     int count() const noexcept { return m_count; }
+    /// The object selected last; null when nothing is selected.
+    SceneObject* primary() const;
+    /// Whether the selection holds objects that can be moved, copied and deleted.
+    bool hasOtherThanRoot() const;
     /// Of the object selected last; empty when nothing is selected.
     QString primaryName() const { return m_primaryName; }
     /// See `kindId`.

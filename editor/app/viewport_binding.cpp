@@ -3,6 +3,7 @@
 #include "selection_edits.h"
 #include "viewport_items.h"
 
+#include <editor/document/scene_commands.h>
 #include <editor/document/transform_math.h>
 
 #include <algorithm>
@@ -22,7 +23,11 @@ ViewportBinding::ViewportBinding(SceneDocument& document, IAssetSelection& selec
 void ViewportBinding::followDocument()
 {
     // Another scene is announced by both signals; the second one builds the items.
-    connect(&m_document, &SceneDocument::reset, this, [this] { m_isNewScene = true; });
+    connect(&m_document, &SceneDocument::reset, this, [this] {
+        m_isNewScene = true;
+        m_isolation.end();
+        Q_EMIT isolatedChanged();
+    });
     connect(&m_document, &SceneDocument::structureChanged, this, [this] {
         resetItems();
         if (std::exchange(m_isNewScene, false))
@@ -66,7 +71,11 @@ void ViewportBinding::followView()
 
 void ViewportBinding::resetItems()
 {
-    m_controller.setItems(viewportItems(*m_document.root()));
+    std::vector<ViewportItem> items = viewportItems(*m_document.root());
+    m_isolation.update(m_document);
+    for (ViewportItem& item : items)
+        m_isolation.apply(item);
+    m_controller.setItems(std::move(items));
     showSelection();
     showHover();
 }
@@ -90,12 +99,29 @@ void ViewportBinding::updateItems(const ObjectChanges& changes)
         if (!(change.aspects & shown) || !m_document.contains(change.object))
             continue;
         if (change.aspects & ChangeAspect::Transform) {
-            for (const ViewportItem& item : viewportItems(*change.object))
-                m_controller.updateItem(item);
+            for (ViewportItem& item : viewportItems(*change.object))
+                updateItem(item);
         } else {
-            m_controller.updateItem(viewportItem(*change.object, worldTransform(*change.object)));
+            ViewportItem item = viewportItem(*change.object, worldTransform(*change.object));
+            updateItem(item);
         }
     }
+}
+
+void ViewportBinding::updateItem(ViewportItem& item)
+{
+    m_isolation.apply(item);
+    m_controller.updateItem(item);
+}
+
+void ViewportBinding::toggleIsolation()
+{
+    if (m_isolation.isActive())
+        m_isolation.end();
+    else
+        m_isolation.start(selectedObjects(m_document, m_selection));
+    resetItems();
+    Q_EMIT isolatedChanged();
 }
 
 void ViewportBinding::showSelection()

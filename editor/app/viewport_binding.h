@@ -1,5 +1,7 @@
 #pragma once
 
+#include "isolation.h"
+
 #include <editor/document/scene_document.h>
 #include <editor/viewport/viewport_controller.h>
 #include <host/scene/asset_selection.h>
@@ -11,6 +13,7 @@ namespace editor {
 class ViewportBinding final : public QObject
 {
     Q_OBJECT
+    Q_PROPERTY(bool isolated READ isIsolated NOTIFY isolatedChanged)
 
 public:
     /// Document and selection must outlive the binding.
@@ -24,7 +27,12 @@ public:
     Q_INVOKABLE void frameSelection();
     Q_INVOKABLE void frameAll();
 
+    /// Shows the selected objects alone, or everything again. Ends with the scene.
+    Q_INVOKABLE void toggleIsolation();
+    bool isIsolated() const noexcept { return m_isolation.isActive(); }
+
 Q_SIGNALS:
+    void isolatedChanged();
     /// A right click; what was under it is selected by now.
     void contextMenuRequested();
 
@@ -34,6 +42,7 @@ private:
     void followView();
 
     void resetItems();
+    void updateItem(ViewportItem& item);
     void updateItems(const ObjectChanges& changes);
     void showSelection();
     void showHover();
@@ -47,6 +56,7 @@ private:
     SceneDocument& m_document;
     IAssetSelection& m_selection;
     ViewportController m_controller;
+    Isolation m_isolation;
     IAssetSelection::Objects m_hovered;
     bool m_isNewScene = false;
     vex::Connection m_selectionChanged;

@@ -8,16 +8,15 @@ EditorDialog {
 
     readonly property bool saveWaits: session.files.conflict === FileCommands.SaveWaits
 
-    width: 460
+    implicitWidth: 460
     title: qsTr("The file was changed by another program")
     visible: session.files.conflict !== FileCommands.NoConflict
-    focus: true
+    defaultButton: saveWaits ? Dialog.Save : Dialog.Reset
     standardButtons: Dialog.Reset | Dialog.Apply | Dialog.Save | Dialog.Cancel
 
     onReset: session.files.reload()
     onApplied: session.files.keepMine()
     onAccepted: session.files.saveElsewhere()
-    onOpened: Qt.callLater(() => standardButton(saveWaits ? Dialog.Save : Dialog.Reset).forceActiveFocus(Qt.TabFocusReason))
     onRejected: session.files.decideLater()
     onAboutToShow: {
         standardButton(Dialog.Reset).text = qsTr("Reload");

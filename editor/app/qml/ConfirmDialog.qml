@@ -6,10 +6,10 @@ import Kyr.SceneOutline 1.0
 EditorDialog {
     id: dialog
 
-    width: 420
-    closePolicy: Popup.CloseOnEscape
+    implicitWidth: 420
     title: qsTr("Unsaved changes")
     visible: session.files.confirming
+    defaultButton: Dialog.Save
     standardButtons: Dialog.Save | Dialog.Discard | Dialog.Cancel
 
     onAccepted: session.files.saveAndContinue()

@@ -1,22 +1,51 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 
-// A modal dialog in the middle of the window.
+// A modal dialog in the middle of the window. It has the keyboard while it is open: Enter presses the
+// default button, Escape the one that leaves all as it is, Tab goes round inside.
 Dialog {
     id: dialog
 
+    // What Enter presses; `focusItem` has the focus at first, or else that button.
+    property int defaultButton: Dialog.Ok
+    property Item focusItem: null
+
+    function pressDefault() {
+        const button = standardButton(defaultButton);
+        if (button && button.enabled)
+            button.clicked();
+    }
+
     anchors.centerIn: Overlay.overlay
+    // Never larger than the window.
+    width: Math.min(implicitWidth, parent ? parent.width - 40 : implicitWidth)
+    height: Math.min(implicitHeight, parent ? parent.height - 40 : implicitHeight)
     modal: true
+    focus: true
+    closePolicy: Popup.CloseOnEscape
     padding: 20
     topPadding: 10
 
+    onAboutToShow: {
+        const button = standardButton(defaultButton);
+        if (button)
+            button.isDefault = true;
+    }
+    onOpened: {
+        // The buttons are laid out with the next frame only, and can have no focus before.
+        footer.contentItem.forceLayout();
+        const first = focusItem || standardButton(defaultButton);
+        if (first)
+            first.forceActiveFocus(Qt.PopupFocusReason);
+    }
+
     header: Label {
         text: dialog.title
+        textFormat: Text.PlainText
         padding: 20
         bottomPadding: 0
         font { pixelSize: 14; bold: true }
         elide: Text.ElideRight
-        textFormat: Text.PlainText
     }
     footer: DialogButtonBox {
         padding: 20
@@ -24,6 +53,8 @@ Dialog {
         spacing: 8
         background: null
         delegate: EditorButton {}
+        Keys.onReturnPressed: dialog.pressDefault()
+        Keys.onEnterPressed: dialog.pressDefault()
     }
     background: Rectangle {
         radius: 4

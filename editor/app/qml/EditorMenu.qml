@@ -1,15 +1,22 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Controls.impl 2.15
+import Kyr.SceneOutline 1.0
 
-// A menu that shows the shortcuts of its actions and is as wide as it needs to be.
+// A menu of commands with their shortcuts, as wide as it needs to be. The shortcuts themselves belong
+// to the window.
 Menu {
     id: menu
+
+    // Of `session.actions.menus`.
+    property var entries: []
 
     delegate: MenuItem {
         id: item
 
-        readonly property string shortcutText: action && action.shortcut ? String(action.shortcut) : ""
+        objectName: action && action.command ? action.command.identifier : ""
+
+        readonly property string shortcutText: action && action.command ? action.command.shortcutText : ""
 
         implicitHeight: visible ? 26 : 0
         rightPadding: 12 + (shortcutText ? shortcut.implicitWidth + 24 : 0)
@@ -31,10 +38,10 @@ Menu {
 
             anchors { right: parent.right; rightMargin: 12; verticalCenter: parent.verticalCenter }
             text: item.shortcutText
+            textFormat: Text.PlainText
             font: item.font
             color: item.highlighted ? theme.palette.highlightedText : theme.dimText
             opacity: item.enabled ? 1 : 0.5
-            textFormat: Text.PlainText
         }
     }
 
@@ -43,5 +50,36 @@ Menu {
         for (let i = 0; i < count; ++i)
             widest = Math.max(widest, itemAt(i).implicitWidth);
         return widest + leftPadding + rightPadding;
+    }
+
+    Component {
+        id: entry
+
+        Action {
+            property QtObject command
+
+            text: DisplayText.oneLine(command.text)
+            enabled: command.enabled
+            checkable: command.checkable
+            checked: command.checked
+            onTriggered: {
+                command.trigger();
+                // The click has put a value in its place.
+                checked = Qt.binding(() => command.checked);
+            }
+        }
+    }
+    Component {
+        id: line
+
+        MenuSeparator {}
+    }
+    Component.onCompleted: {
+        for (const command of entries) {
+            if (command)
+                addAction(entry.createObject(menu, { command: command }));
+            else
+                addItem(line.createObject(menu.contentItem));
+        }
     }
 }

@@ -1,25 +1,17 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Controls.impl 2.15
-import Kyr.SceneOutline 1.0
 
+// The menus of the editor's commands.
 MenuBar {
     id: bar
 
-    property bool alwaysReveal
-    property bool logShown
-    readonly property bool hasSelection: session.selectionStatus.count > 0
+    function openFirst() {
+        itemAt(0).triggered();
+    }
 
-    signal findRequested
-    signal alwaysRevealToggled
-    signal logToggled
-    signal revealRequested
-    signal renameRequested
-    signal helpRequested
-
-    // An ampersand in a name is no mnemonic.
-    function plain(name) {
-        return DisplayText.oneLine(name).replace(/&/g, "&&");
+    function menuNamed(name) {
+        return menuAt(session.actions.menus.findIndex(menu => menu.name === name));
     }
 
     font.pixelSize: 12
@@ -38,181 +30,37 @@ MenuBar {
         }
     }
 
-    EditorMenu {
-        objectName: "file_menu"
-        title: qsTr("&File")
+    Component {
+        id: menuComponent
 
-        Action {
-            text: qsTr("&Open…")
-            shortcut: "Ctrl+O"
-            onTriggered: session.files.open()
-        }
-        Action {
-            text: qsTr("&Save")
-            shortcut: "Ctrl+S"
-            onTriggered: session.files.save()
-        }
-        Action {
-            text: qsTr("Save &As…")
-            shortcut: "Ctrl+Shift+S"
-            onTriggered: session.files.saveAs()
-        }
-        Action {
-            text: qsTr("&Export…")
-            shortcut: "Ctrl+Shift+E"
-            onTriggered: session.exporter.begin()
-        }
-        MenuSeparator {}
-        Action {
-            text: qsTr("&Quit")
-            shortcut: "Ctrl+Q"
-            onTriggered: session.files.quit()
+        EditorMenu {}
+    }
+    Component {
+        id: setsComponent
+
+        ListMenu {
+            title: qsTr("S&elect Set")
+            texts: session.build.selectionSets
+            emptyText: qsTr("No sets yet")
+            onChosen: session.build.recallSelectionSet(index)
         }
     }
-    EditorMenu {
-        objectName: "edit_menu"
-        title: qsTr("&Edit")
+    Component {
+        id: recentComponent
 
-        Action {
-            text: session.undoStatus.canUndo ? qsTr("&Undo %1").arg(bar.plain(session.undoStatus.undoName))
-                                             : qsTr("&Undo")
-            shortcut: "Ctrl+Z"
-            enabled: session.undoStatus.canUndo
-            onTriggered: session.undoStatus.undo()
-        }
-        Action {
-            text: session.undoStatus.canRedo ? qsTr("&Redo %1").arg(bar.plain(session.undoStatus.redoName))
-                                             : qsTr("&Redo")
-            shortcut: "Ctrl+Shift+Z"
-            enabled: session.undoStatus.canRedo
-            onTriggered: session.undoStatus.redo()
-        }
-        MenuSeparator {}
-        Action {
-            text: qsTr("&Copy Properties")
-            shortcut: "Ctrl+Shift+C"
-            enabled: bar.hasSelection
-            onTriggered: session.edit.copyProperties()
-        }
-        Action {
-            text: qsTr("&Paste Properties")
-            shortcut: "Ctrl+Shift+V"
-            enabled: bar.hasSelection
-            onTriggered: session.edit.pasteProperties()
-        }
-        Action {
-            text: qsTr("Paste &Special…")
-            shortcut: "Ctrl+Alt+V"
-            enabled: bar.hasSelection
-            onTriggered: session.edit.preparePasteSpecial()
-        }
-        MenuSeparator {}
-        Action {
-            text: qsTr("&Find in Tree")
-            shortcut: "Ctrl+F"
-            onTriggered: bar.findRequested()
-        }
-        Action {
-            text: qsTr("Select &All in Scene")
-            shortcut: "Ctrl+A"
-            onTriggered: session.edit.selectAll()
-        }
-        Action {
-            text: qsTr("&Invert Selection")
-            shortcut: "Ctrl+I"
-            onTriggered: session.edit.invertSelection()
-        }
-        Action {
-            text: qsTr("Select C&hildren")
-            shortcut: "Ctrl+Shift+A"
-            enabled: bar.hasSelection
-            onTriggered: session.edit.selectChildren()
-        }
-        Action {
-            text: qsTr("Select &None")
-            shortcut: "Ctrl+Shift+D"
-            enabled: bar.hasSelection
-            onTriggered: session.edit.selectNone()
-        }
-        MenuSeparator {}
-        Action {
-            text: qsTr("Rena&me")
-            shortcut: "F2"
-            enabled: bar.hasSelection
-            onTriggered: bar.renameRequested()
-        }
-        Action {
-            text: qsTr("&Duplicate")
-            shortcut: "Ctrl+D"
-            enabled: bar.hasSelection
-            onTriggered: session.edit.duplicateSelected()
-        }
-        Action {
-            text: qsTr("D&elete")
-            shortcut: "Del"
-            enabled: bar.hasSelection
-            onTriggered: session.edit.removeSelected()
+        ListMenu {
+            title: qsTr("Open Re&cent")
+            texts: session.recent.titles
+            emptyText: qsTr("No files yet")
+            onChosen: session.files.openFile(session.recent.paths[index])
         }
     }
-    EditorMenu {
-        objectName: "view_menu"
-        title: qsTr("&View")
-
-        Action {
-            text: qsTr("&Frame Selection")
-            shortcut: "Ctrl+Shift+F"
-            enabled: bar.hasSelection
-            onTriggered: session.view.frameSelection()
-        }
-        Action {
-            text: qsTr("Frame &All")
-            shortcut: "Ctrl+Home"
-            onTriggered: session.view.frameAll()
-        }
-        MenuSeparator {}
-        Action {
-            text: qsTr("&Reveal Selection in Tree")
-            shortcut: "Ctrl+R"
-            enabled: bar.hasSelection
-            onTriggered: bar.revealRequested()
-        }
-        Action {
-            text: qsTr("Al&ways Reveal Selection")
-            checkable: true
-            checked: bar.alwaysReveal
-            onTriggered: bar.alwaysRevealToggled()
-        }
-        MenuSeparator {}
-        Action {
-            text: qsTr("&Expand All")
-            onTriggered: session.browser.expandAllRequested()
-        }
-        Action {
-            text: qsTr("&Collapse All")
-            onTriggered: session.browser.collapseAllRequested()
-        }
-        MenuSeparator {}
-        Action {
-            text: qsTr("&Log")
-            shortcut: "Ctrl+L"
-            checkable: true
-            checked: bar.logShown
-            onTriggered: bar.logToggled()
-        }
-        Action {
-            text: qsTr("&Dark Theme")
-            checkable: true
-            checked: theme.dark
-            onTriggered: theme.dark = !theme.dark
-        }
-    }
-    EditorMenu {
-        title: qsTr("&Help")
-
-        Action {
-            text: qsTr("&Mouse and Keys")
-            shortcut: "F1"
-            onTriggered: bar.helpRequested()
-        }
+    Component.onCompleted: {
+        for (const menu of session.actions.menus)
+            addMenu(menuComponent.createObject(bar, {
+                objectName: menu.name + "_menu", title: menu.title, entries: menu.entries
+            }));
+        menuNamed("file").insertMenu(2, recentComponent.createObject(bar));
+        menuNamed("select").addMenu(setsComponent.createObject(bar));
     }
 }

@@ -5,14 +5,13 @@ import QtQuick.Controls 2.15
 EditorDialog {
     id: dialog
 
-    width: 520
+    implicitWidth: 520
     title: qsTr("What a glTF file will not carry")
     visible: session.exporter.asking
-    focus: true
+    defaultButton: Dialog.Ok
     standardButtons: Dialog.Ok | Dialog.Cancel
 
     onAccepted: session.exporter.chooseFile()
-    onOpened: Qt.callLater(() => standardButton(Dialog.Ok).forceActiveFocus(Qt.TabFocusReason))
     onRejected: session.exporter.giveUp()
     onAboutToShow: standardButton(Dialog.Ok).text = qsTr("Export…")
 

@@ -2,11 +2,11 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 
-// The mouse buttons and keys of tree and view.
+// The mouse buttons and keys of tree and view, and the keys of all commands.
 EditorDialog {
     id: dialog
 
-    readonly property var lines: [
+    readonly property var mouseLines: [
         [qsTr("3D view"), ""],
         [qsTr("Middle drag, Alt + drag, arrow keys"), qsTr("Orbit")],
         [qsTr("Shift + middle drag, Shift + arrow keys"), qsTr("Pan")],
@@ -25,7 +25,7 @@ EditorDialog {
         [qsTr("Ctrl or Shift + click"), qsTr("Toggle, extend")],
         [qsTr("Shift + click on an arrow"), qsTr("Open or close the whole branch")],
         [qsTr("Letters"), qsTr("Go to the row of that name")],
-        [qsTr("Ctrl + F"), qsTr("Filter; type:light finds all lights")],
+        [qsTr("In the filter"), qsTr("type:light finds all lights")],
         [qsTr("Drag rows"), qsTr("Move them into or between others")],
         [qsTr("F"), qsTr("Reveal the selection")],
         [qsTr("Double click"), qsTr("Frame the object")],
@@ -33,27 +33,61 @@ EditorDialog {
         [qsTr("Drag on a number"), qsTr("Change it; Shift is finer")],
         [qsTr("Up, Down"), qsTr("Step")]
     ]
+    readonly property var lines: {
+        const lines = mouseLines.slice();
+        for (const menu of session.actions.menus) {
+            lines.push([menu.title.replace("&", ""), ""]);
+            for (const command of menu.entries) {
+                if (command && command.shortcuts.length > 0)
+                    lines.push([command.shortcuts.join(", "), command.plainText]);
+            }
+        }
+        return lines;
+    }
 
+    implicitWidth: 480
+    implicitHeight: 620
     title: qsTr("Mouse and Keys")
     standardButtons: Dialog.Close
+    defaultButton: Dialog.Close
+    focusItem: list
 
-    GridLayout {
-        columns: 2
-        columnSpacing: 28
-        rowSpacing: 5
+    ListView {
+        id: list
 
-        Repeater {
-            model: dialog.lines.length * 2
+        anchors.fill: parent
+        clip: true
+        boundsBehavior: Flickable.StopAtBounds
+        currentIndex: -1
+        model: dialog.visible ? dialog.lines : []
+        Keys.onUpPressed: scrollBar.decrease()
+        Keys.onDownPressed: scrollBar.increase()
+        ScrollBar.vertical: ScrollBar {
+            id: scrollBar
+        }
+
+        delegate: Item {
+            readonly property bool heading: modelData[1] === ""
+
+            width: ListView.view.width - 14
+            height: heading ? 30 : 21
 
             Label {
-                readonly property var line: dialog.lines[Math.floor(index / 2)]
-                readonly property bool heading: line[1] === ""
-
-                text: line[index % 2]
-                font.bold: heading
-                topPadding: heading && index > 1 ? 8 : 0
-                color: index % 2 || heading ? theme.text : theme.dimText
+                anchors { bottom: parent.bottom; bottomMargin: 3 }
+                width: 220
+                text: modelData[0]
                 textFormat: Text.PlainText
+                font.bold: parent.heading
+                elide: Text.ElideRight
+                color: parent.heading ? theme.text : theme.dimText
+            }
+            Label {
+                x: 232
+                anchors { bottom: parent.bottom; bottomMargin: 3 }
+                width: parent.width - x
+                text: modelData[1]
+                textFormat: Text.PlainText
+                elide: Text.ElideRight
             }
         }
     }

@@ -9,7 +9,8 @@ EditorDialog {
     property int hidden
 
     objectName: "hidden_dialog"
-    width: 420
+    implicitWidth: 420
+    defaultButton: Dialog.Cancel
     title: command
     standardButtons: Dialog.Yes | Dialog.Cancel
 

@@ -41,6 +41,9 @@ Rectangle {
         clip: true
         boundsBehavior: Flickable.StopAtBounds
         model: session.log
+        // A highlight that nobody sees would run after the rows that come and go.
+        currentIndex: -1
+        highlightFollowsCurrentItem: false
         topMargin: 2
         bottomMargin: 2
         reuseItems: true

@@ -2,6 +2,7 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Qt.labs.settings 1.0
+import Editor.App 1.0
 import Editor.Viewport 1.0
 import Kyr.SceneOutline 1.0
 
@@ -15,14 +16,17 @@ ApplicationWindow {
     height: 720
     minimumWidth: 960
     minimumHeight: 540
-    visible: true
     title: (session.document.modified ? "• " : "") + session.document.title + " – " + Qt.application.name
     color: theme.pane
     palette: theme.palette
     font.pixelSize: 12
 
-    // Nobody else does it on a display without a window manager.
-    Component.onCompleted: requestActivate()
+    Component.onCompleted: {
+        if (panes.columns)
+            columnsSplit.restoreState(panes.columns);
+        if (panes.rows)
+            rowsSplit.restoreState(panes.rows);
+    }
     onClosing: {
         close.accepted = window.closing;
         if (!window.closing) {
@@ -61,31 +65,81 @@ ApplicationWindow {
         target: session
 
         function onColumnChooserRequested() { columnChooser.open(); }
+        function onOpenElsewhere(path, process) {
+            messageDialog.show(qsTr("The file is open in another editor"),
+                               qsTr("“%1” is open in process %2 as well. What both save, one loses.")
+                                   .arg(path).arg(process));
+        }
     }
 
+    Connections {
+        target: session.inspector
+
+        function onRefused(reason) { statusBar.show(reason); }
+    }
+    Connections {
+        target: session.build
+
+        function onReported(text) { statusBar.show(text); }
+    }
+    Connections {
+        target: session.window
+
+        function onFindRequested() { browserPanel.focusFilter(); }
+        function onRenameRequested() {
+            browserPanel.activeFocus ? browserPanel.rename() : inspector.editName();
+        }
+        function onBatchRenameRequested() { batchRenameDialog.open(); }
+        function onSelectionSetsRequested() { selectionSetsDialog.open(); }
+        function onRevealRequested() { browserPanel.revealSelection(); }
+        function onRevertRequested() { revertDialog.open(); }
+        function onHelpRequested() { helpDialog.open(); }
+        function onMenuBarRequested() { menuBar.openFirst(); }
+    }
+
+    // Where the user moved the borders of the panes.
     Settings {
-        id: settings
+        id: panes
 
-        property alias alwaysReveal: browserPanel.alwaysReveal
-        property alias logShown: logView.visible
+        property var columns
+        property var rows
 
-        category: "window"
+        category: "panes"
+    }
+    PopupWatch {
+        id: popups
+
+        overlay: window.Overlay.overlay
+    }
+    WindowShortcuts {
+        blocked: popups.open
+    }
+    // The panel and the editor around it have one look.
+    PanelStyle {
+        id: panelStyle
+
+        base: theme.pane
+        window: theme.palette.window
+        text: theme.text
+        dimText: theme.dimText
+        highlight: theme.accent
+        header: theme.header
+        separator: theme.border
+        error: theme.error
+        modified: theme.warning
     }
 
-    menuBar: EditorMenuBar {
-        alwaysReveal: browserPanel.alwaysReveal
-        logShown: logView.visible
-        onFindRequested: browserPanel.focusFilter()
-        onAlwaysRevealToggled: browserPanel.alwaysReveal = !browserPanel.alwaysReveal
-        onLogToggled: logView.visible = !logView.visible
-        onRevealRequested: browserPanel.revealSelection()
-        onRenameRequested: browserPanel.activeFocus ? browserPanel.rename() : inspector.editName()
-        onHelpRequested: helpDialog.open()
-    }
+    menuBar: EditorMenuBar {}
 
     SplitView {
+        id: columnsSplit
+
         anchors.fill: parent
         orientation: Qt.Horizontal
+        onResizingChanged: {
+            if (!resizing)
+                panes.columns = saveState();
+        }
         handle: splitHandle
 
         SceneBrowserPanel {
@@ -94,6 +148,8 @@ ApplicationWindow {
             objectName: "browser_panel"
             browser: session.browser
             settingsName: "outline"
+            style: panelStyle
+            alwaysReveal: session.window.alwaysReveal
             onEditBegins: session.beginStep(text)
             onEditEnds: session.endStep()
             onMenuAboutToShow: session.showMenuAt(place)
@@ -102,7 +158,13 @@ ApplicationWindow {
             SplitView.minimumWidth: 220
         }
         SplitView {
+            id: rowsSplit
+
             orientation: Qt.Vertical
+            onResizingChanged: {
+                if (!resizing)
+                    panes.rows = saveState();
+            }
             handle: splitHandle
             SplitView.fillWidth: true
             SplitView.minimumWidth: 320
@@ -117,6 +179,14 @@ ApplicationWindow {
                 SplitView.fillHeight: true
                 SplitView.minimumHeight: 200
 
+                EditorButton {
+                    objectName: "end_isolation"
+                    anchors { horizontalCenter: parent.horizontalCenter; top: parent.top; topMargin: 10 }
+                    visible: session.view.isolated
+                    text: qsTr("Isolated  –  show all")
+                    focusPolicy: Qt.NoFocus
+                    onClicked: session.view.toggleIsolation()
+                }
                 DropArea {
                     anchors.fill: parent
                     enabled: !session.task.running
@@ -131,7 +201,8 @@ ApplicationWindow {
                 id: logView
 
                 objectName: "log_view"
-                onCloseRequested: visible = false
+                visible: session.window.logShown
+                onCloseRequested: session.window.toggleLog()
                 SplitView.preferredHeight: 120
                 SplitView.minimumHeight: 60
             }
@@ -140,6 +211,7 @@ ApplicationWindow {
             id: inspector
 
             objectName: "inspector"
+            style: panelStyle
             SplitView.preferredWidth: 300
             SplitView.minimumWidth: 250
         }
@@ -153,7 +225,7 @@ ApplicationWindow {
                                                              : session.selectionStatus.summary
         canSelectMatches: browserPanel.tree.flatModel.matchCount > 0
         onSelectMatchesRequested: browserPanel.selectMatches()
-        onLogRequested: logView.visible = !logView.visible
+        onLogRequested: session.window.toggleLog()
     }
     Binding {
         target: session.edit
@@ -198,11 +270,45 @@ ApplicationWindow {
     }
     HelpDialog {
         id: helpDialog
+
+        objectName: "help_dialog"
+    }
+    EditorDialog {
+        id: revertDialog
+
+        objectName: "revert_dialog"
+        implicitWidth: 420
+        title: qsTr("Revert to the saved file?")
+        defaultButton: Dialog.Cancel
+        standardButtons: Dialog.Reset | Dialog.Cancel
+        onAboutToShow: standardButton(Dialog.Reset).text = qsTr("Revert")
+        onReset: {
+            close();
+            session.files.reload();
+        }
+
+        Label {
+            width: revertDialog.availableWidth
+            text: qsTr("All changes since the last save are lost, and cannot be undone.")
+            textFormat: Text.PlainText
+            wrapMode: Text.Wrap
+        }
+    }
+    BatchRenameDialog {
+        id: batchRenameDialog
+
+        objectName: "batch_rename_dialog"
+    }
+    SelectionSetsDialog {
+        id: selectionSetsDialog
+
+        objectName: "selection_sets_dialog"
     }
     ColumnChooser {
         id: columnChooser
 
         objectName: "column_chooser"
+        style: panelStyle
         browser: session.browser
     }
 }

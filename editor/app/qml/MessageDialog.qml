@@ -14,7 +14,7 @@ EditorDialog {
         open();
     }
 
-    width: 460
+    implicitWidth: 460
     standardButtons: Dialog.Ok
 
     Label {

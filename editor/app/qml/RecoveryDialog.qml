@@ -5,16 +5,15 @@ import QtQuick.Controls 2.15
 EditorDialog {
     id: dialog
 
-    width: 460
+    implicitWidth: 460
     title: qsTr("Recover unsaved work?")
     // The scene of the command line comes first.
     visible: session.recovery.offering && !session.loader.loading
-    focus: true
+    defaultButton: Dialog.Ok
     standardButtons: Dialog.Ok | Dialog.Discard | Dialog.Cancel
 
     onAccepted: session.recovery.recover()
     onDiscarded: session.recovery.discard()
-    onOpened: Qt.callLater(() => standardButton(Dialog.Ok).forceActiveFocus(Qt.TabFocusReason))
     onRejected: session.recovery.decideLater()
     onAboutToShow: {
         standardButton(Dialog.Ok).text = qsTr("Recover");

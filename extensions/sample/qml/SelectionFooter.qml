@@ -1,14 +1,16 @@
 import QtQuick 2.15
 
-// What is selected. `context` counts the selected objects.
+// How many of the selected objects are of each type. `context` counts them. The editor says already
+// how many they are.
 TypeBar {
     id: footer
 
     readonly property int total: context ? context.total : 0
 
     objectName: "selection_footer"
-    text: total === 0 ? qsTr("Nothing selected")
-                      : qsTr("%1 selected").arg(total.toLocaleString(Qt.locale(), "f", 0))
+    visible: total > 0
+    implicitHeight: visible ? 26 : 0
+    text: qsTr("Selected types")
 
     Rectangle {
         anchors { left: parent.left; right: parent.right; top: parent.top }

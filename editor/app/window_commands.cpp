@@ -1,0 +1,36 @@
+#include "window_commands.h"
+
+#include <QSettings>
+
+namespace editor {
+
+static const auto revealKey = QStringLiteral("window/alwaysReveal");
+static const auto logKey = QStringLiteral("window/logShown");
+
+WindowCommands::WindowCommands(QObject* parent)
+    : QObject(parent)
+    , m_alwaysReveal(QSettings().value(revealKey, true).toBool())
+    , m_logShown(QSettings().value(logKey, true).toBool())
+{}
+
+void WindowCommands::toggleAlwaysReveal()
+{
+    m_alwaysReveal = !m_alwaysReveal;
+    remember();
+}
+
+void WindowCommands::toggleLog()
+{
+    m_logShown = !m_logShown;
+    remember();
+}
+
+void WindowCommands::remember()
+{
+    QSettings settings;
+    settings.setValue(revealKey, m_alwaysReveal);
+    settings.setValue(logKey, m_logShown);
+    Q_EMIT stateChanged();
+}
+
+} // namespace editor
