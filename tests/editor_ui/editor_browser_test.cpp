@@ -105,6 +105,7 @@ TEST_F(EditorColumnsTest, toggleActsOnAllSelectedRowsAsOneStep)
         EXPECT_EQ(visible(), QList<bool>({false, false, true})) << part;
         EXPECT_EQ(editor.selection(), QStringList({"Far", "Near"})) << part;
         EXPECT_EQ(editor.steps(), steps + 1) << part;
+        EXPECT_EQ(editor.session.undoStatus()->undoName().right(9), "2 objects") << part;
 
         editor.click(editor.centre(editor.item(part, editor.rowItem("Lamps"))));
         EXPECT_EQ(visible(), QList<bool>({false, false, false})) << "a row that is not selected";
@@ -169,6 +170,7 @@ TEST_F(EditorBrowserTest, renamedAndDraggedRowsKeepSelectionAndExpansionThroughU
     key(Qt::Key_Return);
     EXPECT_EQ(selectedRows(), QStringList({"Closest"}));
     EXPECT_EQ(rows(), QStringList({"Stage", "Lamps", "Closest", "Far"}));
+    EXPECT_EQ(session.undoStatus()->undoName(), "Rename Near");
     undo();
     EXPECT_EQ(selectedRows(), QStringList({"Near"}));
     EXPECT_FALSE(session.document()->isModified());
@@ -176,6 +178,7 @@ TEST_F(EditorBrowserTest, renamedAndDraggedRowsKeepSelectionAndExpansionThroughU
     openRow("Lamps");
     click(rowPoint("Far"), Qt::ControlModifier);
     drag(rowPoint("Near"), rowPoint("Lamps"));
+    EXPECT_EQ(session.undoStatus()->undoName(), "Move 2 objects");
     for (const char* parent : {"Lamps", "Stage"}) {
         EXPECT_EQ(object("Near")->parent(), object(parent).get());
         EXPECT_EQ(object("Far")->parent(), object(parent).get());

@@ -188,7 +188,11 @@ TEST_F(EditorFilesTest, programWritesAPictureOrSaysWhyNot)
     } const rows[] = {
         {{"--screenshot", path("street.png")}, 0, ""},
         {{"--screenshot", path("none.png"), path("missing.glb")}, 1, "missing.glb"},
-        {{"--theme", "pink"}, 1, "dark or light"},
+        {{"--theme", "pink"}, 1, "scene_editor: --theme takes dark or light"},
+        {{"--version"}, 0, ""},
+        {{"--verbose"}, 1, "scene_editor: "},
+        {{"one.glb", "two.glb"}, 1, "scene_editor: one scene opens at a time"},
+        {{"--screenshot", path("no/such/street.png")}, 1, "there is no folder"},
     };
     for (const auto& [arguments, exitCode, error] : rows) {
         QProcess program;

@@ -1,5 +1,6 @@
 // Two running editors on one display, driven by keys that the display itself sends.
 
+#include "display_input.h"
 #include "row_of_boxes.h"
 
 #include <editor/files/scene_writer.h>
@@ -19,16 +20,6 @@ namespace test {
 namespace {
 
 constexpr int patience = 60000;
-
-// Runs a program to its end while this one keeps answering for its clipboard.
-QString outputOf(const QString& program, const QStringList& arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    process.closeWriteChannel();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, patience));
-    return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
-}
 
 std::string contents(const QString& path)
 {

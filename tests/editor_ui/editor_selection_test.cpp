@@ -68,6 +68,11 @@ TEST_F(EditorSelectionTest, commandsSelectAcrossTheWholeTree)
     EXPECT_EQ(selectedRows(), QStringList({"Left", "Right"}));
     key(Qt::Key_I, Qt::ControlModifier);
     EXPECT_EQ(selection(), QStringList({"Stage", "Lamps", "Near", "Far"}));
+    key(Qt::Key_T, Qt::ControlModifier);
+    EXPECT_EQ(selection().size(), 4) << "the scene, a group and the meshes";
+    select({"Left", "Right"});
+    key(Qt::Key_P, Qt::ControlModifier);
+    EXPECT_EQ(selection(), QStringList({"Lamps"}));
 }
 
 TEST_F(EditorSelectionTest, undoBringsBackSelectionsAndObjectsOnBothSides)

@@ -6,6 +6,16 @@
 
 #include <gtest/gtest.h>
 
+namespace {
+
+/// The window of one test is not how the one before left it.
+class FreshSettings : public ::testing::EmptyTestEventListener
+{
+    void OnTestStart(const ::testing::TestInfo&) override { QSettings().clear(); }
+};
+
+} // namespace
+
 int main(int argc, char** argv)
 {
     ::testing::InitGoogleTest(&argc, argv);
@@ -17,5 +27,6 @@ int main(int argc, char** argv)
     QApplication::setOrganizationName("Tests");
     QApplication::setApplicationName("Editor");
     editor::prepareWindows();
+    ::testing::UnitTest::GetInstance()->listeners().Append(new FreshSettings);
     return RUN_ALL_TESTS();
 }

@@ -1,0 +1,39 @@
+#include "display_input.h"
+
+#include <QProcess>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace test {
+
+namespace {
+
+constexpr int patience = 60000;
+
+} // namespace
+
+QString outputOf(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    process.closeWriteChannel();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, patience));
+    return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+}
+
+void DisplayInput::press(const QStringList& keys) const
+{
+    outputOf("xdotool", QStringList{"key", "--delay", "20"} + keys);
+    QTest::qWait(50);
+}
+
+void DisplayInput::click(const QPoint& point, int button) const
+{
+    const QPoint place = m_window->mapToGlobal(point);
+    outputOf("xdotool", {"mousemove", "--sync", QString::number(place.x()),
+                         QString::number(place.y()), "click", QString::number(button)});
+    QTest::qWait(50);
+}
+
+} // namespace test

@@ -1,0 +1,142 @@
+// What comes back when the editor starts again, and which files it knows.
+
+#include "display_input.h"
+#include "editor_test.h"
+
+#include <editor/app/open_file_mark.h>
+
+#include <QFile>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace test {
+
+namespace {
+
+struct View
+{
+    QSize window;
+    int tree;
+    bool log;
+    QVariant mode;
+    QString filter;
+
+    explicit View(EditorDriver& editor)
+        : window(editor.window->size())
+        , tree(int(editor.item("browser_panel")->width()))
+        , log(editor.shows("log_view"))
+        , mode(editor.session.browser()->selectableData()->property("currentIndex"))
+        , filter(editor.session.browser()->filterPredicate()->property("text").toString())
+    {}
+};
+
+} // namespace
+
+TEST(EditorSessionTest, windowComesBackAsItWasLeft)
+{
+    auto editor = std::make_unique<EditorDriver>();
+    const View before(*editor);
+    editor->window->resize(1100, 650);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return editor->window->width() == 1100; }));
+    const QPoint border(int(editor->item("browser_panel")->width()) + 1, 400);
+    editor->drag(border, border + QPoint(60, 0));
+    editor->key(Qt::Key_L, Qt::ControlModifier);
+    editor->session.browser()->selectableData()->setProperty("currentIndex", 1);
+    editor->key(Qt::Key_F, Qt::ControlModifier);
+    editor->type("near");
+    ASSERT_TRUE(editor->waitForRows({"Near"}));
+    const View left(*editor);
+    EXPECT_NE(left.tree, before.tree);
+    EXPECT_FALSE(left.log);
+
+    editor.reset();
+    editor = std::make_unique<EditorDriver>();
+    const View back(*editor);
+    EXPECT_EQ(back.window, left.window);
+    EXPECT_EQ(back.tree, left.tree);
+    EXPECT_EQ(back.log, left.log);
+    EXPECT_EQ(back.mode, left.mode);
+    EXPECT_EQ(back.filter, left.filter);
+    EXPECT_TRUE(editor->waitForRows({"Near"}));
+}
+
+class EditorRecentTest : public EditorTest
+{
+protected:
+    QString save(const char* name)
+    {
+        const QString path = directory.filePath(name);
+        session.document()->markSaved(path);
+        session.document()->rename(session.document()->root(), name);
+        session.files()->save();
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !session.document()->isModified(); }));
+        return path;
+    }
+
+    DisplayInput display{window};
+    QTemporaryDir directory;
+};
+
+TEST_F(EditorRecentTest, filesAreKnownRevertedAndClosed)
+{
+    const QString first = save("first.kyrscene");
+    const QString second = save("second.kyrscene");
+    EXPECT_EQ(session.recent()->paths(), QStringList({second, first}));
+    QFile::remove(first);
+    QSignalSpy failed(session.loader(), &editor::LoadController::failed);
+    session.files()->openFile(first);
+    ASSERT_TRUE(failed.wait());
+    EXPECT_EQ(session.recent()->paths(), QStringList({second}));
+    key(Qt::Key_Escape);
+
+    openRow("Lamps");
+    session.viewport()->lookFrom(80, 10);
+    session.files()->newScene();
+    QSignalSpy opened(session.loader(), &editor::LoadController::loaded);
+    session.files()->openFile(second);
+    ASSERT_TRUE(opened.wait());
+    EXPECT_TRUE(waitForRows({"second.kyrscene", "Lamps", "Left", "Right", "Near", "Far"}));
+    EXPECT_FLOAT_EQ(float(session.viewport()->yaw()), 80);
+
+    session.document()->rename(object("Near"), "Nearer");
+    session.actions()->refresh();
+    session.actions()->find("revert")->trigger();
+    QSignalSpy loaded(session.loader(), &editor::LoadController::loaded);
+    QObject* dialog = window->findChild<QObject*>("revert_dialog");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return dialog->property("opened").toBool(); }));
+    display.press({"shift+Tab", "Return"});
+    ASSERT_TRUE(loaded.count() > 0 || loaded.wait());
+    EXPECT_NE(object("Near"), nullptr);
+
+    session.document()->rename(object("Near"), "Nearer");
+    display.press({"ctrl+w"});
+    EXPECT_TRUE(session.files()->isConfirming());
+    session.files()->discardAndContinue();
+    EXPECT_EQ(session.document()->filePath(), QString());
+    EXPECT_EQ(session.document()->objectCount(), 0);
+    EXPECT_FALSE(session.document()->isModified());
+}
+
+TEST_F(EditorRecentTest, sampleOpensWithoutAFileAndASecondOpenIsTold)
+{
+    const QString path = save("sample.kyrscene");
+    editor::OpenFileMark other;
+    QSignalSpy told(&other, &editor::OpenFileMark::openElsewhere);
+    other.follow(path);
+    EXPECT_EQ(told.count(), 1);
+
+    session.loader()->setSampleFolder(directory.path());
+    QSignalSpy loaded(session.loader(), &editor::LoadController::loaded);
+    session.files()->openFile(path);
+    ASSERT_TRUE(loaded.wait());
+    EXPECT_EQ(session.document()->filePath(), QString());
+    EXPECT_NE(object("Near"), nullptr);
+    other.follow({});
+    other.follow(path);
+    EXPECT_EQ(told.count(), 1) << "nobody has the file open";
+}
+
+} // namespace test
