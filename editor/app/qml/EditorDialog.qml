@@ -18,8 +18,8 @@ Dialog {
 
     anchors.centerIn: Overlay.overlay
     // Never larger than the window.
-    width: Math.min(implicitWidth, parent ? parent.width - 40 : implicitWidth)
-    height: Math.min(implicitHeight, parent ? parent.height - 40 : implicitHeight)
+    width: Overlay.overlay ? Math.min(implicitWidth, Overlay.overlay.width - 40) : implicitWidth
+    height: Overlay.overlay ? Math.min(implicitHeight, Overlay.overlay.height - 40) : implicitHeight
     modal: true
     focus: true
     closePolicy: Popup.CloseOnEscape
