@@ -98,7 +98,8 @@ TEST_F(EditorRecentTest, filesAreKnownRevertedAndClosed)
     QSignalSpy opened(session.loader(), &editor::LoadController::loaded);
     session.files()->openFile(second);
     ASSERT_TRUE(opened.wait());
-    EXPECT_TRUE(waitForRows({"second.kyrscene", "Lamps", "Left", "Right", "Near", "Far"}));
+    EXPECT_TRUE(waitForRows({"second.kyrscene", "Lamps", "Left", "Right", "Near", "Far"}))
+        << rows().join(' ').toStdString();
     EXPECT_FLOAT_EQ(float(session.viewport()->yaw()), 80);
 
     session.document()->rename(object("Near"), "Nearer");

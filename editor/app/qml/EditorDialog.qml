@@ -16,6 +16,12 @@ Dialog {
             button.clicked();
     }
 
+    function takeFocus() {
+        const first = focusItem || standardButton(defaultButton);
+        if (visible && first)
+            first.forceActiveFocus(Qt.TabFocusReason);
+    }
+
     anchors.centerIn: Overlay.overlay
     // Never larger than the window.
     width: Overlay.overlay ? Math.min(implicitWidth, Overlay.overlay.width - 40) : implicitWidth
@@ -31,13 +37,8 @@ Dialog {
         if (button)
             button.isDefault = true;
     }
-    onOpened: {
-        // The buttons are laid out with the next frame only, and can have no focus before.
-        footer.contentItem.forceLayout();
-        const first = focusItem || standardButton(defaultButton);
-        if (first)
-            first.forceActiveFocus(Qt.PopupFocusReason);
-    }
+    // The buttons are laid out by then, and can have no focus before.
+    onOpened: Qt.callLater(takeFocus)
 
     header: Label {
         text: dialog.title

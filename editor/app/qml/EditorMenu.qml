@@ -18,6 +18,8 @@ Menu {
 
         readonly property string shortcutText: action && action.command ? action.command.shortcutText : ""
 
+        // Up and Down go through a menu, Tab does not lead out of it.
+        focusPolicy: Qt.NoFocus
         implicitHeight: visible ? 26 : 0
         rightPadding: 12 + (shortcutText ? shortcut.implicitWidth + 24 : 0)
         font.pixelSize: 12

@@ -21,12 +21,6 @@ ApplicationWindow {
     palette: theme.palette
     font.pixelSize: 12
 
-    Component.onCompleted: {
-        if (panes.columns)
-            columnsSplit.restoreState(panes.columns);
-        if (panes.rows)
-            rowsSplit.restoreState(panes.rows);
-    }
     onClosing: {
         close.accepted = window.closing;
         if (!window.closing) {
@@ -97,12 +91,13 @@ ApplicationWindow {
         function onMenuBarRequested() { menuBar.openFirst(); }
     }
 
-    // Where the user moved the borders of the panes.
+    // Sizes that the user gave the panes; 0 for those that were left alone.
     Settings {
         id: panes
 
-        property var columns
-        property var rows
+        property int tree: 0
+        property int inspector: 0
+        property int log: 0
 
         category: "panes"
     }
@@ -132,13 +127,13 @@ ApplicationWindow {
     menuBar: EditorMenuBar {}
 
     SplitView {
-        id: columnsSplit
-
         anchors.fill: parent
         orientation: Qt.Horizontal
         onResizingChanged: {
-            if (!resizing)
-                panes.columns = saveState();
+            if (!resizing) {
+                panes.tree = browserPanel.width;
+                panes.inspector = inspector.width;
+            }
         }
         handle: splitHandle
 
@@ -154,16 +149,14 @@ ApplicationWindow {
             onEditEnds: session.endStep()
             onMenuAboutToShow: session.showMenuAt(place)
             // Grows with its columns, until the user moves its border.
-            SplitView.preferredWidth: Math.min(implicitWidth, window.width * 0.45)
+            SplitView.preferredWidth: panes.tree || Math.min(implicitWidth, window.width * 0.45)
             SplitView.minimumWidth: 220
         }
         SplitView {
-            id: rowsSplit
-
             orientation: Qt.Vertical
             onResizingChanged: {
                 if (!resizing)
-                    panes.rows = saveState();
+                    panes.log = logView.height;
             }
             handle: splitHandle
             SplitView.fillWidth: true
@@ -181,7 +174,7 @@ ApplicationWindow {
 
                 EditorButton {
                     objectName: "end_isolation"
-                    anchors { horizontalCenter: parent.horizontalCenter; top: parent.top; topMargin: 10 }
+                    anchors { horizontalCenter: parent.horizontalCenter; bottom: parent.bottom; bottomMargin: 44 }
                     visible: session.view.isolated
                     text: qsTr("Isolated  –  show all")
                     focusPolicy: Qt.NoFocus
@@ -203,7 +196,7 @@ ApplicationWindow {
                 objectName: "log_view"
                 visible: session.window.logShown
                 onCloseRequested: session.window.toggleLog()
-                SplitView.preferredHeight: 120
+                SplitView.preferredHeight: panes.log || 120
                 SplitView.minimumHeight: 60
             }
         }
@@ -212,7 +205,7 @@ ApplicationWindow {
 
             objectName: "inspector"
             style: panelStyle
-            SplitView.preferredWidth: 300
+            SplitView.preferredWidth: panes.inspector || 300
             SplitView.minimumWidth: 250
         }
     }
