@@ -24,15 +24,16 @@ QString keyOf(const QString& path)
     return QLatin1String(QCryptographicHash::hash(path.toUtf8(), QCryptographicHash::Sha1).toHex());
 }
 
-/// Calls `visit` with every object of the scene, parents first, until it returns false.
+/// Calls `visit` with every object of the scene and its number, until it returns false. A file
+/// numbers its objects the same way each time; identifiers not every format has.
 template <typename Visit>
 void forEachObject(SceneObject& root, const Visit& visit)
 {
     std::vector<SceneObject*> waiting{&root};
-    while (!waiting.empty()) {
+    for (quint32 number = 0; !waiting.empty(); ++number) {
         SceneObject* object = waiting.back();
         waiting.pop_back();
-        if (!visit(*object))
+        if (!visit(*object, number))
             return;
         for (const SceneObjectPtr& child : object->children())
             waiting.push_back(child.get());
@@ -41,13 +42,13 @@ void forEachObject(SceneObject& root, const Visit& visit)
 
 QVariantList openRows(SceneObject& root)
 {
-    QVariantList ids;
-    forEachObject(root, [&ids](const SceneObject& object) {
+    QVariantList numbers;
+    forEachObject(root, [&numbers](const SceneObject& object, quint32 number) {
         if (object.isExpanded() && !object.children().empty())
-            ids.append(object.id());
-        return ids.size() < SceneMemory::mostOpenRows;
+            numbers.append(number);
+        return numbers.size() < SceneMemory::mostOpenRows;
     });
-    return ids;
+    return numbers;
 }
 
 void dropOldest(QSettings& settings)
@@ -96,10 +97,10 @@ void SceneMemory::restoreRows(SceneObject& root, const QString& path)
     if (!stored.isValid())
         return;
     std::unordered_set<quint32> open;
-    for (const QVariant& id : stored.toList())
-        open.insert(id.toUInt());
-    forEachObject(root, [&open](SceneObject& object) {
-        object.setExpanded(open.count(object.id()) != 0);
+    for (const QVariant& number : stored.toList())
+        open.insert(number.toUInt());
+    forEachObject(root, [&open](SceneObject& object, quint32 number) {
+        object.setExpanded(open.count(number) != 0);
         return true;
     });
 }

@@ -56,7 +56,6 @@ TEST_F(EditorKeyboardTest, popupsOwnTheKeysUntilEscape)
         {"help_dialog", [this] { display.press({"F1"}); }},
         {"column_chooser", [this] { click(centre(item("choose_columns"))); }},
         {"file_menu", [this] { display.press({"F10"}); }},
-        {"edit_menu", [this] { display.press({"alt+e"}); }},
     };
     for (const auto& [name, open] : popups) {
         open();
