@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QMenu>
+#include <QScreen>
 
 namespace test {
 
@@ -144,7 +145,9 @@ TEST_F(EditorSelectionTest, menuKeyOpensAtTheCurrentRow)
         return menu != nullptr;
     }));
     QQuickItem* row = rowItem("Near");
-    EXPECT_EQ(menu->pos().y(), int(row->mapToGlobal({0, row->height()}).y()));
+    const int below = int(row->mapToGlobal({0, row->height()}).y());
+    const int lowest = window->screen()->geometry().bottom() + 1 - menu->height();
+    EXPECT_EQ(menu->pos().y(), std::min(below, lowest)) << "as far as it fits on the screen";
     menu->close();
     moveTo({600, 300});
     click(rowPoint("Far"), {}, Qt::RightButton);

@@ -213,7 +213,7 @@ bool EditorDriver::chooseInMenu(const QString& text)
     if (!QTest::qWaitFor([&] { return menu() != nullptr; }))
         return false;
     for (QAction* action : menu()->actions()) {
-        if (action->text() == text) {
+        if (action->text().remove(QLatin1Char('&')) == text) {
             QTest::mouseClick(menu(), Qt::LeftButton, {}, menu()->actionGeometry(action).center());
             return true;
         }
