@@ -11,7 +11,12 @@ namespace {
 /// The window of one test is not how the one before left it.
 class FreshSettings : public ::testing::EmptyTestEventListener
 {
-    void OnTestStart(const ::testing::TestInfo&) override { QSettings().clear(); }
+    void OnTestStart(const ::testing::TestInfo&) override
+    {
+        QSettings settings;
+        for (const char* group : {"window", "panes", "scenes", "files"})
+            settings.remove(group);
+    }
 };
 
 } // namespace
