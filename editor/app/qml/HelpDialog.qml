@@ -45,7 +45,7 @@ EditorDialog {
         return lines;
     }
 
-    implicitWidth: 480
+    implicitWidth: 680
     implicitHeight: 620
     title: qsTr("Mouse and Keys")
     standardButtons: Dialog.Close
