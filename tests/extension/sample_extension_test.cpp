@@ -184,12 +184,12 @@ TEST_F(SampleExtensionTest, panelsCountTheSceneAndTheSelection)
     const auto header = show(browser.headerPanel());
     const auto footer = show(browser.footerPanel());
     EXPECT_EQ(shown(*header), "5 objects, 2");
-    EXPECT_EQ(shown(*footer), "Nothing selected, 0");
+    EXPECT_EQ(shown(*footer), "Selected types, 0");
     browser.selectAll();
-    EXPECT_EQ(shown(*footer), "6 selected, 2");
+    EXPECT_EQ(shown(*footer), "Selected types, 2");
     browser.selectionModel()->select(row("Left"), QItemSelectionModel::Deselect);
     document.remove({object("Eye")});
-    EXPECT_EQ(shown(*footer), "4 selected, 1");
+    EXPECT_EQ(shown(*footer), "Selected types, 1");
     EXPECT_EQ(shown(*header), "4 objects, 2");
     document.undoStack().undo();
     document.remove({object("Lamps")});
@@ -200,7 +200,7 @@ TEST_F(SampleExtensionTest, panelsCountTheSceneAndTheSelection)
     EXPECT_EQ(shown(*header), "6 objects, 2");
     document.open(test::sceneFrom(sample), {});
     EXPECT_EQ(shown(*header), "5 objects, 2");
-    EXPECT_EQ(shown(*footer), "Nothing selected, 0");
+    EXPECT_EQ(shown(*footer), "Selected types, 0");
 }
 
 } // namespace

@@ -99,6 +99,7 @@ TEST_F(PanelBrowserTest, TheChooserChecksFindsAndRemovesColumns)
     chooser->setProperty("browser", QVariant::fromValue<QObject*>(browser.get()));
     const vex::Connection opening = browser->connectShowColumnsDialog(
         [&] { QMetaObject::invokeMethod(chooser.get(), "open"); });
+    window.panel()->window()->resize(720, 560);
     window.settle();
     window.click(window.middle("choose_columns"));
     auto* content = chooser->property("contentItem").value<QQuickItem*>();
@@ -110,8 +111,11 @@ TEST_F(PanelBrowserTest, TheChooserChecksFindsAndRemovesColumns)
                     : QPoint(-1, -1);
     };
     const auto chosenTitles = [&] { return test::names(chosen.selection()); };
-    ASSERT_TRUE(QTest::qWaitFor([&] { return chooser->property("opened").toBool(); }));
-    window.settle();
+    QPoint place;
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        const QPoint before = std::exchange(place, middle({"column_LightSize"}));
+        return chooser->property("opened").toBool() && place == before && place.x() > 0;
+    })) << "its rows stand still";
     window.click(middle({"column_LightSize"}));
     window.click(middle({"column_ObjectType"}));
     window.click(middle({"column_Light"}));
