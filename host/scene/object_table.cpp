@@ -12,10 +12,10 @@ std::uint32_t hashOf(const kyr::PersistentObject& object)
 
 ObjectTable::ObjectTable(std::size_t size)
 {
-    std::size_t slots = 8;
-    while (slots < 2 * size)
-        slots *= 2;
-    m_slots.resize(slots);
+    std::size_t capacity = 8;
+    while (capacity < 2 * size)
+        capacity *= 2;
+    m_slots.resize(capacity);
 }
 
 ObjectTable ObjectTable::of(const Objects& list)
