@@ -1,7 +1,8 @@
 #include "library_count.h"
-#include "mutation.h"
 
 #include <editor/files/scene_import.h>
+
+#include <support/mutation.h>
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

@@ -28,112 +28,79 @@ struct SceneDocumentTest : testing::Test
 {
     SceneDocumentTest() { document.open(sceneFrom(sample), QStringLiteral("sample.kyrscene")); }
 
-    QStringList stepNames()
-    {
-        QStringList names;
-        for (int i = 0; i < document.undoStack().count(); ++i)
-            names << document.undoStack().text(i);
-        return names;
-    }
-
     SceneDocument document;
 };
 
-struct Operation
+TEST_F(SceneDocumentTest, anOperationIsOneStepThatUndoTakesBackWhole)
 {
-    const char* stepName;
-    std::function<bool(SceneDocument&)> run;
-    const char* shape;
-};
+    using Document = SceneDocument;
+    const struct
+    {
+        const char* stepName;
+        std::function<bool(Document&)> run;
+        const char* shape;
+    } rows[] = {
+        {"Rename D", [](Document& d) { return d.rename(at(d, "D"), " E "); },
+         "A(A1 A2(L) A3) B(C) E"},
+        {"Delete 2 objects",
+         [](Document& d) { return d.remove(objectsAt(d, "A/A3", "A/A2/L", "A/A2")); },
+         "A(A1) B(C) D"},
+        {"Delete 3 objects",
+         [](Document& d) {
+             SceneObjects all = allObjects(d);
+             all.push_back(d.root());
+             return d.remove(all);
+         },
+         ""},
+        {"Duplicate 3 objects",
+         [](Document& d) { return d.duplicate(objectsAt(d, "D", "A/A2", "A/A1")).size() == 3; },
+         "A(A1 A2(L) A1 2 A2 2(L) A3) B(C) D D 2"},
+        {"Move 2 objects",
+         [](Document& d) { return d.reparent(objectsAt(d, "D", "A/A1"), *at(d, "B"), 0); },
+         "A(A2(L) A3) B(A1 D C)"},
+        {"Move 2 objects",
+         [](Document& d) { return d.reparent(objectsAt(d, "A/A1", "A/A3"), *at(d, "A"), 1); },
+         "A(A1 A3 A2(L)) B(C) D"},
+        {"Move A", [](Document& d) { return d.reparent(objectsAt(d, "A"), *d.root()); },
+         "B(C) D A(A1 A2(L) A3)"},
+        {"Group 2 objects",
+         [](Document& d) { return d.group(objectsAt(d, "B/C", "A/A2", "A/A2/L"), "A") != nullptr; },
+         "A 2(A2(L) C) A(A1 A3) B D"},
+        {"Ungroup 2 objects",
+         [](Document& d) { return d.ungroup(objectsAt(d, "A", "B", "D")).size() == 4; },
+         "A1 A2(L) A3 C D"},
+        {"Save Set S",
+         [](Document& d) {
+             d.setSelectionSets({{"S", {1, 2}}}, "Save Set S");
+             return d.selectionSets().size() == 1;
+         },
+         "A(A1 A2(L) A3) B(C) D"},
+        {"Add N",
+         [](Document& d) {
+             return d.insert(SceneObject::create(ObjectKind::Mesh, "N"), *at(d, "B"), 0);
+         },
+         "A(A1 A2(L) A3) B(N C) D"},
+    };
+    for (const auto& [stepName, run, shape] : rows) {
+        SCOPED_TRACE(stepName);
+        document.open(sceneFrom(sample), {});
+        const std::string before = contentOf(*document.root());
+        ASSERT_TRUE(run(document));
+        EXPECT_EQ(shapeOf(*document.root()), shape);
+        ASSERT_EQ(document.undoStack().count(), 1);
+        EXPECT_EQ(document.undoStack().text(0), QLatin1String(stepName));
+        EXPECT_TRUE(document.isModified());
 
-void PrintTo(const Operation& operation, std::ostream* stream)
-{
-    *stream << operation.stepName;
+        const std::string after = contentOf(*document.root());
+        document.undoStack().undo();
+        EXPECT_EQ(contentOf(*document.root()), before);
+        EXPECT_FALSE(document.isModified());
+        for (const SceneObjectPtr& object : allObjects(document))
+            EXPECT_FALSE(object->isModified()) << object->name();
+        document.undoStack().redo();
+        EXPECT_EQ(contentOf(*document.root()), after);
+    }
 }
-
-struct OperationTest : SceneDocumentTest, testing::WithParamInterface<Operation>
-{};
-
-TEST_P(OperationTest, isOneStepThatUndoTakesBackWhole)
-{
-    const std::string before = contentOf(*document.root());
-    ASSERT_TRUE(GetParam().run(document));
-    EXPECT_EQ(shapeOf(*document.root()), GetParam().shape);
-    EXPECT_EQ(stepNames(), QStringList{GetParam().stepName});
-    EXPECT_TRUE(document.isModified());
-
-    const std::string after = contentOf(*document.root());
-    document.undoStack().undo();
-    EXPECT_EQ(contentOf(*document.root()), before);
-    EXPECT_FALSE(document.isModified());
-    for (const SceneObjectPtr& object : allObjects(document))
-        EXPECT_FALSE(object->isModified()) << object->name();
-    document.undoStack().redo();
-    EXPECT_EQ(contentOf(*document.root()), after);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Operations, OperationTest,
-    testing::Values(
-        Operation{"Rename D", [](auto& d) { return d.rename(at(d, "D"), " E "); },
-                  "group A\n  mesh A1\n  group A2\n    light L\n  mesh A3\ngroup B\n  camera C\n"
-                  "mesh E"},
-        Operation{"Delete 2 objects",
-                  [](auto& d) {
-                      return d.remove(at(d, {"A/A3", "A/A2/L", "A/A2"}));
-                  },
-                  "group A\n  mesh A1\ngroup B\n  camera C\nmesh D"},
-        Operation{"Delete 3 objects",
-                  [](auto& d) {
-                      SceneObjects all = allObjects(d);
-                      all.push_back(d.root());
-                      return d.remove(all);
-                  },
-                  ""},
-        Operation{"Duplicate 3 objects",
-                  [](auto& d) {
-                      return d.duplicate(at(d, {"D", "A/A2", "A/A1"})).size() == 3;
-                  },
-                  "group A\n  mesh A1\n  group A2\n    light L\n  mesh A1 2\n  group A2 2\n"
-                  "    light L\n  mesh A3\ngroup B\n  camera C\nmesh D\nmesh D 2"},
-        Operation{"Move 2 objects",
-                  [](auto& d) {
-                      return d.reparent(at(d, {"D", "A/A1"}), *at(d, "B"), 0);
-                  },
-                  "group A\n  group A2\n    light L\n  mesh A3\ngroup B\n  mesh A1\n  mesh D\n"
-                  "  camera C"},
-        Operation{"Move 2 objects",
-                  [](auto& d) {
-                      return d.reparent(at(d, {"A/A1", "A/A3"}), *at(d, "A"), 1);
-                  },
-                  "group A\n  mesh A1\n  mesh A3\n  group A2\n    light L\ngroup B\n  camera C\n"
-                  "mesh D"},
-        Operation{"Move A", [](auto& d) { return d.reparent(at(d, {"A"}), *d.root()); },
-                  "group B\n  camera C\nmesh D\ngroup A\n  mesh A1\n  group A2\n    light L\n"
-                  "  mesh A3"},
-        Operation{"Group 2 objects",
-                  [](auto& d) {
-                      return d.group(at(d, {"B/C", "A/A2", "A/A2/L"}), "A") != nullptr;
-                  },
-                  "group A 2\n  group A2\n    light L\n  camera C\ngroup A\n  mesh A1\n  mesh A3\n"
-                  "group B\nmesh D"},
-        Operation{"Ungroup 2 objects",
-                  [](auto& d) {
-                      return d.ungroup(at(d, {"A", "B", "D"})).size() == 4;
-                  },
-                  "mesh A1\ngroup A2\n  light L\nmesh A3\ncamera C\nmesh D"},
-        Operation{"Save Set S",
-                  [](auto& d) {
-                      d.setSelectionSets({{"S", {1, 2}}}, "Save Set S");
-                      return d.selectionSets().size() == 1;
-                  },
-                  sample},
-        Operation{"Add N",
-                  [](auto& d) {
-                      return d.insert(SceneObject::create(ObjectKind::Mesh, "N"), *at(d, "B"), 0);
-                  },
-                  "group A\n  mesh A1\n  group A2\n    light L\n  mesh A3\ngroup B\n  mesh N\n"
-                  "  camera C\nmesh D"}));
 
 TEST(RenameRuleTest, makesNamesFromPatterns)
 {
@@ -159,16 +126,17 @@ TEST_F(SceneDocumentTest, refusesWhatChangesNothing)
     EXPECT_FALSE(document.rename(at(document, "D"), QStringLiteral("D")));
     EXPECT_FALSE(document.rename(at(document, "D"), QStringLiteral("  ")));
     EXPECT_FALSE(document.remove({document.root()}));
-    EXPECT_FALSE(document.reparent(at(document, {"A"}), *at(document, "A/A2")));
-    EXPECT_FALSE(document.reparent(at(document, {"A"}), *at(document, "A")));
-    EXPECT_FALSE(document.reparent(at(document, {"A"}), *document.root(), 4));
+    EXPECT_FALSE(document.reparent(objectsAt(document, "A"), *at(document, "A/A2")));
+    EXPECT_FALSE(document.reparent(objectsAt(document, "A"), *at(document, "A")));
+    EXPECT_FALSE(document.reparent(objectsAt(document, "A"), *document.root(), 4));
     EXPECT_TRUE(document.duplicate({document.root()}).empty());
-    EXPECT_EQ(document.setProperty(at(document, {"D"}), "visible", lumo::Variant(true)), 0);
-    EXPECT_EQ(document.setProperty(at(document, {"D"}), "light.range", lumo::Variant(1.0f)), 0);
+    EXPECT_EQ(document.setProperty(objectsAt(document, "D"), "visible", lumo::Variant(true)), 0);
+    EXPECT_EQ(document.setProperty(objectsAt(document, "D"), "light.range", lumo::Variant(1.0f)),
+              0);
     const SceneObjectPtr stranger = SceneObject::create(ObjectKind::Mesh, "S");
     EXPECT_FALSE(document.remove({stranger}));
     EXPECT_FALSE(document.rename(stranger, QStringLiteral("T")));
-    EXPECT_TRUE(document.reparent(at(document, {"A/A1"}), *at(document, "A"), 0));
+    EXPECT_TRUE(document.reparent(objectsAt(document, "A/A1"), *at(document, "A"), 0));
     EXPECT_EQ(document.undoStack().count(), 0);
     EXPECT_FALSE(document.isModified());
 }
@@ -178,7 +146,7 @@ TEST_F(SceneDocumentTest, whatIsLockedStaysAsItIsAndSaysSoOnce)
     QStringList reasons;
     QObject::connect(&document, &SceneDocument::refused,
                      [&reasons](const QString& reason) { reasons << reason; });
-    document.setProperty(at(document, {"A/A2", "D"}), "locked", lumo::Variant(true));
+    document.setProperty(objectsAt(document, "A/A2", "D"), "locked", lumo::Variant(true));
     const std::string before = contentOf(*document.root());
     const SceneObjectPtr light = at(document, "A/A2/L");
     const kyr::ReflectedObject values = light->reflected();
@@ -192,14 +160,14 @@ TEST_F(SceneDocumentTest, whatIsLockedStaysAsItIsAndSaysSoOnce)
     QCoreApplication::processEvents();
     EXPECT_EQ(reasons, QStringList{QStringLiteral("“L” is locked with “A2”")});
     EXPECT_TRUE(document.duplicate({light}).empty());
-    EXPECT_FALSE(document.reparent(at(document, {"A/A1"}), *at(document, "A/A2")));
+    EXPECT_FALSE(document.reparent(objectsAt(document, "A/A1"), *at(document, "A/A2")));
     EXPECT_FALSE(document.insert(SceneObject::create(ObjectKind::Mesh, "N"), *light, 0));
-    EXPECT_FALSE(document.remove(at(document, {"A", "D"}))) << "A holds something locked";
+    EXPECT_FALSE(document.remove(objectsAt(document, "A", "D"))) << "A holds something locked";
     QCoreApplication::processEvents();
     EXPECT_EQ(reasons.last(), QStringLiteral("3 objects are locked"));
     EXPECT_EQ(contentOf(*document.root()), before);
 
-    EXPECT_TRUE(document.reparent(at(document, {"D", "A/A1"}), *at(document, "B")));
+    EXPECT_TRUE(document.reparent(objectsAt(document, "D", "A/A1"), *at(document, "B")));
     EXPECT_EQ(document.undoStack().undoText(), QStringLiteral("Move A1"));
     document.undoStack().undo();
     {
@@ -207,7 +175,8 @@ TEST_F(SceneDocumentTest, whatIsLockedStaysAsItIsAndSaysSoOnce)
         const kyr::ReflectedObject mesh = at(document, "A/A1")->reflected();
         EXPECT_TRUE(mesh.property("locked").set(lumo::Variant(true)));
         EXPECT_TRUE(mesh.property("visible").set(lumo::Variant(false))) << "locked by this step";
-        EXPECT_EQ(document.setProperty(at(document, {"D"}), "locked", lumo::Variant(false)), 1);
+        EXPECT_EQ(document.setProperty(objectsAt(document, "D"), "locked", lumo::Variant(false)),
+                  1);
         EXPECT_FALSE(document.rename(at(document, "D"), QStringLiteral("E")));
     }
     EXPECT_FALSE(document.rename(at(document, "A/A1"), QStringLiteral("E")));
@@ -287,7 +256,7 @@ TEST_F(SceneDocumentTest, marksWhatDiffersFromTheFile)
     EXPECT_TRUE(document.isModified());
 
     document.markSaved(document.filePath());
-    document.remove(at(document, {"A/A2"}));
+    document.remove(objectsAt(document, "A/A2"));
     EXPECT_THAT(modified(), ElementsAre("A"));
     document.markSaved(document.filePath());
     document.undoStack().undo();
@@ -304,8 +273,8 @@ TEST_F(SceneDocumentTest, tellsOfAStepAtItsEndAndOfWhatItInherits)
     });
     {
         const Zar::CommitChangesScope scope("Both", document.changesController().get());
-        document.setProperty(at(document, {"A/A2", "A/A3"}), "visible", lumo::Variant(false));
-        document.setProperty(at(document, {"A"}), "visible", lumo::Variant(false));
+        document.setProperty(objectsAt(document, "A/A2", "A/A3"), "visible", lumo::Variant(false));
+        document.setProperty(objectsAt(document, "A"), "visible", lumo::Variant(false));
         EXPECT_THAT(told, ElementsAre());
     }
     EXPECT_THAT(told, ElementsAre("A2 L A3 A A1 "));
@@ -315,8 +284,8 @@ TEST_F(SceneDocumentTest, tellsOfAStepAtItsEndAndOfWhatItInherits)
     EXPECT_EQ(told.size(), 2u);
     EXPECT_TRUE(at(document, "A/A2/L")->isEffectivelyVisible());
 
-    document.setProperty(at(document, {"B"}), "visible", lumo::Variant(false));
-    document.reparent(at(document, {"A/A1"}), *at(document, "B"));
+    document.setProperty(objectsAt(document, "B"), "visible", lumo::Variant(false));
+    document.reparent(objectsAt(document, "A/A1"), *at(document, "B"));
     EXPECT_FALSE(at(document, "B/A1")->isEffectivelyVisible());
     document.undoStack().undo();
     EXPECT_TRUE(at(document, "A/A1")->isEffectivelyVisible());
@@ -327,7 +296,7 @@ TEST_F(SceneDocumentTest, findsObjectsByIdOnlyWhileTheyAreInTheScene)
     const SceneObjectPtr light = at(document, "A/A2/L");
     const quint32 id = light->id();
     EXPECT_EQ(document.objectById(id), light.get());
-    document.remove(at(document, {"A"}));
+    document.remove(objectsAt(document, "A"));
     EXPECT_EQ(document.objectById(id), nullptr);
     EXPECT_FALSE(document.contains(light.get()));
     document.insert(SceneObject::create(ObjectKind::Mesh, "N"), *document.root(), 0);

@@ -103,15 +103,15 @@ TEST_F(SceneItemModelTest, rowButtonsHideAndLock)
 
 TEST_F(SceneItemModelTest, changesAreToldInRangesOfSiblings)
 {
-    document.setProperty(at(document, {"A"}), "visible", lumo::Variant(false));
+    document.setProperty(objectsAt(document, "A"), "visible", lumo::Variant(false));
     EXPECT_THAT(changes(), ElementsAre("A enabled rowButtonsModel modified object",
                                        "B-C enabled rowButtonsModel object"));
-    document.setProperty(at(document, {"A/B", "A/C"}), "transform.position",
+    document.setProperty(objectsAt(document, "A/B", "A/C"), "transform.position",
                          lumo::Variant(lumo::Vector3{1, 2, 3}));
     EXPECT_THAT(changes(), ElementsAre("B-C modified object"));
     model.setData(index("D"), QStringLiteral("E"), Qt::EditRole);
     EXPECT_THAT(changes(), ElementsAre("E display edit modified object"));
-    document.remove(at(document, {"A/B"}));
+    document.remove(objectsAt(document, "A/B"));
     EXPECT_THAT(changes(), ElementsAre("A count"));
 
     document.open(gridScene(10000, 10000), {});
@@ -187,15 +187,15 @@ TEST_F(SceneItemModelTest, draggedRowsMoveWithinTheirSceneOnly)
     EXPECT_FALSE(model.dropMimeData(data.get(), Qt::MoveAction, 0, 0, {}));
     const QPersistentModelIndex moved = index("D");
     EXPECT_TRUE(model.dropMimeData(data.get(), Qt::MoveAction, 0, 0, index("A")));
-    EXPECT_EQ(shapeOf(*document.root()), "group A\n  light C\n  mesh D\n  mesh B");
+    EXPECT_EQ(shapeOf(*document.root()), "A(C D B)");
     EXPECT_EQ(moved, index("A/D"));
     document.undoStack().undo();
-    EXPECT_EQ(shapeOf(*document.root()), "group A\n  mesh B\n  light C\nmesh D");
+    EXPECT_EQ(shapeOf(*document.root()), "A(B C) D");
     EXPECT_EQ(moved, index("D"));
     document.undoStack().redo();
 
     EXPECT_TRUE(model.moveRows(index("A"), 0, 2, model.index(0, 0), 0));
-    EXPECT_EQ(shapeOf(*document.root()), "light C\nmesh D\ngroup A\n  mesh B");
+    EXPECT_EQ(shapeOf(*document.root()), "C D A(B)");
     EXPECT_FALSE(model.moveRows(index("A"), 0, 2, model.index(0, 0), 0));
 
     SceneDocument other;

@@ -23,12 +23,11 @@ ObjectKind kindFrom(const std::string& id)
     return ObjectKind::Group;
 }
 
-void visit(const SceneObject& object, int depth,
-           const std::function<void(const SceneObject&, int)>& visitor)
+void appendBelow(const SceneObject& object, SceneObjects& objects)
 {
     for (const SceneObjectPtr& child : object.children()) {
-        visitor(*child, depth);
-        visit(*child, depth + 1, visitor);
+        objects.push_back(child);
+        appendBelow(*child, objects);
     }
 }
 
@@ -113,23 +112,20 @@ SceneObjectPtr deepScene(int depth)
 std::string shapeOf(const SceneObject& root)
 {
     std::string text;
-    visit(root, 0, [&text](const SceneObject& object, int depth) {
-        text += text.empty() ? "" : "\n";
-        text += std::string(static_cast<std::size_t>(depth) * 2, ' ');
-        text += kindId(object.kind()).data() + (" " + object.name());
-    });
+    for (const SceneObjectPtr& child : root.children()) {
+        text += (text.empty() ? "" : " ") + child->name();
+        text += child->children().empty() ? "" : "(" + shapeOf(*child) + ")";
+    }
     return text;
 }
 
 std::string contentOf(const SceneObject& root)
 {
-    std::string text;
-    visit(root, 0, [&text](const SceneObject& object, int depth) {
-        text += std::string(static_cast<std::size_t>(depth) * 2, ' ');
-        text += kindId(object.kind()).data();
-        appendValues(const_cast<SceneObject&>(object).reflected(), text);
-        text += '\n';
-    });
+    std::string text = shapeOf(root);
+    for (const SceneObjectPtr& object : allBelow(root)) {
+        text += std::string("\n") + kindId(object->kind()).data();
+        appendValues(object->reflected(), text);
+    }
     return text;
 }
 
@@ -139,21 +135,16 @@ SceneObjectPtr at(const SceneDocument& document, const std::string& path)
     return object ? object->shared_from_this() : nullptr;
 }
 
-SceneObjects at(const SceneDocument& document, std::initializer_list<std::string> paths)
+SceneObjects allBelow(const SceneObject& top)
 {
     SceneObjects objects;
-    for (const std::string& path : paths)
-        objects.push_back(at(document, path));
+    appendBelow(top, objects);
     return objects;
 }
 
 SceneObjects allObjects(const SceneDocument& document)
 {
-    SceneObjects objects;
-    visit(*document.root(), 0, [&objects](const SceneObject& object, int) {
-        objects.push_back(const_cast<SceneObject&>(object).shared_from_this());
-    });
-    return objects;
+    return allBelow(*document.root());
 }
 
 void editAtRandom(SceneDocument& document, std::mt19937& random)

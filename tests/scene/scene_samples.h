@@ -2,7 +2,6 @@
 
 #include <editor/document/scene_document.h>
 
-#include <functional>
 #include <random>
 #include <string>
 
@@ -20,7 +19,7 @@ editor::SceneObjectPtr gridScene(int objectCount, int perGroup);
 /// Groups below each other.
 editor::SceneObjectPtr deepScene(int depth);
 
-/// The same kind of text again.
+/// The names on one line: "A(B C)".
 std::string shapeOf(const editor::SceneObject& root);
 
 /// All there is to know of a scene: shape, identifiers, and the text of every property.
@@ -28,10 +27,14 @@ std::string contentOf(const editor::SceneObject& root);
 
 /// The object at a path such as "A/B".
 editor::SceneObjectPtr at(const editor::SceneDocument& document, const std::string& path);
-editor::SceneObjects at(const editor::SceneDocument& document,
-                        std::initializer_list<std::string> paths);
+template <typename... Paths>
+editor::SceneObjects objectsAt(const editor::SceneDocument& document, Paths... paths)
+{
+    return {at(document, paths)...};
+}
 
-/// All objects below the root, from the top.
+/// All objects below another, from the top.
+editor::SceneObjects allBelow(const editor::SceneObject& top);
 editor::SceneObjects allObjects(const editor::SceneDocument& document);
 
 /// One random operation of a document; what it does depends on the generator alone.
