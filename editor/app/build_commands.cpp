@@ -1,10 +1,11 @@
 #include "build_commands.h"
 
 #include "clipboard_text.h"
+#include "long_task.h"
+#include "object_jobs.h"
 
 #include <editor/document/scene_building.h>
 #include <editor/document/scene_commands.h>
-#include <editor/files/object_text.h>
 #include <editor/viewport/viewport_controller.h>
 
 namespace editor {
@@ -29,8 +30,8 @@ QMatrix4x4 placeInView(const OrbitCamera& camera, ObjectKind kind)
 } // namespace
 
 BuildCommands::BuildCommands(SceneDocument& document, IAssetSelection& selection,
-                             const ViewportController& view, QObject* parent)
-    : QObject(parent), m_document(document), m_selection(selection), m_view(view)
+                             const ViewportController& view, LongTask& task, QObject* parent)
+    : QObject(parent), m_document(document), m_selection(selection), m_view(view), m_task(task)
 {
     connect(&m_document, &SceneDocument::selectionSetsChanged, this,
             &BuildCommands::selectionSetsChanged);
@@ -53,24 +54,34 @@ void BuildCommands::ungroup()
         Q_EMIT reported(tr("No group is selected"));
 }
 
-bool BuildCommands::copyObjects()
+void BuildCommands::copyObjects()
 {
-    const SceneObjects objects = m_document.topmost(selectedObjects(m_document, m_selection));
-    if (objects.empty())
-        return false;
-    const ObjectText text = textOfObjects(objects);
-    const bool isCopied = text.error.isEmpty() && putClipboardText(text.text);
-    Q_EMIT reported(isCopied ? tr("%1 copied").arg(countText(objects.size()))
-                    : text.error.isEmpty()
-                        ? tr("Nothing was copied; another program holds the clipboard")
-                        : tr("Nothing was copied: %1").arg(text.error));
-    return isCopied;
+    startCopy([] {});
 }
 
 void BuildCommands::cutObjects()
 {
-    if (copyObjects())
-        removeSelected(m_document, m_selection);
+    startCopy([this] { removeSelected(m_document, m_selection); });
+}
+
+void BuildCommands::startCopy(const std::function<void()>& copied)
+{
+    const SceneObjects objects = m_document.topmost(selectedObjects(m_document, m_selection));
+    if (objects.empty())
+        return;
+    auto job = std::make_unique<ObjectCopyJob>(objects);
+    const ObjectText& text = job->result();
+    m_task.start(
+        tr("Copying objects"), std::move(job), [this, &text, copied, count = objects.size()] {
+            if (!text.error.isEmpty())
+                Q_EMIT reported(tr("Nothing was copied: %1").arg(text.error));
+            else if (!putClipboardText(text.text))
+                Q_EMIT reported(tr("Nothing was copied; another program holds the clipboard"));
+            else {
+                Q_EMIT reported(tr("%1 copied").arg(countText(count)));
+                copied();
+            }
+        });
 }
 
 void BuildCommands::pasteObjects()
@@ -80,13 +91,14 @@ void BuildCommands::pasteObjects()
         Q_EMIT reported(tr("There is no text on the clipboard"));
         return;
     }
-    const ObjectsOfText read = objectsOfText(*text);
-    if (!read.error.isEmpty()) {
-        Q_EMIT reported(tr("Nothing was pasted: %1").arg(read.error));
-        return;
-    }
-    if (editor::pasteObjects(m_document, m_selection, read.copied))
-        Q_EMIT reported(tr("%1 pasted").arg(countText(m_selection.objects().size())));
+    auto job = std::make_unique<ObjectPasteJob>(*text);
+    const ObjectsOfText& read = job->result();
+    m_task.start(tr("Pasting objects"), std::move(job), [this, &read] {
+        if (!read.error.isEmpty())
+            Q_EMIT reported(tr("Nothing was pasted: %1").arg(read.error));
+        else if (editor::pasteObjects(m_document, m_selection, read.copied))
+            Q_EMIT reported(tr("%1 pasted").arg(countText(m_selection.objects().size())));
+    });
 }
 
 QStringList BuildCommands::selectionSets() const

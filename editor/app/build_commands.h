@@ -4,12 +4,16 @@
 #include <editor/document/scene_document.h>
 #include <host/scene/asset_selection.h>
 
+#include <functional>
+
 namespace editor {
 
+class LongTask;
 class ViewportController;
 
 /// Commands that build the scene: adding, grouping, whole objects on the clipboard, selection sets.
-/// One undo step each.
+/// One undo step each. Copying and pasting many objects goes on in the task when the command
+/// returns.
 class BuildCommands final : public QObject
 {
     Q_OBJECT
@@ -18,7 +22,7 @@ class BuildCommands final : public QObject
 public:
     /// All must outlive it. `view` says where what is added goes.
     BuildCommands(SceneDocument& document, IAssetSelection& selection,
-                  const ViewportController& view, QObject* parent = nullptr);
+                  const ViewportController& view, LongTask& task, QObject* parent = nullptr);
 
     /// In the middle of the view; a camera takes the view's own place.
     void add(const NewObject& what);
@@ -26,7 +30,7 @@ public:
     void ungroup();
 
     /// The selected objects with all below them, as text in the editor's own file format.
-    bool copyObjects();
+    void copyObjects();
     void cutObjects();
     /// Objects that a file's text holds. What is on the clipboard is checked as files are.
     void pasteObjects();
@@ -43,9 +47,13 @@ Q_SIGNALS:
     void reported(const QString& text);
 
 private:
+    /// Calls `copied` when the objects are on the clipboard.
+    void startCopy(const std::function<void()>& copied);
+
     SceneDocument& m_document;
     IAssetSelection& m_selection;
     const ViewportController& m_view;
+    LongTask& m_task;
 };
 
 } // namespace editor

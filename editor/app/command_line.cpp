@@ -26,6 +26,29 @@ namespace {
     std::exit(EXIT_SUCCESS);
 }
 
+struct Parser : QCommandLineParser
+{
+    const QCommandLineOption help = addHelpOption();
+    const QCommandLineOption version = addVersionOption();
+    const QCommandLineOption screenshot{
+        QStringLiteral("screenshot"),
+        QStringLiteral("Write a picture of the window to <file> once the scene shows, and exit."),
+        QStringLiteral("file")};
+    const QCommandLineOption theme{QStringLiteral("theme"),
+                                   QStringLiteral("Use the <dark|light> theme for this run."),
+                                   QStringLiteral("dark|light")};
+
+    Parser()
+    {
+        setApplicationDescription(
+            QStringLiteral("Opens a scene file and shows it as a tree and in 3D."));
+        addPositionalArgument(QStringLiteral("scene"),
+                              QStringLiteral("The file to open; a sample scene without it."),
+                              QStringLiteral("[scene]"));
+        addOptions({screenshot, theme});
+    }
+};
+
 std::optional<bool> themeFrom(const QString& name)
 {
     if (name != QLatin1String("dark") && name != QLatin1String("light"))
@@ -51,32 +74,25 @@ void printError(const QString& text)
     std::fprintf(stderr, "%s: %s\n", qPrintable(program), qPrintable(text));
 }
 
-CommandLine parseCommandLine(const QStringList& arguments)
+void answerQuestions(int& argc, char** argv)
 {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Opens a scene file and shows it as a tree and in 3D."));
-    parser.addPositionalArgument(QStringLiteral("scene"),
-                                 QStringLiteral("The file to open; a sample scene without it."),
-                                 QStringLiteral("[scene]"));
-    const QCommandLineOption help = parser.addHelpOption();
-    const QCommandLineOption version = parser.addVersionOption();
-    const QCommandLineOption screenshot(
-        QStringLiteral("screenshot"),
-        QStringLiteral("Write a picture of the window to <file> once the scene shows, and exit."),
-        QStringLiteral("file"));
-    const QCommandLineOption theme(QStringLiteral("theme"),
-                                   QStringLiteral("Use the <dark|light> theme for this run."),
-                                   QStringLiteral("dark|light"));
-    parser.addOptions({screenshot, theme});
-    if (!parser.parse(arguments))
-        refuse(parser.errorText());
-    if (parser.isSet(help))
+    const QCoreApplication application(argc, argv);
+    Parser parser;
+    // Options of the toolkit are no errors here.
+    parser.parse(QCoreApplication::arguments());
+    if (parser.isSet(parser.help))
         answer(parser.helpText());
-    if (parser.isSet(version)) {
+    if (parser.isSet(parser.version)) {
         answer(QStringLiteral("%1 %2\n").arg(QCoreApplication::applicationName(),
                                              QStringLiteral(KYR_SCENE_OUTLINE_VERSION)));
     }
+}
+
+CommandLine parseCommandLine(const QStringList& arguments)
+{
+    Parser parser;
+    if (!parser.parse(arguments))
+        refuse(parser.errorText());
     const QStringList scenes = parser.positionalArguments();
     if (scenes.size() > 1) {
         refuse(QStringLiteral("one scene opens at a time, not %1: \"%2\"")
@@ -85,10 +101,10 @@ CommandLine parseCommandLine(const QStringList& arguments)
     }
     CommandLine result;
     result.scene = scenes.value(0);
-    if (parser.isSet(screenshot))
-        result.screenshot = pictureFrom(parser.value(screenshot));
-    if (parser.isSet(theme))
-        result.dark = themeFrom(parser.value(theme));
+    if (parser.isSet(parser.screenshot))
+        result.screenshot = pictureFrom(parser.value(parser.screenshot));
+    if (parser.isSet(parser.theme))
+        result.dark = themeFrom(parser.value(parser.theme));
     return result;
 }
 

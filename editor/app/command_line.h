@@ -20,7 +20,11 @@ struct CommandLine
 /// One line on the error stream that names the program.
 void printError(const QString& text);
 
-/// Prints and exits on --help, --version and whatever cannot be done as it was asked.
+/// Prints and exits on --help and --version, which need no display. Makes and ends an application
+/// object of its own, so it comes before the program's.
+void answerQuestions(int& argc, char** argv);
+
+/// Prints and exits on whatever cannot be done as it was asked.
 CommandLine parseCommandLine(const QStringList& arguments);
 
 } // namespace editor

@@ -10,22 +10,42 @@
 
 namespace editor {
 
+namespace {
+
+class PropertySlices final : public SlicedJob
+{
+public:
+    explicit PropertySlices(std::unique_ptr<PropertyJob> job) : m_job(std::move(job)) {}
+
+    bool advance(std::chrono::nanoseconds time) override { return m_job->advance(time); }
+    double progress() const override { return m_job->progress(); }
+
+private:
+    std::unique_ptr<PropertyJob> m_job;
+};
+
+} // namespace
+
 EditCommands::EditCommands(SceneDocument& document, IAssetSelection& selection,
-                           SceneBrowserData& browser, QObject* parent)
-    : QObject(parent), m_document(document), m_selection(selection), m_browser(browser)
+                           SceneBrowserData& browser, LongTask& task, QObject* parent)
+    : QObject(parent)
+    , m_document(document)
+    , m_selection(selection)
+    , m_browser(browser)
+    , m_task(task)
 {
     // What is pasted must be taken back while the objects are still there.
-    connect(&m_document, &SceneDocument::aboutToReset, &m_task, &PropertyTask::cancel);
+    connect(&m_document, &SceneDocument::aboutToReset, &m_task, &LongTask::cancel);
     // Drawing the scene again and again would take longer than the paste.
-    connect(&m_task, &PropertyTask::runningChanged, this,
+    connect(&m_task, &LongTask::runningChanged, this,
             [this] { m_document.setTellsOnlyWholeSteps(m_task.isRunning()); });
     connect(&m_document, &SceneDocument::refused, this, &EditCommands::reported);
     connect(&m_document.undoStack(), &QUndoStack::indexChanged, this,
             &EditCommands::forgetUndonePaste);
-    connect(&m_task, &PropertyTask::failed, this, [this](const QString& name, const QString& why) {
+    connect(&m_task, &LongTask::failed, this, [this](const QString& name, const QString& why) {
         Q_EMIT reported(tr("%1 failed, and nothing was changed: %2").arg(name, why));
     });
-    connect(&m_task, &PropertyTask::canceled, this,
+    connect(&m_task, &LongTask::canceled, this,
             [this](const QString& name) { Q_EMIT reported(tr("%1 was cancelled").arg(name)); });
 }
 
@@ -122,7 +142,7 @@ void EditCommands::startCopy(PropertyChoice choice)
         return;
     }
     const PropertyJob& copy = *job;
-    m_task.start(tr("Copying properties"), std::move(job),
+    m_task.start(tr("Copying properties"), std::make_unique<PropertySlices>(std::move(job)),
                  [report, &copy] { report(copy.hasSucceeded()); });
 }
 
@@ -180,7 +200,8 @@ void EditCommands::run(const QString& name, std::unique_ptr<PropertyJob> job,
         return;
     }
     const PropertyJob& running = *job;
-    m_task.start(name, std::move(job), [this, succeeded = std::move(succeeded), &running] {
+    auto slices = std::make_unique<PropertySlices>(std::move(job));
+    m_task.start(name, std::move(slices), [this, succeeded = std::move(succeeded), &running] {
         if (running.hasSucceeded())
             succeeded(running.report());
         else

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "long_task.h"
 #include "paste_special_model.h"
-#include "property_task.h"
 
 #include <editor/document/scene_document.h>
 #include <host/scene/asset_selection.h>
+#include <kyr_scene_outline/property_job.h>
 
 class SceneBrowserData;
 
@@ -13,7 +14,7 @@ class SceneBrowserData;
 namespace editor {
 
 /// The Edit menu's commands on the selection, one undo step each. Copying and pasting properties
-/// of many objects goes on in `task` when the command returns.
+/// of many objects goes on in the task when the command returns.
 class EditCommands final : public QObject
 {
     Q_OBJECT
@@ -24,9 +25,8 @@ class EditCommands final : public QObject
 public:
     /// All must outlive it.
     EditCommands(SceneDocument& document, IAssetSelection& selection, SceneBrowserData& browser,
-                 QObject* parent = nullptr);
+                 LongTask& task, QObject* parent = nullptr);
 
-    PropertyTask& task() noexcept { return m_task; }
     PasteSpecialModel* pasteSpecialModel() noexcept { return &m_pasteSpecial; }
 
     void selectAll();
@@ -74,7 +74,7 @@ private:
     SceneDocument& m_document;
     IAssetSelection& m_selection;
     SceneBrowserData& m_browser;
-    PropertyTask m_task;
+    LongTask& m_task;
     PasteChoice m_choice;
     PasteSpecialModel m_pasteSpecial;
     /// Index of the undo stack behind the paste that was reported last.

@@ -2,6 +2,7 @@
 
 #include "context_menu.h"
 #include "editor_actions.h"
+#include "gizmo_settings.h"
 
 #include <QFileInfo>
 
@@ -21,13 +22,14 @@ EditorSession::EditorSession(QObject* parent)
     , m_files(m_document, m_loader)
     , m_exporter(m_document)
     , m_recovery(m_document, m_loader)
-    , m_edit(m_document, m_selection, m_browser)
-    , m_build(m_document, m_selection, *m_view.controller())
+    , m_edit(m_document, m_selection, m_browser, m_task)
+    , m_build(m_document, m_selection, *m_view.controller(), m_task)
     , m_batchRename(m_document, m_selection)
     , m_sceneMemory(m_document, *m_view.controller())
     , m_menus(makeContextMenuProvider(m_actions))
 {
     followFiles();
+    keepGizmoSettings(*viewport()->gizmo());
     addEditorActions(m_actions, *this);
     m_browser.setPopupMenuProvider(m_menus);
     m_browser.setFilterPredicate(&m_filter);

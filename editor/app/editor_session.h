@@ -50,7 +50,7 @@ class EditorSession final : public QObject
     Q_PROPERTY(editor::EditCommands* edit READ edit CONSTANT)
     Q_PROPERTY(editor::BuildCommands* build READ build CONSTANT)
     Q_PROPERTY(editor::BatchRename* batchRename READ batchRename CONSTANT)
-    Q_PROPERTY(editor::PropertyTask* task READ task CONSTANT)
+    Q_PROPERTY(editor::LongTask* task READ task CONSTANT)
     Q_PROPERTY(editor::LogModel* log READ log CONSTANT)
     Q_PROPERTY(editor::ThemeController* theme READ theme CONSTANT)
     Q_PROPERTY(editor::RecentFiles* recent READ recent CONSTANT)
@@ -77,7 +77,7 @@ public:
     EditCommands* edit() { return &m_edit; }
     BuildCommands* build() { return &m_build; }
     BatchRename* batchRename() { return &m_batchRename; }
-    PropertyTask* task() { return &m_edit.task(); }
+    LongTask* task() { return &m_task; }
     LogModel* log() { return &m_log; }
     ThemeController* theme() { return &m_theme; }
     RecentFiles* recent() { return &m_recent; }
@@ -119,6 +119,7 @@ private:
     FileCommands m_files;
     SceneExport m_exporter;
     RecoveryJournal m_recovery;
+    LongTask m_task;
     EditCommands m_edit;
     BuildCommands m_build;
     BatchRename m_batchRename;

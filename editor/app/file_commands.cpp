@@ -62,7 +62,19 @@ void FileCommands::open()
 
 void FileCommands::openFile(const QString& path)
 {
-    unlessUnsaved([this, path] { load(path); });
+    if (!isOpen(path))
+        unlessUnsaved([this, path] { load(path); });
+    else if (m_watch.isChanged())
+        setConflict(FileChanged);
+    else
+        Q_EMIT reopened();
+}
+
+bool FileCommands::isOpen(const QString& path) const
+{
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    return !canonical.isEmpty() &&
+           canonical == QFileInfo(m_document.filePath()).canonicalFilePath();
 }
 
 void FileCommands::save()

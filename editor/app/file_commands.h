@@ -41,6 +41,8 @@ public:
     void newScene();
     /// With a file dialog.
     Q_INVOKABLE void open();
+    /// The open scene's own file is not read again: `reopened` tells of it, unless somebody else
+    /// changed the file, which `conflict` asks about.
     Q_INVOKABLE void openFile(const QString& path);
     Q_INVOKABLE void openUrl(const QUrl& url) { openFile(url.toLocalFile()); }
     /// Goes on as `saveAs` for a scene that has no file in the own format, imported ones included.
@@ -65,6 +67,7 @@ public:
     Q_INVOKABLE void decideLater();
 
 Q_SIGNALS:
+    void reopened();
     void confirmingChanged();
     void conflictChanged();
     void saved(const QString& path);
@@ -75,6 +78,7 @@ Q_SIGNALS:
 private:
     using Continuation = std::function<void()>;
 
+    bool isOpen(const QString& path) const;
     void unlessUnsaved(Continuation continuation);
     void setConfirmation(Continuation continuation);
     void setConflict(Conflict conflict);

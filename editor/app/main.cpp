@@ -29,16 +29,19 @@ void runUnattended(editor::EditorSession& session, editor::Screenshot& screensho
 
 int main(int argc, char** argv)
 {
+    QCoreApplication::setOrganizationName(QStringLiteral("Kelvane"));
+    QCoreApplication::setApplicationName(QStringLiteral("Scene Editor"));
     editor::prepareApplication();
-    QApplication application(argc, argv);
-    QApplication::setOrganizationName(QStringLiteral("Kelvane"));
-    QApplication::setApplicationName(QStringLiteral("Scene Editor"));
+    editor::answerQuestions(argc, argv);
+    const QApplication application(argc, argv);
     const editor::CommandLine options = editor::parseCommandLine(QCoreApplication::arguments());
     editor::prepareWindows();
 
     // A picture shows the editor as it starts for the first time, and leaves nothing behind.
     const QTemporaryDir noSettings;
     if (!options.screenshot.isEmpty()) {
+        qputenv("QML_DISABLE_DISK_CACHE", "1");
+        QCoreApplication::setAttribute(Qt::AA_DisableShaderDiskCache);
         QSettings::setDefaultFormat(QSettings::IniFormat);
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, noSettings.path());
     }

@@ -34,11 +34,11 @@ void ThemeController::show(bool dark)
 const ThemeController::Colors& ThemeController::colors() const
 {
     static const Colors dark{"#2b2d31", "#232529", "#303338", "#17181b", "#1b1d20",
-                             "#3b3e44", "#d9dce1", "#8e949d", "#666b73", "#3a73b8",
-                             "#ffffff", "#6fa8e8", "#e0a83c", "#e8685e"};
+                             "#3b3e44", "#d9dce1", "#9ca2ab", "#666b73", "#3a73b8",
+                             "#ffffff", "#6fa8e8", "#e0a83c", "#ec7a71"};
     static const Colors light{"#eceef0", "#f8f9fa", "#e3e6e9", "#c3c8ce", "#ffffff",
-                              "#e6e8eb", "#22262b", "#69717b", "#a0a6ad", "#2f72c4",
-                              "#ffffff", "#1f62b4", "#a86a00", "#c0392f"};
+                              "#e6e8eb", "#22262b", "#5b636c", "#a0a6ad", "#2f72c4",
+                              "#ffffff", "#1f62b4", "#8a5700", "#b3342a"};
     return m_dark ? dark : light;
 }
 

@@ -99,35 +99,43 @@ std::vector<CopiedObjects> familiesOf(SceneObject& root)
 
 } // namespace
 
-ObjectText textOfObjects(const SceneObjects& objects)
+SceneSnapshot snapshotOf(const SceneObjects& objects)
 {
     const SceneObjectPtr root = SceneObject::create(ObjectKind::Scene, "Clipboard");
     std::unordered_map<const SceneObject*, SceneObject*> carriers;
-    const SceneObjects copies = SceneObject::cloneAll(objects);
-    for (std::size_t i = 0; i < objects.size(); ++i) {
-        SceneObject*& carrier = carriers[objects[i]->parent()];
+    std::vector<SceneSnapshot::Branch> branches;
+    branches.reserve(objects.size());
+    for (const SceneObjectPtr& object : objects) {
+        SceneObject*& carrier = carriers[object->parent()];
         if (!carrier) {
-            root->append(carrierFor(*objects[i]->parent()));
+            root->append(carrierFor(*object->parent()));
             carrier = root->children().back().get();
         }
-        carrier->append(copies[i]);
+        branches.push_back({object.get(), carrier});
     }
-    if (const QString refusal = refusalOf(*root); !refusal.isEmpty())
+    return SceneSnapshot(root, std::move(branches));
+}
+
+ObjectText textOfScene(SceneObjectPtr scene, const WriteProgress& progress)
+{
+    if (const QString refusal = refusalOf(*scene); !refusal.isEmpty())
         return {{}, refusal};
     const ScratchFile file;
-    if (const QString error = writeScene(*root, file.path()); !error.isEmpty())
+    if (const QString error = writeScene(*scene, file.path(), progress); !error.isEmpty())
         return {{}, error};
+    // Takes as long as copying it did.
+    scene.reset();
     return {file.read(), {}};
 }
 
-ObjectsOfText objectsOfText(const QByteArray& text)
+ObjectsOfText objectsOfText(const QByteArray& text, const ImportProgress& progress)
 {
     if (const QString reason = wrongTextReason(text); !reason.isEmpty())
         return {{}, reason};
     ScratchFile file;
     if (!file.write(text))
         return {{}, tr("there is no room for a temporary file")};
-    const SceneImport import = readKyrscene(file.path(), [](double) { return true; });
+    const SceneImport import = readKyrscene(file.path(), progress);
     if (!import.root)
         return {{}, import.error};
     if (const QString refusal = refusalOf(*import.root); !refusal.isEmpty())

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <editor/document/scene_building.h>
+#include <editor/document/scene_snapshot.h>
+#include <editor/files/scene_import.h>
+#include <editor/files/scene_output.h>
 
 #include <QByteArray>
 #include <QString>
@@ -22,8 +25,10 @@ struct ObjectText
     /// The bare reason why there is none; empty when there is one.
     QString error;
 };
-/// Of objects of which none is below another one, with all below them.
-ObjectText textOfObjects(const SceneObjects& objects);
+/// Copies objects, of which none is below another one, with all below them.
+SceneSnapshot snapshotOf(const SceneObjects& objects);
+/// Of the copy that such a snapshot made, which goes. Re-entrant.
+ObjectText textOfScene(SceneObjectPtr scene, const WriteProgress& progress = {});
 
 struct ObjectsOfText
 {
@@ -32,7 +37,7 @@ struct ObjectsOfText
     QString error;
 };
 /// Takes any text. What it refuses is above one of the limits or no scene. The objects are free,
-/// without identifiers and selection sets.
-ObjectsOfText objectsOfText(const QByteArray& text);
+/// without identifiers and selection sets. Re-entrant.
+ObjectsOfText objectsOfText(const QByteArray& text, const ImportProgress& progress = {});
 
 } // namespace editor

@@ -110,7 +110,7 @@ void SceneSaver::copySlice()
 
 void SceneSaver::write()
 {
-    m_job->scene = m_snapshot->copy();
+    m_job->scene = m_snapshot->takeCopy();
     m_snapshot.reset();
     m_job->thread.reset(QThread::create([this, job = m_job.get()] { run(*job); }));
     connect(m_job->thread.get(), &QThread::finished, this, &SceneSaver::finish);

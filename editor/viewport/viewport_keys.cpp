@@ -60,6 +60,8 @@ bool ViewportController::keyPress(int key, int modifiers)
     const Qt::KeyboardModifiers keys(modifiers);
     if (key == Qt::Key_Escape)
         return cancel();
+    if (m_gizmo.isDragging())
+        return m_gizmo.keyPress(key);
     if (flightKey(key, true))
         return true;
     // The others belong to menus and to the window.

@@ -10,6 +10,8 @@ ToolTip {
     delay: style.toolTipDelay
     padding: style.spacing + 1
     margins: 4
+    // Escape belongs to whatever has the keyboard.
+    closePolicy: Popup.NoAutoClose
 
     contentItem: Text {
         text: DisplayText.excerpt(toolTip.text)

@@ -28,11 +28,26 @@ void DisplayInput::press(const QStringList& keys) const
     QTest::qWait(50);
 }
 
-void DisplayInput::click(const QPoint& point, int button) const
+QStringList DisplayInput::moveTo(const QPoint& point) const
 {
     const QPoint place = m_window->mapToGlobal(point);
-    outputOf("xdotool", {"mousemove", "--sync", QString::number(place.x()),
-                         QString::number(place.y()), "click", QString::number(button)});
+    return {"mousemove", "--sync", QString::number(place.x()), QString::number(place.y())};
+}
+
+void DisplayInput::click(const QPoint& point, int button) const
+{
+    outputOf("xdotool", moveTo(point) + QStringList{"click", QString::number(button)});
+    QTest::qWait(50);
+}
+
+void DisplayInput::drag(const QPoint& from, const QPoint& to, const QStringList& keys) const
+{
+    outputOf("xdotool",
+             moveTo(from) + QStringList{"mousedown", "1"} + moveTo((from + to) / 2) + moveTo(to));
+    QTest::qWait(50);
+    if (!keys.isEmpty())
+        press(keys);
+    outputOf("xdotool", {"mouseup", "1"});
     QTest::qWait(50);
 }
 

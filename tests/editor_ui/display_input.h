@@ -19,8 +19,12 @@ public:
     void press(const QStringList& keys) const;
     /// In pixels of the window; 1 is the left button, 3 the right one.
     void click(const QPoint& point, int button = 1) const;
+    /// With the left button; `keys` are pressed before it is released.
+    void drag(const QPoint& from, const QPoint& to, const QStringList& keys = {}) const;
 
 private:
+    QStringList moveTo(const QPoint& point) const;
+
     QWindow* m_window;
 };
 

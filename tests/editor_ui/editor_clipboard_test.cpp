@@ -1,6 +1,7 @@
 // Copying and pasting properties as the editor's users do: with keys and menus, over the display's
 // own clipboard, and onto many objects.
 
+#include "display_input.h"
 #include "editor_test.h"
 #include "row_of_boxes.h"
 
@@ -30,6 +31,7 @@ protected:
     bool isModified(const char* name) { return row(name).data(kyr::ModifiedRole).toBool(); }
     float intensity(const char* name) { return object(name)->light()->intensity; }
 
+    DisplayInput display{window};
     QTemporaryDir directory;
 };
 
@@ -79,7 +81,7 @@ TEST_F(EditorClipboardTest, contextMenuPastesAndTheFileKeepsIt)
     ASSERT_TRUE(
         QTest::qWaitFor([this] { return QFile::exists(directory.filePath("stage.kyrscene")); }));
     QSignalSpy loaded(session.loader(), &editor::LoadController::loaded);
-    session.files()->openFile(directory.filePath("stage.kyrscene"));
+    session.files()->reload();
     ASSERT_TRUE(loaded.wait());
     EXPECT_EQ(intensity("Right"), 4);
 }
@@ -89,7 +91,7 @@ TEST_F(EditorClipboardTest, pasteSpecialCountsAndRemembersWhatIsChosen)
     select({"Left"});
     copy();
     select({"Far", "Right"});
-    key(Qt::Key_V, Qt::ControlModifier | Qt::AltModifier);
+    display.press({"ctrl+alt+v"});
     item("paste_special_list");
     editor::PasteSpecialModel& model = *session.edit()->pasteSpecialModel();
     const auto rowOf = [&model](const char* label) {
@@ -109,14 +111,14 @@ TEST_F(EditorClipboardTest, pasteSpecialCountsAndRemembersWhatIsChosen)
     EXPECT_FALSE(rowOf("Name").isValid());
     EXPECT_EQ(rowOf("Intensity").data(editor::PasteSpecialModel::ProblemRole), "not in 1");
 
-    click(centre(item("paste_none")));
+    display.click(centre(item("paste_none")));
     EXPECT_FALSE(item("paste_special_accept")->isEnabled());
-    item("paste_special_list")->forceActiveFocus();
+    display.press({"shift+Tab", "shift+Tab"}); // from None to the list
     for (int row = 0; row < rowOf("Position").row(); ++row)
-        key(Qt::Key_Down);
-    key(Qt::Key_Space);
+        display.press({"Down"});
+    display.press({"space"});
     EXPECT_EQ(numbers("Transform").last(), Qt::PartiallyChecked);
-    key(Qt::Key_Return);
+    display.press({"Return"});
     EXPECT_EQ(object("Right")->transform()->position.x, -2);
     EXPECT_EQ(intensity("Right"), 5);
     ASSERT_TRUE(QTest::qWaitFor([this] { return !shows("paste_special_list"); }));

@@ -4,6 +4,7 @@
 #include <editor/files/scene_writer.h>
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QImage>
@@ -25,12 +26,6 @@ protected:
         file.write(contents);
     }
 
-    void open(const char* name)
-    {
-        QSignalSpy loaded(session.loader(), &editor::LoadController::loaded);
-        session.files()->openFile(path(name));
-        ASSERT_TRUE(loaded.wait());
-    }
     QByteArray contents(const char* name) const
     {
         QFile file(path(name));
@@ -94,7 +89,9 @@ TEST_F(EditorFilesTest, failedSaveTellsWhyAndASavedSceneOpensWithItsChanges)
     EXPECT_FALSE(session.document()->isModified());
 
     select({"Nearest"});
-    open("stage.kyrscene");
+    QSignalSpy loaded(session.loader(), &editor::LoadController::loaded);
+    session.files()->reload();
+    ASSERT_TRUE(loaded.wait());
     EXPECT_NE(object("Further"), nullptr);
     EXPECT_NE(object("Nearest"), nullptr);
     EXPECT_EQ(selection(), QStringList()) << "nothing of the old scene stays selected";
@@ -178,8 +175,9 @@ TEST_F(EditorFilesTest, unsavedChangesAreAskedFor)
     EXPECT_EQ(quit.count(), 1);
 }
 
-TEST_F(EditorFilesTest, programWritesAPictureOrSaysWhyNot)
+TEST_F(EditorFilesTest, programWritesAPictureOrSaysWhyNotAndLeavesNothingBehind)
 {
+    const QTemporaryDir home;
     struct
     {
         QStringList arguments;
@@ -190,12 +188,18 @@ TEST_F(EditorFilesTest, programWritesAPictureOrSaysWhyNot)
         {{"--screenshot", path("none.png"), path("missing.glb")}, 1, "missing.glb"},
         {{"--theme", "pink"}, 1, "scene_editor: --theme takes dark or light"},
         {{"--version"}, 0, ""},
+        {{"--help"}, 0, ""},
         {{"--verbose"}, 1, "scene_editor: "},
         {{"one.glb", "two.glb"}, 1, "scene_editor: one scene opens at a time"},
         {{"--screenshot", path("no/such/street.png")}, 1, "there is no folder"},
     };
     for (const auto& [arguments, exitCode, error] : rows) {
         QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("HOME", home.path());
+        if (arguments.contains("--version") || arguments.contains("--help"))
+            environment.remove("DISPLAY");
+        program.setProcessEnvironment(environment);
         program.start(SCENE_EDITOR, arguments);
         ASSERT_TRUE(program.waitForFinished(120000));
         const QByteArray said = program.readAllStandardError();
@@ -206,6 +210,7 @@ TEST_F(EditorFilesTest, programWritesAPictureOrSaysWhyNot)
     }
     EXPECT_EQ(QImage(path("street.png")).size(), QSize(1280, 720));
     EXPECT_FALSE(QFile::exists(path("none.png")));
+    EXPECT_TRUE(QDir(home.path()).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
 }
 
 } // namespace test

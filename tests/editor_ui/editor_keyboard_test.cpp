@@ -3,23 +3,34 @@
 
 #include "display_input.h"
 #include "editor_test.h"
+#include "row_of_boxes.h"
 
+#include <editor/files/scene_writer.h>
 #include <host/core/debug_message.h>
+#include <support/contrast_check.h>
 
+#include <QDir>
+#include <QFile>
 #include <QSet>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
 namespace test {
 
-class EditorKeyboardTest : public EditorTest
+/// Goes after the editor, which has its journal there.
+struct TestFolder
+{
+    QTemporaryDir directory;
+};
+
+class EditorKeyboardTest : protected TestFolder, public EditorTest
 {
 protected:
+    QQuickItem* overlay() { return window->property("_q_QQuickOverlay").value<QQuickItem*>(); }
     bool popupHasFocus()
     {
-        const QQuickItem* overlay = window->property("_q_QQuickOverlay").value<QQuickItem*>();
-        return overlay && window->activeFocusItem() &&
-               overlay->isAncestorOf(window->activeFocusItem());
+        return overlay() && window->activeFocusItem() &&
+               overlay()->isAncestorOf(window->activeFocusItem());
     }
     QObject* dialog(const QString& name) { return window->findChild<QObject*>(name); }
     bool isOpen(const QString& name) { return dialog(name)->property("visible").toBool(); }
@@ -36,45 +47,99 @@ protected:
     }
 
     DisplayInput display{window};
-    QTemporaryDir directory;
 };
 
-TEST_F(EditorKeyboardTest, popupsOwnTheKeysUntilEscape)
+TEST_F(EditorKeyboardTest, popupsOwnTheKeysUntilEscapeAndCanBeRead)
 {
-    session.document()->rename(object("Far"), "Further");
-    session.document()->markSaved(directory.filePath("stage.kyrscene"));
+    const QString file = directory.filePath("stage.kyrscene");
+    session.document()->markSaved(file);
+    session.files()->save();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !session.files()->saver()->isSaving(); }));
     session.document()->rename(object("Near"), "Nearer");
     click(rowPoint("Nearer"));
+    display.press({"ctrl+shift+c"});
     const QString before = state();
-    const std::pair<const char*, std::function<void()>> popups[] = {
-        {"confirm_dialog", [this] { display.press({"ctrl+q"}); }},
+    const struct
+    {
+        const char* name;
+        std::function<void()> open;
+        bool enterLeaves; ///< and does nothing else
+    } popups[] = {
+        {"confirm_dialog", [this] { display.press({"ctrl+q"}); }, false},
         {"message_dialog",
          [this] {
              QMetaObject::invokeMethod(dialog("message_dialog"), "show", Q_ARG(QVariant, "Oh"),
                                        Q_ARG(QVariant, "<b>no</b>"));
-         }},
-        {"help_dialog", [this] { display.press({"F1"}); }},
-        {"column_chooser", [this] { click(centre(item("choose_columns"))); }},
-        {"file_menu", [this] { display.press({"F10"}); }},
+         },
+         true},
+        {"help_dialog", [this] { display.press({"F1"}); }, true},
+        {"column_chooser", [this] { click(centre(item("choose_columns"))); }, false},
+        {"file_menu", [this] { display.press({"F10"}); }, false},
+        {"edit_menu",
+         [this] {
+             display.press({"F10", "Right"});
+         },
+         false},
+        {"batch_rename_dialog", [this] { display.press({"ctrl+shift+r"}); }, false},
+        {"selection_sets_dialog", [this] { display.press({"ctrl+alt+s"}); }, false},
+        {"paste_special_dialog", [this] { display.press({"ctrl+alt+v"}); }, false},
+        {"part_menu",
+         [this] {
+             display.click(item("property_material.roughness")->mapToScene({20, 10}).toPoint(), 3);
+         },
+         false},
+        {"hidden_dialog", [this] { Q_EMIT session.edit()->hiddenConcerned("Delete", 1); }, true},
+        {"revert_dialog", [this, file] { session.files()->openFile(file); }, true},
+        {"export_dialog", [this] { display.press({"ctrl+shift+e"}); }, false},
+        {"changed_file_dialog",
+         [this, file] {
+             QFile(file).resize(0);
+             session.files()->save();
+         },
+         false},
+        {"recovery_dialog",
+         [this, file] {
+             QDir(directory.path()).mkpath("journals/old");
+             QFile::copy(file, directory.filePath("journals/old/Untitled.kyrscene"));
+             session.recovery()->start(directory.filePath("journals"));
+         },
+         false},
     };
-    for (const auto& [name, open] : popups) {
+    for (const auto& [name, open, enterLeaves] : popups) {
+        SCOPED_TRACE(name);
         open();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return isOpen(name) && popupHasFocus(); })) << name;
-        display.press({"ctrl+z", "ctrl+a", "ctrl+d", "Delete", "F2"});
-        for (int i = 0; i < 6; ++i) {
+        ASSERT_TRUE(
+            QTest::qWaitFor([&, shown = name] { return isOpen(shown) && popupHasFocus(); }));
+        display.press({"ctrl+z", "ctrl+a", "ctrl+d", "Delete", "F2", "q", "ctrl+v", "Tab"});
+        for (int i = 0; i < 4; ++i) {
+            EXPECT_TRUE(popupHasFocus()) << "Tab " << i;
             display.press({"Tab"});
-            EXPECT_TRUE(popupHasFocus()) << name << ", Tab " << i;
         }
-        EXPECT_EQ(state(), before) << name;
+        EXPECT_EQ(state().toStdString(), before.toStdString());
+        for (const bool dark : {false, true}) {
+            session.theme()->show(dark);
+            ContrastCheck check;
+            check.skipsDisabled = true;
+            check.look(overlay(), 1);
+            EXPECT_GT(check.checked(), 1);
+        }
         display.press({"Escape"});
-        EXPECT_TRUE(closes(name)) << name;
-        EXPECT_EQ(state(), before) << name;
+        EXPECT_TRUE(closes(name));
+        EXPECT_EQ(state().toStdString(), before.toStdString());
+        if (enterLeaves) {
+            open();
+            ASSERT_TRUE(
+                QTest::qWaitFor([&, shown = name] { return isOpen(shown) && popupHasFocus(); }));
+            display.press({"Return"});
+            EXPECT_TRUE(closes(name));
+            EXPECT_EQ(state().toStdString(), before.toStdString());
+        }
     }
     display.press({"ctrl+z"});
     EXPECT_NE(state(), before) << "the keys work again";
 }
 
-TEST_F(EditorKeyboardTest, enterPressesTheDefaultButtonAndTabTheOthers)
+TEST_F(EditorKeyboardTest, enterPressesTheDefaultButton)
 {
     session.document()->markSaved(directory.filePath("stage.kyrscene"));
     session.document()->rename(object("Near"), "Nearer");
@@ -112,50 +177,81 @@ TEST_F(EditorKeyboardTest, nothingIsDrawnAtRest)
     QObject receiver;
     QObject::connect(window, &QQuickWindow::frameSwapped, &receiver, [&frames] { ++frames; });
     const auto comesToRest = [&frames] {
-        for (int look = 0; look < 12; ++look) {
+        for (int look = 0; look < 20; ++look) {
             frames = 0;
-            QTest::qWait(400);
+            QTest::qWait(300);
             if (frames == 0)
                 return true;
         }
         return false;
     };
-    const std::pair<const char*, std::function<void()>> works[] = {
-        {"opening", [] {}},
+    const QString file = directory.filePath("boxes.kyrscene");
+    ASSERT_EQ(editor::writeScene(*makeRowOfBoxes(5000, 0.5f), file), "");
+    const auto taskEnds = [this] {
+        return QTest::qWaitFor([this] { return !session.task()->isRunning(); }, 60000);
+    };
+    const std::pair<const char*, std::function<bool()>> works[] = {
         {"messages",
          [] {
              for (int line = 0; line < 20000; ++line)
                  Zar::DebugMessageHelper(0, 4).message("%d", line);
+             return true;
          }},
-        {"select all and copy",
+        {"opening",
+         [this, file] {
+             QSignalSpy loaded(session.loader(), &editor::LoadController::loaded);
+             session.files()->openFile(file);
+             return loaded.wait();
+         }},
+        {"properties of many",
+         [this, taskEnds] {
+             display.press({"ctrl+a", "ctrl+shift+c"});
+             const bool isCopied = taskEnds();
+             session.edit()->pasteProperties();
+             return isCopied && taskEnds();
+         }},
+        {"objects of many",
+         [this, taskEnds] {
+             session.build()->copyObjects();
+             const bool isCopied = taskEnds();
+             session.build()->pasteObjects();
+             return isCopied && taskEnds();
+         }},
+        {"saving",
          [this] {
-             display.press({"ctrl+a", "ctrl+shift+c", "ctrl+shift+v"});
+             session.files()->save();
+             return QTest::qWaitFor([this] { return !session.files()->saver()->isSaving(); });
          }},
         {"delete and undo",
          [this] {
              display.press({"ctrl+d", "Delete", "ctrl+z"});
+             return true;
          }},
-        {"menu",
+        {"menu and dialog",
          [this] {
-             display.press({"F10", "Right", "Escape"});
-         }},
-        {"dialog",
-         [this] {
-             display.press({"F1", "Escape"});
+             display.press({"F10", "Right", "Escape", "F1", "Escape"});
+             return true;
          }},
         {"columns",
          [this] {
              click(centre(item("choose_columns")));
              display.press({"Escape"});
+             return true;
          }},
         {"filter",
          [this] {
              display.press({"ctrl+f", "l", "Escape", "Escape"});
+             return true;
+         }},
+        {"hover and gizmo",
+         [this] {
+             display.drag(centre(item("viewport")), centre(item("viewport")) + QPoint(40, 30));
+             return true;
          }},
     };
     for (const auto& [name, work] : works) {
-        work();
-        EXPECT_TRUE(comesToRest()) << name << ": " << frames << " frames in 400 ms";
+        EXPECT_TRUE(work()) << name;
+        EXPECT_TRUE(comesToRest()) << name << ": " << frames << " frames in 300 ms";
     }
 }
 

@@ -23,6 +23,7 @@ struct View
     bool log;
     QVariant mode;
     QString filter;
+    QString gizmo;
 
     explicit View(EditorDriver& editor)
         : window(editor.window->size())
@@ -30,6 +31,9 @@ struct View
         , log(editor.shows("log_view"))
         , mode(editor.session.browser()->selectableData()->property("currentIndex"))
         , filter(editor.session.browser()->filterPredicate()->property("text").toString())
+        , gizmo(editor.text("gizmo_space") + editor.text("gizmo_pivot") +
+                editor.text("gizmo_step") +
+                editor.item("gizmo_snap")->property("checked").toString())
     {}
 };
 
@@ -48,7 +52,10 @@ TEST(EditorSessionTest, windowComesBackAsItWasLeft)
     editor->key(Qt::Key_F, Qt::ControlModifier);
     editor->type("near");
     ASSERT_TRUE(editor->waitForRows({"Near"}));
+    for (const char* button : {"gizmo_space", "gizmo_pivot", "gizmo_snap", "gizmo_step"})
+        editor->click(editor->centre(editor->item(button)));
     const View left(*editor);
+    EXPECT_EQ(left.gizmo, "LocalCentre1 mtrue");
     EXPECT_NE(left.tree, before.tree);
     EXPECT_FALSE(left.log);
 
@@ -60,6 +67,7 @@ TEST(EditorSessionTest, windowComesBackAsItWasLeft)
     EXPECT_EQ(back.log, left.log);
     EXPECT_EQ(back.mode, left.mode);
     EXPECT_EQ(back.filter, left.filter);
+    EXPECT_EQ(back.gizmo, left.gizmo);
     EXPECT_TRUE(editor->waitForRows({"Near"}));
 }
 
@@ -102,9 +110,10 @@ TEST_F(EditorRecentTest, filesAreKnownRevertedAndClosed)
         << rows().join(' ').toStdString();
     EXPECT_FLOAT_EQ(float(session.viewport()->yaw()), 80);
 
+    session.files()->openFile(second);
+    EXPECT_EQ(text("message_text"), "“second.kyrscene” is open already");
     session.document()->rename(object("Near"), "Nearer");
-    session.actions()->refresh();
-    session.actions()->find("revert")->trigger();
+    session.files()->openFile(second);
     QSignalSpy loaded(session.loader(), &editor::LoadController::loaded);
     QObject* dialog = window->findChild<QObject*>("revert_dialog");
     ASSERT_TRUE(QTest::qWaitFor([&] { return dialog->property("opened").toBool(); }));
@@ -112,13 +121,15 @@ TEST_F(EditorRecentTest, filesAreKnownRevertedAndClosed)
     ASSERT_TRUE(loaded.count() > 0 || loaded.wait());
     EXPECT_NE(object("Near"), nullptr);
 
-    session.document()->rename(object("Near"), "Nearer");
-    display.press({"ctrl+w"});
-    EXPECT_TRUE(session.files()->isConfirming());
-    session.files()->discardAndContinue();
-    EXPECT_EQ(session.document()->filePath(), QString());
-    EXPECT_EQ(session.document()->objectCount(), 0);
-    EXPECT_FALSE(session.document()->isModified());
+    for (const char* keys : {"ctrl+n", "ctrl+w"}) {
+        session.build()->add(editor::newObjects().front());
+        display.press({keys});
+        EXPECT_TRUE(session.files()->isConfirming()) << keys;
+        session.files()->discardAndContinue();
+        EXPECT_EQ(session.document()->filePath(), QString());
+        EXPECT_EQ(session.document()->objectCount(), 0);
+        EXPECT_FALSE(session.document()->isModified());
+    }
 }
 
 TEST_F(EditorRecentTest, sampleOpensWithoutAFileAndASecondOpenIsTold)
@@ -130,6 +141,7 @@ TEST_F(EditorRecentTest, sampleOpensWithoutAFileAndASecondOpenIsTold)
     EXPECT_EQ(told.count(), 1);
 
     session.loader()->setSampleFolder(directory.path());
+    session.files()->newScene();
     QSignalSpy loaded(session.loader(), &editor::LoadController::loaded);
     session.files()->openFile(path);
     ASSERT_TRUE(loaded.wait());

@@ -14,7 +14,7 @@ class FreshSettings : public ::testing::EmptyTestEventListener
     void OnTestStart(const ::testing::TestInfo&) override
     {
         QSettings settings;
-        for (const char* group : {"window", "panes", "scenes", "files"})
+        for (const char* group : {"window", "panes", "scenes", "files", "gizmo"})
             settings.remove(group);
     }
 };

@@ -3,87 +3,15 @@
 #include "scene_panel_fixture.h"
 
 #include <host/ui/text_predicate.h>
+#include <support/contrast_check.h>
 
 #include <QGuiApplication>
 #include <QPalette>
 
-#include <cmath>
-
+using test::ContrastCheck;
 using test::TreeModel;
 
 namespace {
-
-double luminance(const QColor& color)
-{
-    const auto linear = [](double value) {
-        return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
-           0.0722 * linear(color.blueF());
-}
-
-double contrast(const QColor& a, const QColor& b)
-{
-    const auto [dark, light] = std::minmax({luminance(a), luminance(b)});
-    return (light + 0.05) / (dark + 0.05);
-}
-
-/// Goes through a window's items as they are painted and looks at each text and icon.
-class ContrastCheck
-{
-public:
-    void look(QQuickItem* item, double opacity)
-    {
-        if (!item->isVisible() || item->width() <= 0)
-            return;
-        opacity *= item->opacity();
-        const QRectF place = item->mapRectToScene({0, 0, item->width(), item->height()});
-        const QColor color = item->property("color").value<QColor>();
-        if (item->inherits("QQuickRectangle"))
-            m_painted.push_back({place, withOpacity(color, opacity)});
-        else if (item->inherits("QQuickText") && !item->property("text").toString().isEmpty())
-            check(item, place, withOpacity(color, opacity), 4.5);
-        else if (item->inherits("QQuickImage") && item->property("name").isValid())
-            check(item, place, withOpacity(color, opacity), 3);
-        QList<QQuickItem*> children = item->childItems();
-        std::stable_sort(children.begin(), children.end(),
-                         [](QQuickItem* a, QQuickItem* b) { return a->z() < b->z(); });
-        for (QQuickItem* child : qAsConst(children))
-            look(child, opacity);
-    }
-    int checked() const { return m_checked; }
-
-private:
-    static QColor withOpacity(QColor color, double opacity)
-    {
-        color.setAlphaF(color.alphaF() * opacity);
-        return color;
-    }
-    static QColor blend(const QColor& below, const QColor& above)
-    {
-        const double a = above.alphaF();
-        return QColor::fromRgbF(below.redF() * (1 - a) + above.redF() * a,
-                                below.greenF() * (1 - a) + above.greenF() * a,
-                                below.blueF() * (1 - a) + above.blueF() * a);
-    }
-    void check(QQuickItem* item, const QRectF& place, const QColor& color, double least)
-    {
-        QColor behind = Qt::white;
-        for (const auto& [painted, paint] : m_painted) {
-            if (painted.contains(place.center()))
-                behind = blend(behind, paint);
-        }
-        ++m_checked;
-        EXPECT_GE(contrast(blend(behind, color), behind), least - 0.01)
-            << item->objectName().toStdString() << ' '
-            << item->property("text").toString().toStdString()
-            << item->property("name").toString().toStdString() << " is "
-            << color.name().toStdString() << " on " << behind.name().toStdString();
-    }
-
-    std::vector<std::pair<QRectF, QColor>> m_painted;
-    int m_checked = 0;
-};
 
 QPalette palette(const char* window, const char* base, const char* text, const char* highlight)
 {

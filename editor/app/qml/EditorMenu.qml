@@ -1,4 +1,5 @@
 import QtQuick 2.15
+import QtQuick.Window 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Controls.impl 2.15
 import Kyr.SceneOutline 1.0
@@ -19,7 +20,8 @@ Menu {
         readonly property string shortcutText: action && action.command ? action.command.shortcutText : ""
 
         // Up and Down go through a menu, Tab does not lead out of it.
-        focusPolicy: Qt.NoFocus
+        Keys.onTabPressed: {}
+        Keys.onBacktabPressed: {}
         implicitHeight: visible ? 26 : 0
         rightPadding: 12 + (shortcutText ? shortcut.implicitWidth + 24 : 0)
         font.pixelSize: 12
@@ -52,6 +54,23 @@ Menu {
         for (let i = 0; i < count; ++i)
             widest = Math.max(widest, itemAt(i).implicitWidth);
         return widest + leftPadding + rightPadding;
+    }
+
+    // Before an entry is chosen the list has the keys.
+    onOpened: {
+        if (currentIndex < 0)
+            contentItem.forceActiveFocus();
+    }
+    contentItem: ListView {
+        implicitHeight: contentHeight
+        model: menu.contentModel
+        interactive: Window.window ? contentHeight > Window.window.height : false
+        keyNavigationEnabled: false
+        clip: true
+        currentIndex: menu.currentIndex
+        ScrollIndicator.vertical: ScrollIndicator {}
+        Keys.onTabPressed: {}
+        Keys.onBacktabPressed: {}
     }
 
     Component {

@@ -19,6 +19,7 @@ EditorDialog {
         [qsTr("W, E, R, Q"), qsTr("Move, rotate, scale, only select")],
         [qsTr("X, Z"), qsTr("Axes of object or world; about the primary object or the middle")],
         [qsTr("Drag a handle"), qsTr("Ctrl snaps, Shift is finer, Escape takes it back")],
+        [qsTr("Numbers, Enter"), qsTr("While dragging: by how much; Tab for the next axis")],
         [qsTr("Keypad 1, 3, 7"), qsTr("Front, right, top; with Ctrl the other side")],
         [qsTr("Keypad 4, 6, 8, 2, 9"), qsTr("Turn the view, look from behind")],
         [qsTr("Tree"), ""],
@@ -62,6 +63,8 @@ EditorDialog {
         model: dialog.visible ? dialog.lines : []
         Keys.onUpPressed: scrollBar.decrease()
         Keys.onDownPressed: scrollBar.increase()
+        Keys.onReturnPressed: dialog.pressDefault()
+        Keys.onEnterPressed: dialog.pressDefault()
         ScrollBar.vertical: ScrollBar {
             id: scrollBar
         }

@@ -36,6 +36,12 @@ ApplicationWindow {
             window.closing = true;
             window.close();
         }
+        function onReopened() {
+            if (session.document.modified)
+                revertDialog.open();
+            else
+                statusBar.show(qsTr("“%1” is open already").arg(session.document.title));
+        }
     }
     Connections {
         target: session.loader

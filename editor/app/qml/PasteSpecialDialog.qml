@@ -79,6 +79,7 @@ EditorDialog {
             }
             clip: true
             focus: true
+            activeFocusOnTab: true
             boundsBehavior: Flickable.StopAtBounds
             highlightMoveDuration: 0
             model: dialog.choices
@@ -125,6 +126,7 @@ EditorDialog {
             EditorButton {
                 objectName: "paste_special_accept"
                 text: qsTr("Paste")
+                isDefault: true
                 enabled: dialog.choices.chosenCount > 0
                 onClicked: dialog.accept()
                 Keys.onReturnPressed: dialog.acceptChoice()

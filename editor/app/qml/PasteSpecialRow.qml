@@ -38,8 +38,7 @@ Rectangle {
         anchors { left: box.right; leftMargin: 7; verticalCenter: parent.verticalCenter }
         width: Math.min(implicitWidth, numbers.x - x - 8)
         text: model.label
-        color: theme.text
-        opacity: model.group || model.takers > 0 ? 1 : 0.5
+        color: model.group || model.takers > 0 ? theme.text : theme.dimText
         font { pixelSize: 12; bold: model.group }
         elide: Text.ElideRight
         textFormat: Text.PlainText
@@ -71,8 +70,7 @@ Rectangle {
                 width: 64
                 text: modelData.toLocaleString(Qt.locale(), "f", 0)
                 horizontalAlignment: Text.AlignRight
-                color: theme.text
-                opacity: modelData > 0 ? 1 : 0.5
+                color: modelData > 0 ? theme.text : theme.dimText
                 font.pixelSize: 12
                 textFormat: Text.PlainText
             }

@@ -65,6 +65,12 @@ void GizmoController::setSnapping(bool snapping)
     Q_EMIT settingsChanged();
 }
 
+void GizmoController::setSteps(const GizmoSteps& steps)
+{
+    m_steps = steps;
+    Q_EMIT settingsChanged();
+}
+
 QString GizmoController::step() const
 {
     switch (m_tool) {
@@ -144,7 +150,9 @@ GizmoLayout GizmoController::layout() const
 
 QString GizmoController::readout() const
 {
-    return m_drag ? m_change.text() : QString();
+    if (!m_drag)
+        return {};
+    return m_entry.isEmpty() ? m_change.text() : m_entry.text();
 }
 
 void GizmoController::setHovered(const GizmoHandle& handle)
@@ -169,6 +177,7 @@ bool GizmoController::press(const QPointF& position)
         return false;
     m_drag.emplace(m_tool, m_hovered, frame(), m_camera, position);
     m_change = m_drag->change(std::nullopt);
+    m_entry = GizmoEntry(m_tool, m_hovered);
     m_pressedAt = position;
     m_hasMoved = false;
     Q_EMIT dragStarted();
@@ -179,13 +188,32 @@ bool GizmoController::press(const QPointF& position)
 void GizmoController::drag(const QPointF& position, Qt::KeyboardModifiers modifiers)
 {
     m_hasMoved |= QLineF(m_pressedAt, position).length() > dragThreshold;
-    if (!m_drag || !m_hasMoved)
+    if (!m_drag || !m_hasMoved || !m_entry.isEmpty())
         return;
     m_drag->moveTo(position, modifiers & Qt::ShiftModifier);
     const bool steps = m_snapping != bool(modifiers & Qt::ControlModifier);
     m_change = m_drag->change(steps ? std::optional(m_steps) : std::nullopt);
     Q_EMIT dragged(m_change);
     Q_EMIT looksChanged();
+}
+
+bool GizmoController::keyPress(int key)
+{
+    if (!m_drag)
+        return false;
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        release();
+        return true;
+    }
+    if (!m_entry.press(key))
+        return false;
+    m_hasMoved = true;
+    m_change = m_drag->change(std::nullopt);
+    if (!m_entry.isEmpty())
+        m_entry.applyTo(m_change);
+    Q_EMIT dragged(m_change);
+    Q_EMIT looksChanged();
+    return true;
 }
 
 bool GizmoController::release()

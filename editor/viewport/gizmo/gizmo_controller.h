@@ -1,6 +1,7 @@
 #pragma once
 
 #include "gizmo_drag.h"
+#include "gizmo_entry.h"
 #include "gizmo_layout.h"
 
 #include <QPointF>
@@ -49,6 +50,7 @@ public:
     bool isSnapping() const { return m_snapping; }
     void setSnapping(bool snapping);
     const GizmoSteps& steps() const { return m_steps; }
+    void setSteps(const GizmoSteps& steps);
     QString step() const;
     /// Goes on to the next of the usual steps of the present tool, and from the widest to the
     /// narrowest.
@@ -77,6 +79,9 @@ public:
     bool press(const QPointF& position);
     /// Nothing happens before the pointer has come far enough not to be a click.
     void drag(const QPointF& position, Qt::KeyboardModifiers modifiers);
+    /// Of a drag: what `GizmoEntry` takes counts in place of the pointer, Enter ends the drag.
+    /// Whether the key means something.
+    bool keyPress(int key);
     /// Ends the drag; false when it was a mere click.
     bool release();
     void cancel();
@@ -108,6 +113,7 @@ private:
     QString m_remark;
     GizmoHandle m_hovered;
     std::optional<GizmoDrag> m_drag;
+    GizmoEntry m_entry;
     GizmoChange m_change; // of the drag
     QPointF m_pressedAt;
     bool m_hasMoved = false;

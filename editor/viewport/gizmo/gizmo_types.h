@@ -5,6 +5,7 @@
 #include <QVector3D>
 
 #include <array>
+#include <vector>
 
 namespace editor {
 
@@ -62,6 +63,13 @@ struct GizmoHandle
     }
     bool operator!=(const GizmoHandle& other) const { return !(*this == other); }
 };
+
+/// The axes that a handle acts along when it moves or scales.
+std::vector<int> axesOf(const GizmoHandle& handle);
+/// "X", "Y" or "Z".
+QString axisName(int axis);
+/// Behind the figures of a tool; empty for a factor.
+QString unitOf(Gizmo::Tool tool);
 
 /// Where a gizmo stands in the world.
 struct GizmoFrame

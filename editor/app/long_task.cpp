@@ -1,4 +1,4 @@
-#include "property_task.h"
+#include "long_task.h"
 
 #include <algorithm>
 #include <exception>
@@ -20,17 +20,17 @@ constexpr qint64 progressPeriod = 200;
 
 } // namespace
 
-PropertyTask::PropertyTask(QObject* parent) : QObject(parent)
+LongTask::LongTask(QObject* parent) : QObject(parent)
 {
     m_timer.setSingleShot(true);
     m_timer.setInterval(0);
-    connect(&m_timer, &QTimer::timeout, this, &PropertyTask::workOnSlice);
+    connect(&m_timer, &QTimer::timeout, this, &LongTask::workOnSlice);
 }
 
-PropertyTask::~PropertyTask() = default;
+LongTask::~LongTask() = default;
 
-void PropertyTask::start(const QString& name, std::unique_ptr<PropertyJob> job,
-                         std::function<void()> finished)
+void LongTask::start(const QString& name, std::unique_ptr<SlicedJob> job,
+                     std::function<void()> finished)
 {
     if (m_job || !job)
         return;
@@ -38,12 +38,17 @@ void PropertyTask::start(const QString& name, std::unique_ptr<PropertyJob> job,
     m_job = std::move(job);
     m_finished = std::move(finished);
     setProgress(0);
-    work(firstSlice);
+    QElapsedTimer clock;
+    clock.start();
+    // Work of several short parts is short.
+    do {
+        work(firstSlice);
+    } while (m_job && clock.nsecsElapsed() < firstSlice.count());
     if (m_job)
         Q_EMIT runningChanged();
 }
 
-void PropertyTask::cancel()
+void LongTask::cancel()
 {
     if (!m_job)
         return;
@@ -54,13 +59,13 @@ void PropertyTask::cancel()
     Q_EMIT canceled(m_name);
 }
 
-void PropertyTask::workOnSlice()
+void LongTask::workOnSlice()
 {
     const std::chrono::nanoseconds pause(m_pause.nsecsElapsed());
     work(std::clamp(pause, shortestSlice, longestSlice));
 }
 
-void PropertyTask::work(std::chrono::nanoseconds time)
+void LongTask::work(std::chrono::nanoseconds time)
 {
     bool goesOn = false;
     QString error;
@@ -76,6 +81,7 @@ void PropertyTask::work(std::chrono::nanoseconds time)
         m_timer.start();
         return;
     }
+    m_timer.stop();
     const auto finished = std::exchange(m_finished, {});
     if (error.isEmpty())
         finished();
@@ -85,7 +91,7 @@ void PropertyTask::work(std::chrono::nanoseconds time)
         Q_EMIT failed(m_name, error);
 }
 
-void PropertyTask::setProgress(qreal progress)
+void LongTask::setProgress(qreal progress)
 {
     m_progress = progress;
     m_progressAge.start();

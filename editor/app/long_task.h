@@ -1,6 +1,6 @@
 #pragma once
 
-#include <kyr_scene_outline/property_job.h>
+#include "sliced_job.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -11,9 +11,9 @@
 
 namespace editor {
 
-/// A copy or paste of properties, worked off in slices on the event loop. One that is short is
-/// done at once. While it is running nothing else may edit the scene or undo.
-class PropertyTask final : public QObject
+/// A copy or paste, worked off in slices on the event loop. One that is short is done at once.
+/// While it is running nothing else may edit the scene or undo.
+class LongTask final : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(bool running READ isRunning NOTIFY runningChanged)
@@ -21,9 +21,9 @@ class PropertyTask final : public QObject
     Q_PROPERTY(qreal progress READ progress NOTIFY progressChanged)
 
 public:
-    explicit PropertyTask(QObject* parent = nullptr);
+    explicit LongTask(QObject* parent = nullptr);
     /// Cancels.
-    ~PropertyTask() override;
+    ~LongTask() override;
 
     bool isRunning() const noexcept { return m_job != nullptr; }
     QString name() const { return m_name; }
@@ -32,8 +32,7 @@ public:
 
     /// Does nothing while another job is running. `finished` is called at the end unless the job
     /// is cancelled or fails, and may look at the job.
-    void start(const QString& name, std::unique_ptr<PropertyJob> job,
-               std::function<void()> finished);
+    void start(const QString& name, std::unique_ptr<SlicedJob> job, std::function<void()> finished);
     Q_INVOKABLE void cancel();
 
 Q_SIGNALS:
@@ -48,7 +47,7 @@ private:
     void workOnSlice();
     void setProgress(qreal progress);
 
-    std::unique_ptr<PropertyJob> m_job;
+    std::unique_ptr<SlicedJob> m_job;
     std::function<void()> m_finished;
     QTimer m_timer;
     /// Since the last slice.
