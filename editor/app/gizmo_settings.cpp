@@ -1,6 +1,6 @@
 #include "gizmo_settings.h"
 
-#include <editor/viewport/gizmo/gizmo_controller.h>
+#include <editor/viewport/viewport_controller.h>
 
 #include <QSettings>
 
