@@ -2,6 +2,8 @@
 
 #include <editor/document/display_color.h>
 #include <editor/document/scene_commands.h>
+#include <editor/document/scene_properties.h>
+#include <editor/document/step_name.h>
 
 #include <QElapsedTimer>
 
@@ -58,26 +60,39 @@ void InspectorModel::followSelection()
 {
     m_objects = selectedObjects(m_document, m_selection);
     std::reverse(m_objects.begin(), m_objects.end());
-    std::vector<InspectorProperty> properties;
-    if (!m_objects.empty())
-        properties = inspectorProperties(m_objects.front()->reflected());
-
-    const bool isSame = std::equal(
-        properties.begin(), properties.end(), m_lines.begin(), m_lines.end(),
-        [](const auto& property, const Line& line) { return isSameLine(property, line.property); });
+    std::vector<Line> lines = primaryLines();
+    const bool isSame =
+        std::equal(lines.begin(), lines.end(), m_lines.begin(), m_lines.end(),
+                   [](const Line& line, const Line& other) { return line.isSameAs(other); });
     if (isSame) {
         readValues();
     } else {
         endChange();
         beginResetModel();
-        m_lines.clear();
-        for (InspectorProperty& property : properties)
-            m_lines.push_back({std::move(property), {}});
+        m_lines = std::move(lines);
         readPrimaryValues();
         endResetModel();
         compareSlice();
     }
     Q_EMIT objectsChanged();
+}
+
+std::vector<InspectorModel::Line> InspectorModel::primaryLines() const
+{
+    std::vector<Line> lines;
+    if (m_objects.empty())
+        return lines;
+    std::string group;
+    for (const SceneProperty& property : SceneProperties::all().list()) {
+        if (property.isComponent() || !property.valueIn(*m_objects.front()))
+            continue;
+        const std::string own = property.groupPath();
+        if (!own.empty() && own != group)
+            lines.push_back({own, property.group(), {}});
+        group = own;
+        lines.push_back({property.path(), property.title(), own, &property});
+    }
+    return lines;
 }
 
 void InspectorModel::readValues()
@@ -98,9 +113,10 @@ void InspectorModel::readPrimaryValues()
         Q_EMIT lockedChanged();
     if (m_objects.empty())
         return;
-    const kyr::ReflectedObject primary = m_objects.front()->reflected();
-    for (Line& line : m_lines)
-        line.value = MergedValue(propertyAtPath(primary, line.property.path).get());
+    for (Line& line : m_lines) {
+        if (line.property)
+            line.value = MergedValue(*line.property->valueIn(*m_objects.front()));
+    }
 }
 
 void InspectorModel::compareSlice()
@@ -109,13 +125,13 @@ void InspectorModel::compareSlice()
     clock.start();
     std::vector<bool> changed(m_lines.size());
     while (m_compared < m_objects.size()) {
-        const kyr::ReflectedObject object = m_objects[m_compared]->reflected();
+        SceneObject& object = *m_objects[m_compared];
         for (std::size_t row = 0; row < m_lines.size(); ++row) {
-            auto& [property, value] = m_lines[row];
-            if (property.kind == PropertyKind::Group || value.isFullyMixed())
+            Line& line = m_lines[row];
+            if (!line.property || line.value.isFullyMixed())
                 continue;
-            const kyr::BoundProperty other = propertyAtPath(object, property.path);
-            if (other.isValid() && value.merge(other.get()))
+            const std::optional<lumo::Variant> other = line.property->valueIn(object);
+            if (other && line.value.merge(*other))
                 changed[row] = true;
         }
         ++m_compared;
@@ -139,34 +155,42 @@ QVariant InspectorModel::data(const QModelIndex& index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    const auto& [property, value] = m_lines[std::size_t(index.row())];
+    const Line& line = m_lines[std::size_t(index.row())];
     switch (role) {
     case LabelRole:
-        return property.label;
+        return line.label;
     case PathRole:
-        return QString::fromStdString(property.path);
+        return QString::fromStdString(line.path);
     case KindRole:
-        return kindName(property.kind);
+        return kindName(line.kind());
     case ValueRole:
-        return value.display();
+        return line.value.display();
     case MixedRole:
-        return value.isFullyMixed();
-    case ReadOnlyRole:
-        return property.isReadOnly || (m_locked && property.path != "locked");
-    case UnitRole:
-        return property.unit;
-    case MinimumRole:
-        return property.minimum;
-    case MaximumRole:
-        return property.maximum;
-    case StepRole:
-        return property.step;
-    case ChoicesRole:
-        return property.choices;
+        return line.value.isFullyMixed();
     case ExpandedRole:
-        return !m_foldedGroups.contains(QString::fromStdString(property.path));
+        return !m_foldedGroups.contains(QString::fromStdString(line.path));
     case ShownRole:
-        return !m_foldedGroups.contains(QString::fromStdString(property.group));
+        return !m_foldedGroups.contains(QString::fromStdString(line.group));
+    default:
+        return line.property ? describe(*line.property, role) : QVariant();
+    }
+}
+
+QVariant InspectorModel::describe(const SceneProperty& property, int role) const
+{
+    switch (role) {
+    case ReadOnlyRole:
+        return !property.isEditable() || (m_locked && property.path() != "locked");
+    case UnitRole:
+        return property.unit();
+    case MinimumRole:
+        return property.minimum();
+    case MaximumRole:
+        return property.maximum();
+    case StepRole:
+        return property.step();
+    case ChoicesRole:
+        return property.choices();
     default:
         return {};
     }
@@ -183,37 +207,43 @@ QHash<int, QByteArray> InspectorModel::roleNames() const
 
 void InspectorModel::setBoolean(int row, bool value)
 {
-    const InspectorProperty* property = propertyAt(row);
-    if (!property || property->isReadOnly)
+    const SceneProperty* property = propertyAt(row);
+    if (!property || !property->isEditable())
         return;
-    const std::string path = property->path;
     {
-        const Zar::CommitChangesScope step("Set " + property->label.toStdString(),
-                                           m_document.changesController().get());
-        m_document.setProperty(SceneObjects(m_objects), path, lumo::Variant(value));
+        const Zar::CommitChangesScope step(stepOf(*property), m_document.changesController().get());
+        m_document.setProperty(SceneObjects(m_objects), property->path(), lumo::Variant(value));
     }
     emitChanged(row, {ValueRole});
 }
 
 void InspectorModel::setColor(int row, const QColor& color)
 {
-    const lumo::Color linear = linearColor(color);
-    edit(row, [linear](const SceneObject&, const lumo::Variant&) { return lumo::Variant(linear); });
+    setText(row, color.name());
 }
 
 void InspectorModel::setText(int row, const QString& text)
 {
-    const std::string value = text.toStdString();
-    edit(row, [value](const SceneObject&, const lumo::Variant&) { return lumo::Variant(value); });
+    const SceneProperty* property = propertyAt(row);
+    const bool isTaken =
+        !property || edit(row, [property, text](SceneObject& object, const lumo::Variant&) {
+            return property->edited(object, text);
+        });
+    if (!isTaken)
+        Q_EMIT refused(tr("%1 cannot be “%2”").arg(property->title(), text));
+}
+
+std::string InspectorModel::stepOf(const SceneProperty& property) const
+{
+    return property.isName() ? stepName("Rename", m_objects)
+                             : "Set " + property.title().toStdString();
 }
 
 void InspectorModel::beginChange(int row)
 {
-    const InspectorProperty* property = propertyAt(row);
-    if (property && !m_change) {
-        m_change.emplace("Set " + property->label.toStdString(),
-                         m_document.changesController().get());
-    }
+    const SceneProperty* property = propertyAt(row);
+    if (property && !m_change)
+        m_change.emplace(stepOf(*property), m_document.changesController().get());
 }
 
 void InspectorModel::endChange()
@@ -222,32 +252,35 @@ void InspectorModel::endChange()
     m_dragStarts.clear();
 }
 
-void InspectorModel::edit(int row, const Edit& edit)
+bool InspectorModel::edit(int row, const Edit& edit)
 {
-    const InspectorProperty* property = propertyAt(row);
-    if (!property || property->isReadOnly)
-        return;
-    const std::string path = property->path;
+    const SceneProperty* property = propertyAt(row);
+    if (!property || !property->isEditable())
+        return true;
+    bool isTaken = true;
     {
-        const Zar::CommitChangesScope step("Set " + property->label.toStdString(),
-                                           m_document.changesController().get());
+        const Zar::CommitChangesScope step(stepOf(*property), m_document.changesController().get());
         for (const SceneObjectPtr& object : SceneObjects(m_objects)) {
-            const kyr::BoundProperty target = propertyAtPath(object->reflected(), path);
-            if (target.isValid())
-                target.set(edit(*object, target.get()));
+            const kyr::BoundProperty target = propertyAtPath(object->reflected(), property->path());
+            if (!target.isValid())
+                continue;
+            if (const auto value = edit(*object, target.get()))
+                target.set(*value);
+            else
+                isTaken = false;
         }
     }
     // A value that was refused must not stay in the field it was typed into.
     if (propertyAt(row))
         Q_EMIT dataChanged(index(row), index(row), {ValueRole});
+    return isTaken;
 }
 
 void InspectorModel::toggleGroup(int row)
 {
-    const InspectorProperty* property = propertyAt(row);
-    if (!property || property->kind != PropertyKind::Group)
+    if (row < 0 || row >= rowCount() || propertyAt(row))
         return;
-    const QString group = QString::fromStdString(property->path);
+    const QString group = QString::fromStdString(m_lines[std::size_t(row)].path);
     if (!m_foldedGroups.remove(group))
         m_foldedGroups.insert(group);
     emitChanged(row, {ExpandedRole, ShownRole});
@@ -259,10 +292,10 @@ void InspectorModel::emitChanged(int row, const QVector<int>& roles)
         Q_EMIT dataChanged(index(row), index(int(m_lines.size()) - 1), roles);
 }
 
-const InspectorProperty* InspectorModel::propertyAt(int row) const
+const SceneProperty* InspectorModel::propertyAt(int row) const
 {
     const bool exists = row >= 0 && row < int(m_lines.size());
-    return exists ? &m_lines[std::size_t(row)].property : nullptr;
+    return exists ? m_lines[std::size_t(row)].property : nullptr;
 }
 
 } // namespace editor

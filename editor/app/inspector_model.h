@@ -1,9 +1,9 @@
 #pragma once
 
-#include "inspector_property.h"
 #include "merged_value.h"
 
 #include <editor/document/scene_document.h>
+#include <editor/document/scene_property.h>
 #include <host/scene/asset_selection.h>
 #include <host/undo/commit_changes_scope.h>
 
@@ -85,23 +85,38 @@ Q_SIGNALS:
     void refused(const QString& reason);
 
 private:
+    /// A property, or the heading of a nested object.
     struct Line
     {
-        InspectorProperty property;
-        MergedValue value;
+        std::string path;
+        QString label;
+        /// Path of the nested object that the property belongs to; empty at the top.
+        std::string group;
+        /// Null for a heading.
+        const SceneProperty* property = nullptr;
+        MergedValue value = {};
+
+        PropertyKind kind() const { return property ? property->kind() : PropertyKind::Group; }
+        bool isSameAs(const Line& other) const { return path == other.path; }
     };
-    /// The new value from an object's present one.
-    using Edit = std::function<lumo::Variant(const SceneObject&, const lumo::Variant&)>;
+    /// The new value from an object's present one; nothing when it cannot be taken.
+    using Edit = std::function<std::optional<lumo::Variant>(SceneObject&, const lumo::Variant&)>;
 
     void followSelection();
     void readValues();
     void readPrimaryValues();
     void compareSlice();
-    void edit(int row, const Edit& edit);
+    /// Of the primary object.
+    std::vector<Line> primaryLines() const;
+    /// Whether the value could be taken.
+    bool edit(int row, const Edit& edit);
+    std::string stepOf(const SceneProperty& property) const;
     void changeNumber(int row, int component,
                       const std::function<double(const SceneObject&, double)>& change);
     void emitChanged(int row, const QVector<int>& roles);
-    const InspectorProperty* propertyAt(int row) const;
+    QVariant describe(const SceneProperty& property, int role) const;
+    /// Null for a heading.
+    const SceneProperty* propertyAt(int row) const;
 
     SceneDocument& m_document;
     IAssetSelection& m_selection;

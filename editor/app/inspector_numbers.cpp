@@ -3,60 +3,31 @@
 
 #include "inspector_model.h"
 
-#include "number_entry.h"
+#include <editor/document/number_entry.h>
 
-#include <host/variant/number_text.h>
-#include <host/variant/variant_converter.h>
-
-#include <algorithm>
 #include <cmath>
 
 namespace editor {
 
-namespace {
-
-double numberOf(const lumo::Variant& value, int component)
-{
-    if (component >= 0)
-        return shownNumber(componentsOf(value).values[std::size_t(component)]);
-    std::string text;
-    lumo::VariantConverter::toText(value, text);
-    return QString::fromStdString(text).toDouble();
-}
-
-lumo::Variant withNumber(const lumo::Variant& value, int component, double number, bool isInteger)
-{
-    if (component >= 0)
-        return withComponent(value, component, float(number));
-    return lumo::Variant(isInteger ? lumo::textOfNumber(std::llround(number))
-                                   : lumo::textOfNumber(number));
-}
-
-} // namespace
-
 void InspectorModel::changeNumber(int row, int component,
                                   const std::function<double(const SceneObject&, double)>& change)
 {
-    const InspectorProperty* property = propertyAt(row);
+    const SceneProperty* property = propertyAt(row);
     if (!property)
         return;
-    const double minimum = property->minimum;
-    const double maximum = property->maximum;
-    const bool isInteger = property->kind == PropertyKind::Integer;
-    const QString label = property->label;
     bool isBounded = false;
     edit(row, [&](const SceneObject& object, const lumo::Variant& present) {
-        const double number = change(object, numberOf(present, component));
+        const double number = change(object, SceneProperty::numberOf(present, component));
         if (!std::isfinite(number))
-            return present;
-        const double bounded = std::clamp(number, minimum, maximum);
-        isBounded = isBounded || bounded != number;
-        return withNumber(present, component, bounded, isInteger);
+            return std::optional(present);
+        isBounded = isBounded || property->bounded(number) != number;
+        return std::optional(property->withNumber(present, component, number));
     });
     if (isBounded) {
         Q_EMIT refused(tr("%1 is kept between %2 and %3")
-                           .arg(label, QLocale::c().toString(minimum, 'g', 9),
-                                QLocale::c().toString(maximum, 'g', 9)));
+                           .arg(property->title(),
+                                QLocale::c().toString(property->minimum(), 'g', 9),
+                                QLocale::c().toString(property->maximum(), 'g', 9)));
     }
 }
 

@@ -1,20 +1,10 @@
 #include "merged_value.h"
 
-#include "property_kind.h"
-
-#include <editor/document/display_color.h>
-#include <host/variant/variant_converter.h>
+#include <editor/document/property_kind.h>
 
 namespace editor {
 
 namespace {
-
-QString textOf(const lumo::Variant& value)
-{
-    std::string text;
-    lumo::VariantConverter::toText(value, text);
-    return QString::fromStdString(text);
-}
 
 QVariantList displayComponents(const lumo::Variant& vector, unsigned mixed)
 {
@@ -52,22 +42,9 @@ bool MergedValue::merge(const lumo::Variant& value)
 
 QVariant MergedValue::display() const
 {
-    switch (propertyKind(m_first)) {
-    case PropertyKind::Boolean:
-        return *m_first.tryGet<bool>();
-    case PropertyKind::Integer:
-    case PropertyKind::Number:
-        return textOf(m_first).toDouble();
-    case PropertyKind::Color:
-        return displayColor(*m_first.tryGet<lumo::Color>());
-    case PropertyKind::Vector:
+    if (componentsOf(m_first).count > 0)
         return displayComponents(m_first, m_mixed);
-    case PropertyKind::Group:
-    case PropertyKind::Text:
-    case PropertyKind::Choice:
-        break;
-    }
-    return textOf(m_first);
+    return shownValue(m_first);
 }
 
 } // namespace editor

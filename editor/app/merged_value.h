@@ -18,8 +18,8 @@ public:
     /// Whether objects differ in the value, or in each part of a vector.
     bool isFullyMixed() const noexcept { return m_mixed == m_all; }
 
-    /// The first object's value for a view: bool, double, QString, QColor, or for vectors a list
-    /// of numbers with null where objects differ.
+    /// The first object's value as `shownValue` has it, or for vectors a list of numbers with null
+    /// where objects differ.
     QVariant display() const;
 
 private:

@@ -1,6 +1,6 @@
 #include "paste_special_model.h"
 
-#include <editor/document/property_roles.h>
+#include <editor/document/scene_properties.h>
 
 #include <algorithm>
 
@@ -33,7 +33,7 @@ void PasteSpecialModel::show(const PropertyPasteReport& report, const PasteChoic
     m_targets = int(report.targets);
     // In the order of the inspector; what the editor does not know comes last, by its path.
     auto left = report.properties;
-    for (const PropertyRole& role : PropertyRoles::all().list()) {
+    for (const SceneProperty& role : SceneProperties::all().list()) {
         const auto found = left.find(role.path());
         if (found == left.end())
             continue;

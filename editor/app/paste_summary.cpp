@@ -1,6 +1,6 @@
 #include "paste_summary.h"
 
-#include <editor/document/property_roles.h>
+#include <editor/document/scene_properties.h>
 #include <host/clipboard/clipboard.h>
 #include <tools/common/string_utils.h>
 
@@ -17,15 +17,6 @@ QString tr(const char* text)
     return QCoreApplication::translate("editor::PasteSummary", text);
 }
 
-const PropertyRole* roleOf(const std::string& path)
-{
-    const auto& roles = PropertyRoles::all().list();
-    const auto found = std::find_if(roles.begin(), roles.end(), [&path](const PropertyRole& role) {
-        return role.path() == path;
-    });
-    return found != roles.end() ? &*found : nullptr;
-}
-
 /// "; no match for Range, Intensity and 3 more": the properties of which that went wrong somewhere.
 /// Figures that can only be looked at are always left out of a paste, and need no word.
 QString problemWith(const PropertyPasteReport& report, const QString& heading,
@@ -35,11 +26,11 @@ QString problemWith(const PropertyPasteReport& report, const QString& heading,
     QStringList names;
     int count = 0;
     for (const auto& [path, counts] : report.properties) {
-        const PropertyRole* role = roleOf(path);
-        if (counts.*problem == 0 || (role && role->isReadOnly()))
+        const SceneProperty* property = SceneProperties::all().find(path);
+        if (counts.*problem == 0 || (property && property->isReadOnly()))
             continue;
         if (++count <= named)
-            names << (role ? role->title() : QString::fromStdString(path));
+            names << (property ? property->title() : QString::fromStdString(path));
     }
     if (count == 0)
         return {};

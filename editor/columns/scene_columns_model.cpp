@@ -1,6 +1,6 @@
 #include "scene_columns_model.h"
 
-#include <editor/document/property_roles.h>
+#include <editor/document/scene_properties.h>
 #include <editor/rows/scene_item_model.h>
 #include <kyr_scene_outline/item_roles.h>
 
@@ -18,29 +18,33 @@ std::size_t groupOf(const QModelIndex& column)
     return static_cast<std::size_t>(column.internalId() - 1);
 }
 
-int widthOf(PropertyRole::Form form)
+int widthOf(PropertyKind kind)
 {
-    switch (form) {
-    case PropertyRole::Form::Toggle:
+    switch (kind) {
+    case PropertyKind::Boolean:
         return 56;
-    case PropertyRole::Form::Number:
+    case PropertyKind::Integer:
+    case PropertyKind::Number:
         return 76;
-    case PropertyRole::Form::Color:
+    case PropertyKind::Color:
         return 90;
-    case PropertyRole::Form::Vector:
+    case PropertyKind::Vector:
         return 140;
-    case PropertyRole::Form::Text:
+    case PropertyKind::Text:
+    case PropertyKind::Choice:
+    case PropertyKind::Group:
         break;
     }
     return 110;
 }
 
-Qt::Alignment alignmentOf(PropertyRole::Form form)
+Qt::Alignment alignmentOf(PropertyKind kind)
 {
-    switch (form) {
-    case PropertyRole::Form::Toggle:
+    switch (kind) {
+    case PropertyKind::Boolean:
         return Qt::AlignHCenter;
-    case PropertyRole::Form::Number:
+    case PropertyKind::Integer:
+    case PropertyKind::Number:
         return Qt::AlignRight;
     default:
         return Qt::AlignLeft;
@@ -56,22 +60,23 @@ SceneColumnsModel::SceneColumnsModel(QObject* parent) : QAbstractItemModel(paren
     addColumn(object, {"path", tr("Path"), SceneItemModel::PathRole, 150});
     addColumn(object, {"count", tr("Children"), kyr::CountRole, 70, false, Qt::AlignRight});
     addColumn(object, {"modified", tr("Modified"), kyr::ModifiedRole, 70, false, Qt::AlignHCenter});
-    for (const PropertyRole& property : PropertyRoles::all().list())
-        addProperty(property);
+    for (const SceneProperty& property : SceneProperties::all().list()) {
+        if (!property.isName())
+            addProperty(property);
+    }
 }
 
-void SceneColumnsModel::addProperty(const PropertyRole& property)
+void SceneColumnsModel::addProperty(const SceneProperty& property)
 {
     const QString group = property.group().isEmpty() ? tr("Object") : property.group();
     // Above the tree a title stands without its group.
     const QString title = hasTitle(property.title())
                               ? group + QLatin1Char(' ') + property.title().toLower()
                               : property.title();
+    const bool isToggle = property.kind() == PropertyKind::Boolean && property.isEditable();
     addColumn(group, {QString::fromStdString(property.path()), title, property.role(),
-                      widthOf(property.form()), property.form() == PropertyRole::Form::Toggle,
-                      alignmentOf(property.form()),
-                      property.isEditable() && property.form() != PropertyRole::Form::Toggle,
-                      property.choices()});
+                      widthOf(property.kind()), isToggle, alignmentOf(property.kind()),
+                      property.isEditable() && !isToggle, property.choices()});
 }
 
 void SceneColumnsModel::addColumn(const QString& group, Column column)

@@ -6,7 +6,7 @@
 
 namespace editor {
 
-class PropertyRole;
+class SceneProperty;
 
 /// The columns that a tree of the scene can show, in groups: what a row has by itself, and each
 /// reflected property of its object. Groups are no columns and cannot be selected.
@@ -17,7 +17,7 @@ class SceneColumnsModel final : public QAbstractItemModel
 public:
     enum Role
     {
-        ColumnIdRole = Qt::UserRole, ///< QString; see `PropertyRole::path` for properties
+        ColumnIdRole = Qt::UserRole, ///< QString; see `SceneProperty::path` for properties
         ColumnOrderRole,             ///< int, place among the columns that show; can be set
         ValueRole,                   ///< int, role of the tree's model for the values
         WidthRole,                   ///< int, pixels to begin with
@@ -63,7 +63,7 @@ private:
         std::vector<Column> columns;
     };
 
-    void addProperty(const PropertyRole& property);
+    void addProperty(const SceneProperty& property);
     void addColumn(const QString& group, Column column);
     bool hasTitle(const QString& title) const;
     const Column* columnAt(const QModelIndex& index) const;

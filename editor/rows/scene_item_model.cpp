@@ -1,7 +1,7 @@
 #include "scene_item_model.h"
 
 #include "row_buttons.h"
-#include <editor/document/property_roles.h>
+#include <editor/document/scene_properties.h>
 
 #include <editor/document/scene_document.h>
 #include <host/undo/commit_changes_scope.h>
@@ -24,7 +24,7 @@ QVector<int> rolesOf(ChangeAspects aspects)
         roles << kyr::CountRole;
     if (aspects & ~(ChangeAspects(ChangeAspect::Modified) | ChangeAspect::Children))
         roles << kyr::ObjectRole;
-    return roles << PropertyRoles::all().changedBy(aspects);
+    return roles << SceneProperties::all().changedBy(aspects);
 }
 
 QString pathOf(const SceneObject& object)
@@ -114,8 +114,10 @@ QHash<int, QByteArray> SceneItemModel::roleNames() const
     for (auto role = kyr::itemRoleNames.begin(); role != kyr::itemRoleNames.end(); ++role)
         names.insert(role.key(), role.value());
     names.insert(PathRole, "path");
-    for (const PropertyRole& property : PropertyRoles::all().list())
-        names.insert(property.role(), QByteArray::fromStdString(property.path()));
+    for (const SceneProperty& property : SceneProperties::all().list()) {
+        if (!property.isName())
+            names.insert(property.role(), QByteArray::fromStdString(property.path()));
+    }
     return names;
 }
 
@@ -179,8 +181,8 @@ QVariant SceneItemModel::data(const QModelIndex& index, int role) const
     case PathRole:
         return pathOf(object);
     default:
-        const PropertyRole* property = PropertyRoles::all().find(role);
-        return property ? property->value(object) : QVariant();
+        const SceneProperty* property = SceneProperties::all().find(role);
+        return property ? property->shownIn(object) : QVariant();
     }
 }
 
@@ -205,7 +207,7 @@ bool SceneItemModel::setData(const QModelIndex& index, const QVariant& value, in
 
 bool SceneItemModel::setProperty(SceneObject& object, int role, const QVariant& value)
 {
-    const PropertyRole* property = PropertyRoles::all().find(role);
+    const SceneProperty* property = SceneProperties::all().find(role);
     const auto edited = property ? property->edited(object, value) : std::nullopt;
     if (!edited)
         return false;

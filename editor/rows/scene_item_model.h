@@ -14,7 +14,7 @@ class SceneDocument;
 
 /// The scene as a tree of one column; the scene itself is the only top-level row.
 /// Rows can be renamed, dragged into another place and take the marks of `setHovered`. Reflected
-/// properties have the roles of `PropertyRoles`; those that can be edited take a text or a bool.
+/// properties have the roles of `SceneProperties`; those that can be edited take a text or a bool.
 ///
 /// Values of the item roles: type QString as of `kindId`; count int, the number of children;
 /// expanded bool, whether the branch starts open, can be set; enabled bool, visible and not locked

@@ -1,5 +1,5 @@
 #include <editor/columns/column_choice.h>
-#include <editor/document/property_roles.h>
+#include <editor/document/scene_properties.h>
 #include <editor/document/scene_document.h>
 #include <editor/rows/scene_item_model.h>
 
@@ -98,9 +98,9 @@ TEST_F(ColumnChoiceTest, comesBackInItsOrder)
     EXPECT_EQ(shown(ColumnChoice(columns)), QStringList({"count", "type"})) << "one is no more";
 }
 
-struct PropertyRolesTest : testing::Test
+struct ScenePropertyTest : testing::Test
 {
-    PropertyRolesTest()
+    ScenePropertyTest()
     {
         document.open(test::sceneFrom("light Lamp | transform.position=0.1 2 -3 | "
                                       "light.color=0 1 0 1 | light.type=spot\ncamera Camera"),
@@ -122,7 +122,7 @@ struct PropertyRolesTest : testing::Test
     SceneItemModel model{document};
 };
 
-TEST_F(PropertyRolesTest, giveValuesFitToShowAndSort)
+TEST_F(ScenePropertyTest, giveValuesFitToShowAndSort)
 {
     EXPECT_EQ(value(0, "transform.position.x"), QVariant(0.1));
     EXPECT_EQ(value(0, "transform.position"), QVariant("0.1 2 -3"));
@@ -136,7 +136,7 @@ TEST_F(PropertyRolesTest, giveValuesFitToShowAndSort)
     EXPECT_EQ(model.roleNames().value(role("light.intensity")), "light.intensity");
 }
 
-TEST_F(PropertyRolesTest, togglesAreSetAsOneStep)
+TEST_F(ScenePropertyTest, togglesAreSetAsOneStep)
 {
     EXPECT_TRUE(model.setData(row(0), true, role("locked")));
     EXPECT_EQ(value(0, "locked"), QVariant(true));
@@ -146,7 +146,7 @@ TEST_F(PropertyRolesTest, togglesAreSetAsOneStep)
     EXPECT_EQ(value(0, "locked"), QVariant(false));
 }
 
-TEST_F(PropertyRolesTest, textsAreTakenForWhatTheyMeanOrRefused)
+TEST_F(ScenePropertyTest, textsAreTakenForWhatTheyMeanOrRefused)
 {
     const auto set = [this](const char* path, const char* text) {
         return model.setData(row(0), QString::fromUtf8(text), role(path));
@@ -161,8 +161,10 @@ TEST_F(PropertyRolesTest, textsAreTakenForWhatTheyMeanOrRefused)
     EXPECT_EQ(value(0, "light.type"), QVariant("point"));
     EXPECT_TRUE(set("light.intensity", "-4"));
     EXPECT_EQ(value(0, "light.intensity"), QVariant(0.0)) << "bounds of the property hold";
+    EXPECT_TRUE(set("transform.position.x", "*2,5"));
+    EXPECT_EQ(value(0, "transform.position.x"), QVariant(2.5)) << "of the present one";
     const int steps = document.undoStack().count();
-    for (const auto& [path, text] : {std::pair("transform.position.x", "2,5"),
+    for (const auto& [path, text] : {std::pair("transform.position.x", "two"),
                                      {"transform.position", "1 2"},
                                      {"light.color", "reddish"},
                                      {"light.type", "spotty"},
@@ -180,7 +182,7 @@ TEST_F(PropertyRolesTest, textsAreTakenForWhatTheyMeanOrRefused)
     EXPECT_FALSE(columns.indexOf("id").data(SceneColumnsModel::EditableRole).toBool());
 }
 
-TEST_F(PropertyRolesTest, pathsFollowTheNamesAbove)
+TEST_F(ScenePropertyTest, pathsFollowTheNamesAbove)
 {
     const SceneObjectPtr group = SceneObject::create(ObjectKind::Group, "Group");
     const SceneObjectPtr inner = SceneObject::create(ObjectKind::Group, "Inner");
@@ -210,7 +212,7 @@ TEST_F(PropertyRolesTest, pathsFollowTheNamesAbove)
     EXPECT_TRUE(tells(innerRow) && tells(mesh));
 }
 
-TEST_F(PropertyRolesTest, changesNameTheRolesThatMayDiffer)
+TEST_F(ScenePropertyTest, changesNameTheRolesThatMayDiffer)
 {
     QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
     const auto changedRoles = [&](const char* path, const lumo::Variant& value) {

@@ -91,6 +91,10 @@ TEST_F(EditorInspectorTest, refusedInputShowsTheOldValue)
     EXPECT_EQ(object("Left")->light()->outerAngle, 90) << "kept within the range";
     EXPECT_EQ(text("message_text"), "Outer angle is kept between 0 and 90");
 
+    enter(fieldPoint("name"), " ");
+    EXPECT_EQ(text("message_text"), "Name cannot be “ ”");
+    EXPECT_NE(object("Left"), nullptr);
+
     click(fieldPoint("light.intensity"));
     type("9");
     key(Qt::Key_Escape);
@@ -137,6 +141,7 @@ TEST_F(EditorInspectorTest, draggedNumberNameAndVisibilityShowEverywhere)
 
     enter(fieldPoint("name"), "Crate");
     EXPECT_EQ(row("Crate").data().toString(), "Crate");
+    EXPECT_EQ(session.undoStatus()->undoName(), "Rename Near");
     EXPECT_EQ(text("primary_text"), "Crate");
 
     click(fieldPoint("visible", 0.02));

@@ -1,6 +1,6 @@
 #include "scene_samples.h"
 
-#include <editor/document/property_roles.h>
+#include <editor/document/scene_properties.h>
 #include <editor/rows/scene_asset_model.h>
 #include <host/scene/recorded_asset_selection.h>
 #include <kyr_scene_outline/item_roles.h>
@@ -42,7 +42,7 @@ struct SceneItemModelTest : testing::Test
             if (first != last)
                 text += "-" + last.data().toString().toStdString();
             for (const int role : call[2].value<QVector<int>>()) {
-                if (!PropertyRoles::all().find(role))
+                if (!SceneProperties::all().find(role))
                     text += " " + model.roleNames().value(role).toStdString();
             }
             texts.push_back(text);

@@ -2,6 +2,8 @@
 
 #include <host/variant/variant.h>
 
+#include <QVariant>
+
 #include <array>
 
 namespace editor {
@@ -34,6 +36,9 @@ struct Components
 Components componentsOf(const lumo::Variant& vector);
 /// A vector of the same type with one component replaced.
 lumo::Variant withComponent(const lumo::Variant& vector, int component, float number);
+
+/// For a view: bool, int, double, QColor or QString, which is the text form of anything else.
+QVariant shownValue(const lumo::Variant& value);
 
 /// The number that a person would write for it: 0.1 rather than 0.10000000149.
 double shownNumber(float number);

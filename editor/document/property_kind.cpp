@@ -1,5 +1,6 @@
 #include "property_kind.h"
 
+#include <editor/document/display_color.h>
 #include <host/variant/number_text.h>
 #include <host/variant/value_types.h>
 #include <host/variant/variant_converter.h>
@@ -65,6 +66,27 @@ lumo::Variant withComponent(const lumo::Variant& vector, int component, float nu
     default:
         return lumo::Variant(lumo::Vector4{v[0], v[1], v[2], v[3]});
     }
+}
+
+QVariant shownValue(const lumo::Variant& value)
+{
+    if (const auto* flag = value.tryGet<bool>())
+        return *flag;
+    if (const auto* number = value.tryGet<float>())
+        return shownNumber(*number);
+    if (const auto* number = value.tryGet<double>())
+        return *number;
+    if (const auto* number = value.tryGet<int>())
+        return *number;
+    if (const auto* number = value.tryGet<unsigned>())
+        return *number;
+    if (const auto* number = value.tryGet<long long>())
+        return *number;
+    if (const auto* color = value.tryGet<lumo::Color>())
+        return displayColor(*color);
+    std::string text;
+    lumo::VariantConverter::toText(value, text);
+    return QString::fromStdString(text);
 }
 
 double shownNumber(float number)
