@@ -45,7 +45,6 @@ protected:
 
     DisplayInput display{window};
     static constexpr auto axisPart = editor::GizmoHandle::Part::Axis;
-    static constexpr auto viewPart = editor::GizmoHandle::Part::View;
 };
 
 } // namespace
