@@ -26,7 +26,7 @@ protected:
     }
     void offer(const std::string& inside)
     {
-        clipboard->text = "<objects>" + inside + "</objects>" + '\0';
+        clipboard->text = "<objects>" + inside + "</objects>" + '\0' + "behind the end";
     }
     /// The messages but the last, which tells the time.
     Lines pasteMessages()
@@ -135,8 +135,12 @@ TEST_F(PasteProperties, UnusableClipboardsChangeNothing)
         clipboard->failing = row.failing;
         select({stranger, bag});
         EXPECT_FALSE(browser.pasteProperties());
-        EXPECT_THAT(messages.take(), ElementsAre("5 Paste properties: clipboard is empty"));
+        const auto job = browser.startPaste();
+        EXPECT_FALSE(job && (job->advance(std::chrono::hours(1)) || job->hasSucceeded()));
+        const std::string reason = "5 Paste properties: clipboard is empty";
+        EXPECT_THAT(messages.take(), ElementsAre(reason, reason));
         EXPECT_THAT(selected(), ElementsAre("stranger", "bag"));
+        EXPECT_FALSE(changes->isScopeOpen());
     }
     clipboard->failing.clear();
     offer("<object-like/>");

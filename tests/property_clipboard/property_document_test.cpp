@@ -1,6 +1,5 @@
 #include "property_bag.h"
 
-#include <clipboard/fake_clipboard.h>
 #include <host/data_section/xml_section.h>
 #include <host/reflection/bound_property.h>
 #include <host/variant/scene_item.h>
@@ -123,22 +122,6 @@ TEST(PropertyDocument, BrokenInvariantsAreReportedAndSurvived)
     document->insertSection("object")->insertSection("property")->writeString("name", "a");
     EXPECT_TRUE(properties::pasteDocument({kyr::PersistentObject()}, document));
     expectReport("rObj");
-}
-
-TEST(ClipboardTransport, CarriesTheBytesAndOneNul)
-{
-    const auto clipboard = std::make_shared<FakeClipboard>();
-    const FakeClipboard::Guard guard(clipboard);
-    const Zar::DataSectionPtr document(new Zar::XMLSection("objects"));
-    document->writeString("text", std::string("\0 \xff", 3));
-    const auto bytes = document->asBinary();
-    EXPECT_TRUE(properties::putDocumentOnClipboard(bytes));
-    EXPECT_EQ(*clipboard->text, std::string(bytes->bytes()) + '\0');
-    EXPECT_EQ(clipboard->takeLog(), "open allocate empty set close");
-    EXPECT_EQ(properties::takeDocumentFromClipboard()->bytes(), bytes->bytes());
-    EXPECT_EQ(clipboard->takeLog(), "open close open get close");
-    *clipboard->text += "behind the end";
-    EXPECT_EQ(properties::takeDocumentFromClipboard()->bytes(), bytes->bytes());
 }
 
 } // namespace

@@ -196,16 +196,4 @@ TEST_F(PropertyJobs, CopyReachesTheClipboardInTheEnd)
     EXPECT_EQ(clipboard->text, document);
 }
 
-TEST_F(PropertyJobs, NothingToDoIsNoJob)
-{
-    clipboard->text = "no document";
-    const auto failing = browser.startPaste();
-    EXPECT_FALSE(failing->advance(0ns) || failing->hasSucceeded());
-    clipboard->text.reset();
-    EXPECT_FALSE(browser.startPaste());
-    EXPECT_THAT(messages.take(), ElementsAre("5 Paste properties: clipboard is empty",
-                                             "5 Paste properties: clipboard is empty"));
-    EXPECT_FALSE(changes->isScopeOpen());
-}
-
 } // namespace

@@ -249,35 +249,25 @@ int TreeModel::columnCount(const QModelIndex&) const
 
 QVariant TreeModel::data(const QModelIndex& index, int role) const
 {
-    if (!index.isValid())
-        return {};
-    const Item& row = *item(index);
-    switch (role) {
-    case Qt::DisplayRole:
-        return row.name;
-    case TypeRole:
-        return row.type;
-    case CountRole:
-        return int(row.children.size());
-    case ObjectRole:
-        return row.objectValue;
-    case ExpandedRole:
-        return row.expanded;
-    case EnabledRole:
-        return row.visible;
-    case HoverRole:
-        return row.hovered;
-    case ModifiedRole:
-        return false;
-    case ButtonsRole:
-        return QVariantList{QVariantMap{{"id", "visible"},
-                                        {"icon", "visible"},
-                                        {"checked", row.visible},
-                                        {"name", "Visible"},
-                                        {"toolTip", row.visible ? "Hide" : "Show"}}};
-    default:
-        return {};
-    }
+    using Read = QVariant (*)(const Item&);
+    static const QHash<int, Read> values{
+        {Qt::DisplayRole, [](const Item& row) { return QVariant(row.name); }},
+        {TypeRole, [](const Item& row) { return QVariant(row.type); }},
+        {CountRole, [](const Item& row) { return QVariant(int(row.children.size())); }},
+        {ObjectRole, [](const Item& row) { return row.objectValue; }},
+        {ExpandedRole, [](const Item& row) { return QVariant(row.expanded); }},
+        {EnabledRole, [](const Item& row) { return QVariant(row.visible); }},
+        {HoverRole, [](const Item& row) { return QVariant(row.hovered); }},
+        {ModifiedRole, [](const Item&) { return QVariant(false); }},
+        {ButtonsRole, [](const Item& row) {
+             return QVariant(QVariantList{QVariantMap{{"id", "visible"},
+                                                      {"icon", "visible"},
+                                                      {"checked", row.visible},
+                                                      {"name", "Visible"},
+                                                      {"toolTip", row.visible ? "Hide" : "Show"}}});
+         }}};
+    const Read read = index.isValid() ? values.value(role) : nullptr;
+    return read ? read(*item(index)) : QVariant();
 }
 
 bool TreeModel::setData(const QModelIndex& index, const QVariant& value, int role)

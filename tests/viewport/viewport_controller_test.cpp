@@ -231,8 +231,10 @@ TEST_F(ViewportControllerTest, UnknownIdsAreLeftOutOfHighlights)
     m_controller.frame({77});
     EXPECT_EQ(distance, m_controller.camera().distance());
     m_controller.setSelectedIds({2});
-    m_controller.frameSelected();
+    EXPECT_TRUE(m_controller.keyPress(Qt::Key_F, 0));
     EXPECT_LT(m_controller.camera().distance(), distance);
+    EXPECT_TRUE(m_controller.keyPress(Qt::Key_Home, 0));
+    EXPECT_FLOAT_EQ(m_controller.camera().distance(), distance);
     m_controller.setItems({});
     EXPECT_TRUE(m_controller.selectedIds().empty());
 }
