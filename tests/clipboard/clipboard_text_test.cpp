@@ -17,14 +17,7 @@ protected:
 
 TEST_F(ClipboardText, CopyHandsOverTheTextAndOneNulOrEndsWithTheStepThatFails)
 {
-    struct Row
-    {
-        const char* failing;
-        const char* log;
-        bool result;
-        std::string left;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, const char*, bool, std::string> rows[] = {
         {"", "open allocate empty set close", true, std::string("text\0", 5)},
         {"open", "open", false, "before"},
         {"allocate", "open allocate close", false, "before"},
@@ -32,12 +25,12 @@ TEST_F(ClipboardText, CopyHandsOverTheTextAndOneNulOrEndsWithTheStepThatFails)
         // Nobody asks whether the clipboard took the text.
         {"set", "open allocate empty set close", true, ""},
     };
-    for (const Row& row : rows) {
+    for (const auto& [failing, log, result, left] : rows) {
         m_clipboard->text = "before";
-        m_clipboard->failing = row.failing;
-        EXPECT_EQ(Zar::StringUtils::copyToClipboardT(std::string("text")), row.result);
-        EXPECT_EQ(m_clipboard->takeLog(), row.log);
-        EXPECT_EQ(m_clipboard->text.value_or(""), row.left) << row.failing;
+        m_clipboard->failing = failing;
+        EXPECT_EQ(Zar::StringUtils::copyToClipboardT(std::string("text")), result);
+        EXPECT_EQ(m_clipboard->takeLog(), log);
+        EXPECT_EQ(m_clipboard->text.value_or(""), left) << failing;
     }
 }
 

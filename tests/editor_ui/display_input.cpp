@@ -22,9 +22,9 @@ QString outputOf(const QString& program, const QStringList& arguments)
     return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
 }
 
-void DisplayInput::press(const QStringList& keys) const
+void DisplayInput::press(const QString& keys) const
 {
-    outputOf("xdotool", QStringList{"key", "--delay", "20"} + keys);
+    outputOf("xdotool", QStringList{"key", "--delay", "20"} + keys.split(' '));
     QTest::qWait(50);
 }
 
@@ -40,7 +40,7 @@ void DisplayInput::click(const QPoint& point, int button) const
     QTest::qWait(50);
 }
 
-void DisplayInput::drag(const QPoint& from, const QPoint& to, const QStringList& keys) const
+void DisplayInput::drag(const QPoint& from, const QPoint& to, const QString& keys) const
 {
     outputOf("xdotool",
              moveTo(from) + QStringList{"mousedown", "1"} + moveTo((from + to) / 2) + moveTo(to));

@@ -15,12 +15,12 @@ class DisplayInput
 public:
     explicit DisplayInput(QWindow* window) : m_window(window) {}
 
-    /// Names as of `xdotool key`: "ctrl+z", "Return".
-    void press(const QStringList& keys) const;
+    /// Names as of `xdotool key`, with spaces between them: "ctrl+z Return".
+    void press(const QString& keys) const;
     /// In pixels of the window; 1 is the left button, 3 the right one.
     void click(const QPoint& point, int button = 1) const;
     /// With the left button; `keys` are pressed before it is released.
-    void drag(const QPoint& from, const QPoint& to, const QStringList& keys = {}) const;
+    void drag(const QPoint& from, const QPoint& to, const QString& keys = {}) const;
 
 private:
     QStringList moveTo(const QPoint& point) const;

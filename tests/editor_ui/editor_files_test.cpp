@@ -178,12 +178,7 @@ TEST_F(EditorFilesTest, unsavedChangesAreAskedFor)
 TEST_F(EditorFilesTest, programWritesAPictureOrSaysWhyNotAndLeavesNothingBehind)
 {
     const QTemporaryDir home;
-    struct
-    {
-        QStringList arguments;
-        int exitCode;
-        QByteArray error;
-    } const rows[] = {
+    const std::tuple<QStringList, int, QByteArray> rows[] = {
         {{"--screenshot", path("street.png")}, 0, ""},
         {{"--screenshot", path("none.png"), path("missing.glb")}, 1, "missing.glb"},
         {{"--theme", "pink"}, 1, "scene_editor: --theme takes dark or light"},

@@ -1,4 +1,3 @@
-#include "display_input.h"
 #include "editor_test.h"
 
 #include <editor/document/transform_math.h>
@@ -43,7 +42,6 @@ protected:
     }
     void letGo(const QPoint& at) { QTest::mouseRelease(window, Qt::LeftButton, {}, at); }
 
-    DisplayInput display{window};
     static constexpr auto axisPart = editor::GizmoHandle::Part::Axis;
 };
 
@@ -73,13 +71,13 @@ TEST_F(EditorGizmoTest, aDragMovesTheSelectionAsOneNamedStepAndShowsItsFigures)
 
     undo();
     const QPoint arrow = handle(axisPart, 0);
-    display.drag(arrow, arrow + QPoint(60, 0), {"2", "period", "9", "BackSpace", "5", "Return"});
+    display.drag(arrow, arrow + QPoint(60, 0), "2 period 9 BackSpace 5 Return");
     EXPECT_EQ(position("Near").x, 0.5f) << "what is typed counts";
     EXPECT_EQ(undoName(), "Move Near");
     EXPECT_EQ(selection(), QStringList({"Near"})) << "the release does nothing more";
     undo();
     const QPoint plane = handle(editor::GizmoHandle::Part::Plane, 2);
-    display.drag(plane, plane + QPoint(9, 9), {"1", "Tab", "minus", "3"});
+    display.drag(plane, plane + QPoint(9, 9), "1 Tab minus 3");
     EXPECT_EQ(position("Near").x, -1);
     EXPECT_EQ(position("Near").y, -3);
 }

@@ -104,11 +104,8 @@ TEST_F(EditorInspectorTest, refusedInputShowsTheOldValue)
 TEST_F(EditorInspectorTest, arithmeticAndScrubbingAreRelativeToEachObject)
 {
     select({"Left", "Right"});
-    const struct
-    {
-        const char* typed;
-        const char* both;
-    } rows[] = {{"*2", "8 10"}, {"+=1.5", "9.5 11.5"}, {"-=0,5", "9 11"}, {"/2", "4.5 5.5"}};
+    const std::pair<const char*, const char*> rows[] = {
+        {"*2", "8 10"}, {"+=1.5", "9.5 11.5"}, {"-=0,5", "9 11"}, {"/2", "4.5 5.5"}};
     for (const auto& [typed, both] : rows) {
         enter(fieldPoint("light.intensity"), typed);
         EXPECT_EQ(intensities(), both) << typed;

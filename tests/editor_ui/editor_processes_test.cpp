@@ -53,9 +53,10 @@ public:
         m_process.waitForFinished();
     }
 
-    void press(const QStringList& keys)
+    void press(const QString& keys)
     {
-        outputOf("xdotool", QStringList{"windowfocus", "--sync", m_window, "key"} + keys);
+        outputOf("xdotool",
+                 QStringList{"windowfocus", "--sync", m_window, "key"} + keys.split(' '));
     }
     /// Waits until it is the window's title.
     bool waitsForTitle(const QString& title)
@@ -90,7 +91,7 @@ TEST(EditorProcessesTest, copyInOneAndPasteInTheOther)
     ASSERT_TRUE(first.waitsForTitle("from.kyrscene"));
     ASSERT_TRUE(second.waitsForTitle("to.kyrscene"));
 
-    first.press({"ctrl+a", "ctrl+shift+a", "ctrl+shift+c"});
+    first.press("ctrl+a ctrl+shift+a ctrl+shift+c");
     const QString read = "xclip -o -selection clipboard";
     ASSERT_TRUE(QTest::qWaitFor(
         [&] {
@@ -101,16 +102,16 @@ TEST(EditorProcessesTest, copyInOneAndPasteInTheOther)
               "well formed");
 
     // Everything, the transform included, which a plain paste leaves out at first.
-    second.press({"ctrl+a", "ctrl+shift+a", "ctrl+alt+v"});
-    second.press({"Down", "Down", "Down", "space", "Return"});
+    second.press("ctrl+a ctrl+shift+a ctrl+alt+v");
+    second.press("Down Down Down space Return");
     ASSERT_TRUE(second.waitsForTitle("• to.kyrscene"));
-    second.press({"ctrl+s"});
+    second.press("ctrl+s");
     ASSERT_TRUE(second.waitsForTitle("to.kyrscene"));
     EXPECT_EQ(contents(to), contents(from));
 
-    second.press({"ctrl+z"});
+    second.press("ctrl+z");
     ASSERT_TRUE(second.waitsForTitle("• to.kyrscene"));
-    second.press({"ctrl+s"});
+    second.press("ctrl+s");
     ASSERT_TRUE(second.waitsForTitle("to.kyrscene"));
     EXPECT_EQ(contents(to), before) << "one undo restores every value";
 }
@@ -133,7 +134,7 @@ TEST(EditorProcessesTest, unsavedWorkOutlivesTheProgram)
     {
         EditorProcess first(scene, settings);
         ASSERT_TRUE(first.waitsForTitle("scene.kyrscene"));
-        first.press({"ctrl+a", "ctrl+d"});
+        first.press("ctrl+a ctrl+d");
         ASSERT_TRUE(first.waitsForTitle("• scene.kyrscene"));
         ASSERT_TRUE(QTest::qWaitFor([&] { return !journals().isEmpty(); }, patience));
     }
@@ -142,10 +143,10 @@ TEST(EditorProcessesTest, unsavedWorkOutlivesTheProgram)
         ASSERT_TRUE(second.waitsForTitle("scene.kyrscene"));
         EditorProcess other(scene, settings);
         ASSERT_TRUE(other.waitsForTitle("scene.kyrscene"));
-        second.press({"space"});
+        second.press("space");
         ASSERT_TRUE(second.waitsForTitle("• scene.kyrscene"));
         EXPECT_EQ(contents(scene), before);
-        second.press({"ctrl+s"});
+        second.press("ctrl+s");
         ASSERT_TRUE(second.waitsForTitle("scene.kyrscene"));
         EXPECT_NE(contents(scene), before);
     }

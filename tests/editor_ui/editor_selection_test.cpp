@@ -126,10 +126,10 @@ TEST_F(EditorSelectionTest, undoBringsBackSelectionsAndObjectsOnBothSides)
 TEST_F(EditorSelectionTest, treeLeavesKeysThatAreNoLettersToTheEditor)
 {
     click(rowPoint("Far"));
-    displayKey("Delete");
+    display.press("Delete");
     EXPECT_TRUE(QTest::qWaitFor([this] { return object("Far") == nullptr; }));
-    displayKey("Up");
-    displayKey("n");
+    display.press("Up");
+    display.press("n");
     EXPECT_TRUE(QTest::qWaitFor([this] { return selection() == QStringList({"Near"}); }))
         << "letters search";
 }
@@ -138,7 +138,7 @@ TEST_F(EditorSelectionTest, menuKeyOpensAtTheCurrentRow)
 {
     moveTo({600, 300});
     click(rowPoint("Near"));
-    displayKey("Menu");
+    display.press("Menu");
     QMenu* menu = nullptr;
     ASSERT_TRUE(QTest::qWaitFor([&menu] {
         menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());

@@ -1,6 +1,5 @@
 // What comes back when the editor starts again, and which files it knows.
 
-#include "display_input.h"
 #include "editor_test.h"
 
 #include <editor/app/open_file_mark.h>
@@ -84,7 +83,6 @@ protected:
         return path;
     }
 
-    DisplayInput display{window};
     QTemporaryDir directory;
 };
 
@@ -103,9 +101,7 @@ TEST_F(EditorRecentTest, filesAreKnownRevertedAndClosed)
     openRow("Lamps");
     session.viewport()->lookFrom(80, 10);
     session.files()->newScene();
-    QSignalSpy opened(session.loader(), &editor::LoadController::loaded);
-    session.files()->openFile(second);
-    ASSERT_TRUE(opened.wait());
+    openFile(second);
     EXPECT_TRUE(waitForRows({"second.kyrscene", "Lamps", "Left", "Right", "Near", "Far"}))
         << rows().join(' ').toStdString();
     EXPECT_FLOAT_EQ(float(session.viewport()->yaw()), 80);
@@ -117,13 +113,13 @@ TEST_F(EditorRecentTest, filesAreKnownRevertedAndClosed)
     QSignalSpy loaded(session.loader(), &editor::LoadController::loaded);
     QObject* dialog = window->findChild<QObject*>("revert_dialog");
     ASSERT_TRUE(QTest::qWaitFor([&] { return dialog->property("opened").toBool(); }));
-    display.press({"shift+Tab", "Return"});
+    display.press("shift+Tab Return");
     ASSERT_TRUE(loaded.count() > 0 || loaded.wait());
     EXPECT_NE(object("Near"), nullptr);
 
     for (const char* keys : {"ctrl+n", "ctrl+w"}) {
         session.build()->add(editor::newObjects().front());
-        display.press({keys});
+        display.press(keys);
         EXPECT_TRUE(session.files()->isConfirming()) << keys;
         session.files()->discardAndContinue();
         EXPECT_EQ(session.document()->filePath(), QString());
@@ -142,9 +138,7 @@ TEST_F(EditorRecentTest, sampleOpensWithoutAFileAndASecondOpenIsTold)
 
     session.loader()->setSampleFolder(directory.path());
     session.files()->newScene();
-    QSignalSpy loaded(session.loader(), &editor::LoadController::loaded);
-    session.files()->openFile(path);
-    ASSERT_TRUE(loaded.wait());
+    openFile(path);
     EXPECT_EQ(session.document()->filePath(), QString());
     EXPECT_NE(object("Near"), nullptr);
     other.follow({});

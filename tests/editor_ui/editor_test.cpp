@@ -5,8 +5,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QMenu>
-
-#include <QProcess>
+#include <QSignalSpy>
 
 namespace test {
 
@@ -227,13 +226,12 @@ void EditorDriver::type(const QString& text)
         QTest::keyClick(window, character.toLatin1());
 }
 
-void EditorDriver::displayKey(const char* name)
+void EditorDriver::openFile(const QString& path)
 {
-    QProcess keys;
-    keys.start("xdotool", {"key", name});
-    if (!QTest::qWaitFor([&] { return keys.state() == QProcess::NotRunning; }) ||
-        keys.exitCode() != 0)
-        throw std::runtime_error("the display sends no keys");
+    QSignalSpy loaded(session.loader(), &editor::LoadController::loaded);
+    session.files()->openFile(path);
+    if (loaded.isEmpty() && !loaded.wait())
+        throw std::runtime_error("the file does not open");
 }
 
 } // namespace test

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "display_input.h"
+
 #include <editor/app/editor_session.h>
 #include <editor/app/editor_window.h>
 
@@ -56,12 +58,13 @@ public:
     /// Clicks on an entry of the context menu that opens; false when there is none.
     bool chooseInMenu(const QString& text);
     void type(const QString& text);
-    /// Sent by the display itself, as xdotool calls it.
-    void displayKey(const char* name);
+    /// Waits until it is open.
+    void openFile(const QString& path);
 
     editor::EditorSession session;
     editor::EditorWindow editorWindow{session};
     QQuickWindow* window = editorWindow.window();
+    DisplayInput display{window};
 };
 
 class EditorTest : public ::testing::Test, public EditorDriver

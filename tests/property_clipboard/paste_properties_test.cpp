@@ -41,26 +41,21 @@ protected:
 
 TEST_F(PasteProperties, DealsStoredObjectsInTurn)
 {
-    struct Row
-    {
-        Lines stored;
-        Lines expected;
-    };
-    const Row rows[] = {
+    const std::pair<Lines, Lines> rows[] = {
         {{"7"}, {"a=7\n", "a=7\n", "a=7\n"}},
         {{"1", "2"}, {"a=1\n", "a=2\n", "a=1\n"}},
         {{"1", "2", "3", "4"}, {"a=1\n", "a=2\n", "a=3\n"}},
     };
     const std::vector<std::shared_ptr<PropertyBag>> bags{addBag("x"), addBag("y"), addBag("z")};
-    for (const Row& row : rows) {
+    for (const auto& [stored, expected] : rows) {
         std::string inside = "<note/>";
-        for (const std::string& value : row.stored)
+        for (const std::string& value : stored)
             inside += object(value);
         offer(inside);
         select({bags[2], bags[0], bags[1]});
         EXPECT_TRUE(browser.pasteProperties());
         EXPECT_THAT((Lines{bags[0]->text(), bags[1]->text(), bags[2]->text()}),
-                    testing::ElementsAreArray(row.expected));
+                    testing::ElementsAreArray(expected));
         EXPECT_THAT(selected(), ElementsAre("x", "y", "z"));
     }
 }

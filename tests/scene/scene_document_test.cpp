@@ -34,12 +34,7 @@ struct SceneDocumentTest : testing::Test
 TEST_F(SceneDocumentTest, anOperationIsOneStepThatUndoTakesBackWhole)
 {
     using Document = SceneDocument;
-    const struct
-    {
-        const char* stepName;
-        std::function<bool(Document&)> run;
-        const char* shape;
-    } rows[] = {
+    const std::tuple<const char*, std::function<bool(Document&)>, const char*> rows[] = {
         {"Rename D", [](Document& d) { return d.rename(at(d, "D"), " E "); },
          "A(A1 A2(L) A3) B(C) E"},
         {"Delete 2 objects",
@@ -104,11 +99,7 @@ TEST_F(SceneDocumentTest, anOperationIsOneStepThatUndoTakesBackWhole)
 
 TEST(RenameRuleTest, makesNamesFromPatterns)
 {
-    const struct
-    {
-        RenameRule rule;
-        const char* second;
-    } rows[] = {
+    const std::pair<RenameRule, const char*> rows[] = {
         {{}, "Lamp 7"},
         {{"", "", "Light_##", 1, 1}, "Light_02"},
         {{"", "", "#-*", -1, 10}, "9-Lamp 7"},

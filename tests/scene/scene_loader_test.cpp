@@ -114,13 +114,8 @@ QString write(const QTemporaryDir& folder, const char* name, const QByteArray& c
 
 TEST(SceneImport, opensFilesOfOthersOrSaysWhyNot)
 {
-    const struct
-    {
-        const char* path;
-        Figures figures;
-        /// Part of the reason when it cannot be read, where it is not the library's own.
-        const char* reason;
-    } rows[] = {
+    // Part of the reason when it cannot be read, where it is not the library's own.
+    const std::tuple<const char*, Figures, const char*> rows[] = {
         {"glTF2/2CylinderEngine-glTF-Binary/2CylinderEngine.glb", {158, 115, 0, 1}, {}},
         {"glTF2/cameras/Cameras.gltf", {3, 1, 0, 2}, {}},
         {"glTF2/BoxWithInfinites-glTF-Binary/BoxWithInfinites.glb", {2, 1, 0, 0}, {}},
@@ -163,12 +158,7 @@ TEST(SceneImport, opensFilesOfOthersOrSaysWhyNot)
 
 TEST(SceneImport, mendsWhatItCanAndSaysSo)
 {
-    const struct
-    {
-        const char* name;
-        QByteArray content;
-        const char* note;
-    } rows[] = {
+    const std::tuple<const char*, QByteArray, const char*> rows[] = {
         {"a.gltf", gltfWithNodes(R"({"name":"Far","translation":[1e300,0,0]})"), "node 0 \"Far\""},
         {"a.gltf", gltfWithNodes(R"({"extras":{"a":1}})"), "extras are not imported: 1"},
         {"a.kyrscene",
@@ -250,12 +240,8 @@ TEST(SceneStream, whateverTheImporterHandsBackIsCheckedAndNeverHarms)
 
 TEST(SceneImport, refusesBadFilesInSecondsWithTheirReason)
 {
-    const struct
-    {
-        const char* name;
-        QByteArray content; ///< a pipe without
-        const char* reason;
-    } files[] = {
+    // a pipe without
+    const std::tuple<const char*, QByteArray, const char*> files[] = {
         {"a.kyrscene", "<kyrscene>\n<scene>\n</kyrscene>", "line 3"},
         {"a.kyrscene", "hello", "No document element"},
         {"a.kyrscene", "<other><scene/></other>", "no scene file"},

@@ -197,24 +197,20 @@ TEST_F(ViewportControllerTest, RubberBandSelectsWhatItTouches)
 
 TEST_F(ViewportControllerTest, DragsMoveTheCameraAsTheirButtonsSay)
 {
-    struct Case
-    {
-        Qt::MouseButton button;
-        Qt::KeyboardModifiers modifiers;
-        bool turns, shifts, nears;
-    };
-    for (const Case& c : {Case{Qt::MiddleButton, Qt::NoModifier, true, false, false},
-                          Case{Qt::LeftButton, Qt::AltModifier, true, false, false},
-                          Case{Qt::RightButton, Qt::NoModifier, true, true, false},
-                          Case{Qt::MiddleButton, Qt::ShiftModifier, false, true, false},
-                          Case{Qt::MiddleButton, Qt::AltModifier, false, true, false},
-                          Case{Qt::RightButton, Qt::AltModifier, false, true, true}}) {
+    using Case = std::tuple<Qt::MouseButton, Qt::KeyboardModifiers, bool, bool, bool>;
+    for (const auto& [button, modifiers, turns, shifts, nears] :
+         {Case{Qt::MiddleButton, Qt::NoModifier, true, false, false},
+          Case{Qt::LeftButton, Qt::AltModifier, true, false, false},
+          Case{Qt::RightButton, Qt::NoModifier, true, true, false},
+          Case{Qt::MiddleButton, Qt::ShiftModifier, false, true, false},
+          Case{Qt::MiddleButton, Qt::AltModifier, false, true, false},
+          Case{Qt::RightButton, Qt::AltModifier, false, true, true}}) {
         const OrbitCamera before = m_controller.camera();
-        drag({200, 200}, {260, 220}, c.button, c.modifiers);
+        drag({200, 200}, {260, 220}, button, modifiers);
         const OrbitCamera& after = m_controller.camera();
-        EXPECT_EQ(c.turns, before.yaw() != after.yaw());
-        EXPECT_EQ(c.shifts, before.target() != after.target());
-        EXPECT_EQ(c.nears, before.distance() != after.distance());
+        EXPECT_EQ(turns, before.yaw() != after.yaw());
+        EXPECT_EQ(shifts, before.target() != after.target());
+        EXPECT_EQ(nears, before.distance() != after.distance());
     }
     EXPECT_EQ("", takeLog());
 }
