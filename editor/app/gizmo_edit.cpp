@@ -104,6 +104,7 @@ GizmoEdit::GizmoEdit(SceneDocument& document, IAssetSelection& selection, Viewpo
     connect(&document, &SceneDocument::aboutToReset, gizmo, &GizmoController::cancel);
     // The view's items are up to date by then, as its binding follows the document before.
     connect(&view, &ViewportController::itemsReset, this, &GizmoEdit::showTarget);
+    connect(&document, &SceneDocument::structureChanged, this, &GizmoEdit::showTarget);
     connect(&document, &SceneDocument::objectsChanged, this, &GizmoEdit::showTarget);
     m_selectionChanged = selection.connectSelectionChanged([this](auto&&, auto&&) {
         m_view.gizmo()->cancel();

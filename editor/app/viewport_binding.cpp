@@ -10,6 +10,13 @@
 
 namespace editor {
 
+namespace {
+
+// In one step, beyond which building all items anew costs less.
+constexpr int mostRowChanges = 200;
+
+} // namespace
+
 ViewportBinding::ViewportBinding(SceneDocument& document, IAssetSelection& selection,
                                  QObject* parent)
     : QObject(parent), m_document(document), m_selection(selection)
@@ -23,16 +30,27 @@ ViewportBinding::ViewportBinding(SceneDocument& document, IAssetSelection& selec
 void ViewportBinding::followDocument()
 {
     // Another scene is announced by both signals; the second one builds the items.
+    connect(&m_document, &SceneDocument::aboutToReset, this, [this] { m_needsReset = true; });
     connect(&m_document, &SceneDocument::reset, this, [this] {
         m_isNewScene = true;
         m_isolation.end();
         Q_EMIT isolatedChanged();
     });
-    connect(&m_document, &SceneDocument::structureChanged, this, [this] {
-        resetItems();
-        if (std::exchange(m_isNewScene, false))
-            m_controller.frameAll();
-    });
+    using Object = SceneObject;
+    connect(&m_document, &SceneDocument::rowsInserted, this,
+            [this](Object* parent, int first, int last) { insertRows(*parent, first, last); });
+    connect(&m_document, &SceneDocument::rowsAboutToBeRemoved, this,
+            [this](Object* parent, int first, int last) { removeRows(*parent, first, last); });
+    connect(&m_document, &SceneDocument::rowsAboutToBeMoved, this,
+            [this](Object* from, int first, int last) { removeRows(*from, first, last); });
+    connect(&m_document, &SceneDocument::rowsMoved, this,
+            [this](Object* from, int first, int last, Object* to, int row) {
+                const int count = last - first + 1;
+                const int start = from == to && row > first ? row - count : row;
+                insertRows(*to, start, start + count - 1);
+            });
+    connect(&m_document, &SceneDocument::childrenReordered, this, [this] { m_needsReset = true; });
+    connect(&m_document, &SceneDocument::structureChanged, this, &ViewportBinding::finishStructure);
     connect(&m_document, &SceneDocument::objectsChanged, this, &ViewportBinding::updateItems);
 }
 
@@ -69,8 +87,45 @@ void ViewportBinding::followView()
     });
 }
 
+void ViewportBinding::insertRows(const SceneObject& parent, int first, int last)
+{
+    // What is shown alone is worked out from the whole scene.
+    m_needsReset = m_needsReset || m_isolation.isActive() || ++m_rowChanges > mostRowChanges ||
+                   last - first >= mostRowChanges;
+    const auto& children = parent.children();
+    const std::size_t behind = std::size_t(last) + 1;
+    const quint32 before = behind < children.size() ? children[behind]->id() : 0;
+    for (int row = first; row <= last && !m_needsReset; ++row) {
+        const std::vector<ViewportItem> items = viewportItems(*children[std::size_t(row)]);
+        m_needsReset = items.size() > m_controller.items().count() / 8 + 64 ||
+                       !m_controller.insertItems(items, {parent.id(), before});
+    }
+}
+
+void ViewportBinding::removeRows(const SceneObject& parent, int first, int last)
+{
+    m_needsReset =
+        m_needsReset || ++m_rowChanges > mostRowChanges || last - first >= mostRowChanges;
+    for (int row = first; row <= last && !m_needsReset; ++row)
+        m_controller.removeItems(parent.children()[std::size_t(row)]->id());
+}
+
+void ViewportBinding::finishStructure()
+{
+    m_rowChanges = 0;
+    if (m_needsReset) {
+        resetItems();
+    } else {
+        showSelection();
+        showHover();
+    }
+    if (std::exchange(m_isNewScene, false))
+        m_controller.frameAll();
+}
+
 void ViewportBinding::resetItems()
 {
+    m_needsReset = false;
     std::vector<ViewportItem> items = viewportItems(*m_document.root());
     m_isolation.update(m_document);
     for (ViewportItem& item : items)
@@ -85,11 +140,16 @@ void ViewportBinding::updateItems(const ObjectChanges& changes)
     const ChangeAspects shown = ChangeAspect::Visibility | ChangeAspect::Lock |
                                 ChangeAspect::Transform | ChangeAspect::Material |
                                 ChangeAspect::Other;
+    if (m_needsReset)
+        return;
     // An update costs a search in the view's index; for many objects a new index is cheaper.
     std::size_t affected = 0;
     for (const ObjectChange& change : changes) {
         const bool movesBranch = change.aspects & ChangeAspect::Transform;
-        affected += movesBranch ? m_controller.items().branchOf(change.object->id()).size() : 1;
+        affected +=
+            movesBranch
+                ? m_controller.items().countIn(m_controller.items().branchOf(change.object->id()))
+                : 1;
     }
     if (affected > std::size_t(m_document.objectCount()) / 4 + 100) {
         resetItems();

@@ -42,6 +42,10 @@ private:
     void followView();
 
     void resetItems();
+    /// Children that came, or those that go; given up in favour of a reset when there are many.
+    void insertRows(const SceneObject& parent, int first, int last);
+    void removeRows(const SceneObject& parent, int first, int last);
+    void finishStructure();
     void updateItem(ViewportItem& item);
     void updateItems(const ObjectChanges& changes);
     void showSelection();
@@ -59,6 +63,9 @@ private:
     Isolation m_isolation;
     IAssetSelection::Objects m_hovered;
     bool m_isNewScene = false;
+    /// The items have to be built anew when the step is over.
+    bool m_needsReset = false;
+    int m_rowChanges = 0; // in the step
     vex::Connection m_selectionChanged;
     vex::Connection m_hoverChanged;
 };

@@ -26,6 +26,7 @@ Bvh::Bvh(std::vector<Box> boxes) : m_boxes(std::move(boxes))
 
     m_order.resize(m_boxes.size());
     m_leafOf.resize(m_boxes.size());
+    m_built = m_boxes.size();
     m_nodes.reserve(m_boxes.size());
     m_nodes.emplace_back();
     m_nodes.front().count = quint32(m_boxes.size());
@@ -78,6 +79,21 @@ Box Bvh::boxOf(const Node& node) const
             box.include(m_boxes[m_order[i]]);
     }
     return box;
+}
+
+Box Bvh::bounds() const
+{
+    Box box = m_nodes.empty() ? Box() : m_nodes.front().box;
+    for (std::size_t i = m_built; i < m_order.size(); ++i)
+        box.include(m_boxes[m_order[i]]);
+    return box;
+}
+
+void Bvh::append(const Box& box)
+{
+    m_order.push_back(quint32(m_boxes.size()));
+    m_leafOf.push_back(noParent);
+    m_boxes.push_back(box);
 }
 
 void Bvh::update(quint32 index, const Box& box)

@@ -21,7 +21,14 @@ public:
     const Box& box(quint32 index) const { return m_boxes[index]; }
     /// All indices, such that neighbours in space are near each other.
     const std::vector<quint32>& order() const { return m_order; }
-    Box bounds() const { return m_nodes.empty() ? Box() : m_nodes.front().box; }
+    Box bounds() const;
+
+    /// Adds a box, whose index is the count so far. Those that were added are looked at one by one
+    /// until `rebuild`.
+    void append(const Box& box);
+    std::size_t appendedCount() const { return m_order.size() - m_built; }
+    /// O(n log n).
+    void rebuild() { *this = Bvh(std::move(m_boxes)); }
 
     /// Moves one box. O(log n); after many long moves a fresh tree answers faster.
     void update(quint32 index, const Box& box);
@@ -60,13 +67,18 @@ private:
 
     std::vector<Box> m_boxes;
     std::vector<Node> m_nodes;
-    std::vector<quint32> m_order;
+    std::vector<quint32> m_order; // those that were added behind the others
     std::vector<quint32> m_leafOf;
+    std::size_t m_built = 0;
 };
 
 template <typename Visit>
 void Bvh::visitRay(const Ray& ray, float limit, Visit visit) const
 {
+    for (std::size_t i = m_built; i < m_order.size(); ++i) {
+        if (entryDistance(ray, m_boxes[m_order[i]], limit))
+            visit(m_order[i], limit);
+    }
     if (m_nodes.empty())
         return;
     Stack stack;
@@ -98,9 +110,14 @@ void Bvh::visitRay(const Ray& ray, float limit, Visit visit) const
 template <typename Visit>
 void Bvh::visitVolume(const ConvexVolume& volume, Visit visit) const
 {
+    using Overlap = ConvexVolume::Overlap;
+    for (std::size_t i = m_built; i < m_order.size(); ++i) {
+        const Overlap overlap = volume.overlap(m_boxes[m_order[i]]);
+        if (overlap != Overlap::None && !visit(m_order[i], overlap))
+            return;
+    }
     if (m_nodes.empty())
         return;
-    using Overlap = ConvexVolume::Overlap;
     Stack stack;
     std::size_t depth = 0;
     stack[depth++] = 0;

@@ -58,6 +58,8 @@ void SceneRenderer::applyChanges()
         m_items.assign(*std::move(changes.items));
     for (const InstanceBuffer::Patch& patch : changes.patches)
         m_items.apply(patch);
+    for (const InstanceList::Entry& entry : changes.additions)
+        m_items.append(entry);
     if (changes.selection)
         m_outlines.setSelection(*std::move(changes.selection));
     if (changes.hover)

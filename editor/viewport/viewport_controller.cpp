@@ -24,20 +24,55 @@ void ViewportController::setItems(std::vector<ViewportItem> items)
     m_items.assign(std::move(items));
     m_triangleCount = 0;
     m_meshCount = 0;
-    for (const ViewportItem& item : m_items.items()) {
-        if (!item.isMesh())
-            continue;
-        m_triangleCount += double(item.geometry->triangleCount());
-        ++m_meshCount;
-    }
+    for (const ViewportItem& item : m_items.items())
+        count(item, 1);
     m_camera.setSceneBounds(m_items.bounds());
     m_selectedIds.clear();
     m_hoveredIds.clear();
     m_pointedId = 0;
     Q_EMIT itemsReset();
+    Q_EMIT itemCountChanged();
     Q_EMIT selectionChanged();
     Q_EMIT hoverChanged();
     Q_EMIT cameraChanged();
+}
+
+void ViewportController::count(const ViewportItem& item, int sign)
+{
+    if (!item.isMesh())
+        return;
+    m_triangleCount += sign * double(item.geometry->triangleCount());
+    m_meshCount += sign;
+}
+
+bool ViewportController::insertItems(const std::vector<ViewportItem>& branch,
+                                     const ItemSet::Gap& gap)
+{
+    const auto indices = m_items.insert(branch, gap);
+    if (!indices)
+        return false;
+    for (const ViewportItem& item : branch)
+        count(item, 1);
+    m_camera.setSceneBounds(m_items.bounds());
+    Q_EMIT itemsInserted(*indices);
+    Q_EMIT itemCountChanged();
+    return true;
+}
+
+void ViewportController::removeItems(quint32 id)
+{
+    m_items.visitRange(m_items.branchOf(id),
+                       [this](quint32 index) { count(m_items.items()[index], -1); });
+    const std::vector<quint32> indices = m_items.remove(id);
+    if (indices.empty())
+        return;
+    if (!m_items.find(m_pointedId))
+        m_pointedId = 0;
+    m_camera.setSceneBounds(m_items.bounds());
+    Q_EMIT itemsRemoved(indices);
+    Q_EMIT itemCountChanged();
+    setSelectedIds(m_selectedIds);
+    setHoveredIds(m_hoveredIds);
 }
 
 void ViewportController::updateItem(const ViewportItem& item)

@@ -26,8 +26,8 @@ class ViewportController : public QObject
     Q_OBJECT
     Q_PROPERTY(QSizeF viewportSize READ viewportSize WRITE setViewportSize NOTIFY cameraChanged)
     Q_PROPERTY(QRectF rubberBand READ rubberBand NOTIFY rubberBandChanged)
-    Q_PROPERTY(double triangleCount READ triangleCount NOTIFY itemsReset)
-    Q_PROPERTY(int meshCount READ meshCount NOTIFY itemsReset)
+    Q_PROPERTY(double triangleCount READ triangleCount NOTIFY itemCountChanged)
+    Q_PROPERTY(int meshCount READ meshCount NOTIFY itemCountChanged)
     Q_PROPERTY(qreal yaw READ yaw NOTIFY cameraChanged)
     Q_PROPERTY(qreal pitch READ pitch NOTIFY cameraChanged)
     Q_PROPERTY(editor::GizmoController* gizmo READ gizmo CONSTANT)
@@ -39,6 +39,11 @@ public:
     /// The whole scene; forgets hover and selection and keeps the camera. 100,000 items take tens
     /// of milliseconds, as geometry arrives ready for use.
     void setItems(std::vector<ViewportItem> items);
+    /// Puts a branch between the others; false when that needs `setItems`. Costs what the branch
+    /// does.
+    bool insertItems(const std::vector<ViewportItem>& branch, const ItemSet::Gap& gap);
+    /// Takes the item with all below it out, also of hover and selection.
+    void removeItems(quint32 id);
     /// One changed item; ignored when its id is unknown. O(log n).
     void updateItem(const ViewportItem& item);
 
@@ -68,7 +73,7 @@ public:
     void setViewportSize(const QSizeF& size);
     /// Invalid while there is none.
     QRectF rubberBand() const;
-    int itemCount() const { return int(m_items.items().size()); }
+    int itemCount() const { return int(m_items.count()); }
     double triangleCount() const { return m_triangleCount; }
     /// Items with a mesh.
     int meshCount() const { return m_meshCount; }
@@ -114,6 +119,10 @@ Q_SIGNALS:
     void contextMenuRequested(quint32 id, const QPointF& position);
 
     void itemsReset();
+    /// By index, as of `items()`.
+    void itemsInserted(const std::vector<quint32>& indices);
+    void itemsRemoved(const std::vector<quint32>& indices);
+    void itemCountChanged();
     void itemChanged(quint32 index);
     void selectionChanged();
     void hoverChanged();
@@ -128,6 +137,7 @@ private:
         QPointF position;
     };
 
+    void count(const ViewportItem& item, int sign);
     std::vector<quint32> known(const std::vector<quint32>& ids) const;
     void movePointer(const QPointF& position);
     void lookUnderPointer();

@@ -9,6 +9,7 @@ namespace {
 
 constexpr float gridReachPerDistance = 25.0f;
 constexpr float gridLinesPerDistance = 20.0f;
+constexpr float outOfView = 1e15f;
 
 SceneView viewOf(const OrbitCamera& camera)
 {
@@ -44,6 +45,9 @@ void ViewportSurface::setController(ViewportController* controller)
     if (m_controller) {
         connect(m_controller, &ViewportController::itemsReset, this, [this] { schedule(Items); });
         connect(m_controller, &ViewportController::itemChanged, this, &ViewportSurface::patchItem);
+        connect(m_controller, &ViewportController::itemsInserted, this, &ViewportSurface::addItems);
+        connect(m_controller, &ViewportController::itemsRemoved, this,
+                &ViewportSurface::removeItems);
         connect(m_controller, &ViewportController::selectionChanged, this,
                 [this] { schedule(Selection); });
         connect(m_controller, &ViewportController::hoverChanged, this, [this] { schedule(Hover); });
@@ -80,9 +84,12 @@ SceneChanges ViewportSurface::takeChanges()
     SceneChanges changes;
     if (changed & Items)
         changes.items = listItems();
-    else
+    else {
         changes.patches = std::move(m_patches);
+        changes.additions = std::move(m_additions);
+    }
     m_patches.clear();
+    m_additions.clear();
     if (changed & (Items | Selection))
         changes.selection = listSelection();
     if (changed & (Items | Hover))
@@ -102,13 +109,60 @@ void ViewportSurface::patchItem(quint32 index)
         return;
     const ViewportItem& item = m_controller->items().items()[index];
     const bool keepsSlot = m_slots[index] != noSlot && m_drawnMeshes[index] == meshOf(item).get();
-    // A hidden view takes no changes away; better to start anew than to heap them up.
-    const bool isSparse = m_patches.size() < m_slots.size() / 4 + 16;
-    if (keepsSlot && item.visible && isSparse)
-        m_patches.push_back(
-            {m_slots[index], Instance(item.transform, item.color, index), item.bounds()});
+    if (keepsSlot && item.visible)
+        patch(m_slots[index], entryOf(index).instance, item.bounds());
     else
         schedule(Items);
+}
+
+void ViewportSurface::patch(quint32 slot, const Instance& instance, const Box& bounds)
+{
+    // A hidden view takes no changes away; better to start anew than to heap them up.
+    const bool isSparse = m_patches.size() < m_slots.size() / 4 + 16;
+    if (slot >= m_slotCount - quint32(m_additions.size()))
+        m_additions[slot - (m_slotCount - quint32(m_additions.size()))].instance = instance;
+    else if (isSparse)
+        m_patches.push_back({slot, instance, bounds});
+    else
+        schedule(Items);
+}
+
+void ViewportSurface::addItems(const std::vector<quint32>& indices)
+{
+    schedule(View | Hover);
+    const std::size_t count = m_controller->items().items().size();
+    m_slots.resize(count, noSlot);
+    m_drawnMeshes.resize(count, nullptr);
+    for (const quint32 index : indices) {
+        const ViewportItem& item = m_controller->items().items()[index];
+        if ((m_changes & Items) || !isDrawn(item))
+            continue;
+        if (m_slotCount == m_listedCount + InstanceBuffer::spare) {
+            schedule(Items);
+            continue;
+        }
+        m_slots[index] = m_slotCount++;
+        m_drawnMeshes[index] = meshOf(item).get();
+        m_additions.push_back(entryOf(index));
+        ++m_counts->listed;
+    }
+}
+
+void ViewportSurface::removeItems(const std::vector<quint32>& indices)
+{
+    schedule(View | Hover);
+    if (m_changes & Items)
+        return;
+    // Without a size, and so far away that a sign of fixed size is out of view.
+    QMatrix4x4 nothing;
+    nothing.fill(0);
+    nothing.setColumn(3, {outOfView, outOfView, outOfView, 1});
+    for (const quint32 index : indices) {
+        const quint32 slot = std::exchange(m_slots[index], noSlot);
+        m_drawnMeshes[index] = nullptr;
+        if (slot != noSlot)
+            patch(slot, Instance(nothing, Qt::black, 0), Box());
+    }
 }
 
 const MeshGeometryPtr& ViewportSurface::meshOf(const ViewportItem& item) const
@@ -121,8 +175,9 @@ const MeshGeometryPtr& ViewportSurface::meshOf(const ViewportItem& item) const
 InstanceList::Entry ViewportSurface::entryOf(quint32 index) const
 {
     const ViewportItem& item = m_controller->items().items()[index];
+    const quint32 place = m_controller->items().placeOf(index);
     const auto shape = item.isMarker() ? InstanceList::Shape::Marker : InstanceList::Shape::Mesh;
-    return {meshOf(item), shape, Instance(item.transform, item.color, index), item.bounds(), index};
+    return {meshOf(item), shape, Instance(item.transform, item.color, place), item.bounds(), place};
 }
 
 InstanceList ViewportSurface::listOf(const std::vector<InstanceList::Entry>& entries) const
@@ -137,20 +192,24 @@ InstanceList ViewportSurface::listItems()
         return {};
     const ItemSet& items = m_controller->items();
     std::vector<InstanceList::Entry> entries;
-    entries.reserve(items.items().size());
+    std::vector<quint32> indices; // of the entries
+    entries.reserve(items.count());
+    indices.reserve(items.count());
     m_drawnMeshes.assign(items.items().size(), nullptr);
     for (quint32 index : items.spatialOrder()) {
         const ViewportItem& item = items.items()[index];
         if (!isDrawn(item))
             continue;
         entries.push_back(entryOf(index));
+        indices.push_back(index);
         m_drawnMeshes[index] = meshOf(item).get();
     }
 
     InstanceList list = listOf(entries);
     m_slots.assign(items.items().size(), noSlot);
-    for (quint32 i = 0; i < entries.size(); ++i)
-        m_slots[entries[i].index] = list.slotOf(i);
+    for (quint32 i = 0; i < indices.size(); ++i)
+        m_slots[indices[i]] = list.slotOf(i);
+    m_slotCount = m_listedCount = quint32(entries.size());
     return list;
 }
 
@@ -161,10 +220,10 @@ SelectionMarks ViewportSurface::listSelection() const
     const ItemSet& items = m_controller->items();
     std::vector<InstanceList::Entry> entries;
     for (const ItemRange& branch : items.branchesOf(m_controller->selectedIds())) {
-        for (quint32 index = branch.first; index < branch.end; ++index) {
+        items.visitRange(branch, [&](quint32 index) {
             if (isDrawn(items.items()[index]))
                 entries.push_back(entryOf(index));
-        }
+        });
     }
     return {listOf(entries), items.branchOf(m_controller->selectedIds().back())};
 }
@@ -176,17 +235,17 @@ HoverMarks ViewportSurface::listHover() const
         return marks;
     const ItemSet& items = m_controller->items();
     for (const ItemRange& branch : items.branchesOf(m_controller->hoveredIds())) {
-        if (branch.size() > smallBranch) {
+        if (items.countIn(branch) > smallBranch) {
             marks.branches.push_back(branch);
             continue;
         }
-        for (quint32 index = branch.first; index < branch.end; ++index) {
+        items.visitRange(branch, [&](quint32 index) {
             if (m_slots[index] == noSlot)
-                continue;
+                return;
             marks.slots.push_back(m_slots[index]);
             marks.slotBounds.include(items.items()[index].bounds());
             ++m_counts->listed;
-        }
+        });
     }
     return marks;
 }

@@ -70,6 +70,9 @@ private:
     void schedule(int changes);
     void setColor(QColor& color, const QColor& value);
     void patchItem(quint32 index);
+    void addItems(const std::vector<quint32>& indices);
+    void removeItems(const std::vector<quint32>& indices);
+    void patch(quint32 slot, const Instance& instance, const Box& bounds);
     InstanceList listItems();
     SelectionMarks listSelection() const;
     HoverMarks listHover() const;
@@ -83,6 +86,9 @@ private:
     std::shared_ptr<DrawCounts> m_counts = std::make_shared<DrawCounts>();
     int m_changes = Everything;
     std::vector<InstanceBuffer::Patch> m_patches;
+    std::vector<InstanceList::Entry> m_additions;
+    quint32 m_slotCount = 0;                        // slots given away
+    quint32 m_listedCount = 0;                      // of them, those of the list
     std::vector<quint32> m_slots;                   // by item
     std::vector<const MeshGeometry*> m_drawnMeshes; // by item
 

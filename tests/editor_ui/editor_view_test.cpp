@@ -12,13 +12,26 @@ TEST_F(EditorViewTest, aSceneIsBuiltOnceAndAGroupIsMarkedAsOne)
     session.document()->open(object("Stage")->clone(), {});
     EXPECT_EQ(built.count(), 1);
     EXPECT_EQ(session.viewport()->itemCount(), 6);
+    click(rowPoint("Far"));
+    key(Qt::Key_D, Qt::ControlModifier);
+    EXPECT_EQ(session.viewport()->itemCount(), 7);
+    EXPECT_EQ(session.viewport()->selectedIds(), ids({"Far 2"}));
+    session.document()->reparent({object("Far"), object("Left")}, *object("Near"));
+    EXPECT_EQ(
+        session.viewport()->items().countIn(session.viewport()->items().branchOf(ids({"Near"})[0])),
+        3u);
+    undo();
+    undo();
+    EXPECT_EQ(session.viewport()->itemCount(), 6);
+    EXPECT_EQ(built.count(), 1) << "only what changed";
 
     ASSERT_TRUE(waitForRows({"Stage", "Lamps", "Near", "Far"}));
     click(rowPoint("Lamps"));
     moveTo(rowPoint("Stage"));
     EXPECT_EQ(session.viewport()->selectedIds(), ids({"Lamps"}));
     EXPECT_EQ(session.viewport()->hoveredIds(), ids({"Stage"}));
-    EXPECT_EQ(session.viewport()->items().branchOf(ids({"Stage"})[0]).size(), 6u);
+    const editor::ItemSet& items = session.viewport()->items();
+    EXPECT_EQ(items.countIn(items.branchOf(ids({"Stage"})[0])), 6u);
 }
 
 TEST_F(EditorViewTest, theTabKeyComesToTheViewAndGoesOn)

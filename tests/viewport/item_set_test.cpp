@@ -11,6 +11,14 @@ namespace editor {
 
 namespace {
 
+std::string idsIn(const ItemSet& set, const ItemRange& range)
+{
+    std::string ids;
+    set.visitRange(range,
+                   [&](quint32 index) { ids += std::to_string(set.items()[index].id) + ' '; });
+    return ids;
+}
+
 // Exact arithmetic would be better; double against float leaves room enough.
 struct Point
 {
@@ -256,20 +264,79 @@ TEST(ItemSet, KnowsBranchesAlsoWhereItemsAreLeftOut)
     }
     ItemSet set;
     set.assign(items);
-    const auto text = [](const ItemRange& range) {
-        return std::to_string(range.first) + '-' + std::to_string(range.end);
-    };
-    EXPECT_EQ("0-4", text(set.branchOf(1)));
-    EXPECT_EQ("1-4", text(set.branchOf(2)));
-    EXPECT_EQ("4-5", text(set.branchOf(5)));
-    EXPECT_EQ(0u, set.branchOf(77).size());
+    EXPECT_EQ("1 2 3 4 ", idsIn(set, set.branchOf(1)));
+    EXPECT_EQ("2 3 4 ", idsIn(set, set.branchOf(2)));
+    EXPECT_EQ("5 ", idsIn(set, set.branchOf(5)));
+    EXPECT_TRUE(set.branchOf(77).isEmpty());
     set.update(meshItem(2, cubeMesh(), {}));
-    EXPECT_EQ("1-4", text(set.branchOf(2)));
     std::string branches;
     for (const ItemRange& branch : set.branchesOf({5, 3, 77, 2, 4}))
-        branches += text(branch) + ' ';
-    EXPECT_EQ("1-4 4-5 ", branches);
+        branches += idsIn(set, branch) + "/ ";
+    EXPECT_EQ("2 3 4 / 5 / ", branches);
     EXPECT_EQ(4.5f, set.boundsOf({2}).upper.x());
+}
+
+TEST(ItemSet, IsTheSameHoweverItsBranchesCameAndWent)
+{
+    using Node = std::pair<quint32, int>; // id and depth
+    const auto itemsOf = [](const std::vector<Node>& nodes) {
+        std::vector<ViewportItem> items;
+        for (std::size_t i = 0; i < nodes.size(); ++i) {
+            const auto [id, depth] = nodes[i];
+            items.push_back(meshItem(id, cubeMesh(), {float(id % 40) * 2, float(id % 7), 0}));
+            std::size_t end = i + 1;
+            while (end < nodes.size() && nodes[end].second > depth)
+                ++end;
+            items.back().descendants = quint32(end - i - 1);
+        }
+        return items;
+    };
+    OrbitCamera camera;
+    camera.setViewport({400, 300});
+    camera.frame(Box{{0, 0, -1}, {80, 8, 1}});
+    std::mt19937 random(11);
+    std::vector<Node> tree{{1, 0}};
+    ItemSet set;
+    set.assign(itemsOf(tree));
+    quint32 lastId = 1;
+    for (int step = 0; step < 800; ++step) {
+        const std::size_t at = random() % tree.size();
+        const auto [id, depth] = tree[at];
+        const auto end = std::find_if(tree.begin() + std::ptrdiff_t(at) + 1, tree.end(),
+                                      [d = depth](const Node& node) { return node.second <= d; });
+        if (at > 0 && random() % 5 < tree.size() / 50) {
+            set.remove(id);
+            tree.erase(tree.begin() + std::ptrdiff_t(at), end);
+        } else {
+            std::vector<Node> branch{{++lastId, depth + 1}};
+            for (auto more = random() % 4; more > 0; --more)
+                branch.emplace_back(++lastId,
+                                    depth + 2 + int(random() % 2) * int(branch.size() > 1));
+            auto before = end;
+            for (auto child = tree.begin() + std::ptrdiff_t(at) + 1; child != end; ++child) {
+                if (child->second == depth + 1 && random() % 3 == 0)
+                    before = child;
+            }
+            const auto placed =
+                set.insert(itemsOf(branch), {id, before == end ? 0 : before->first});
+            tree.insert(before, branch.begin(), branch.end());
+            if (!placed)
+                set.assign(itemsOf(tree));
+        }
+        ItemSet fresh;
+        fresh.assign(itemsOf(tree));
+        ASSERT_EQ(tree.size(), set.count());
+        for (const Node& node : tree)
+            ASSERT_EQ(idsIn(fresh, fresh.branchOf(node.first)),
+                      idsIn(set, set.branchOf(node.first)))
+                << step;
+        const QRectF band(double(random() % 200), 0, 150, 300);
+        ASSERT_EQ(fresh.idsWithin(camera, band), set.idsWithin(camera, band)) << step;
+        const auto hit = fresh.pick(camera, band.center());
+        ASSERT_EQ(hit ? hit->depth : 0,
+                  set.pick(camera, band.center()).value_or(ItemSet::Hit{}).depth);
+        ASSERT_EQ(fresh.bounds().upper, set.bounds().upper);
+    }
 }
 
 TEST(ItemSet, SurvivesNumbersThatAreNone)

@@ -98,6 +98,14 @@ TEST_F(ViewportDrawingTest, ItemsAppearWhereTheyAreProjected)
     moved.visible = true;
     m_controller.updateItem(moved);
     EXPECT_TRUE(looksLike(pixel(2), blue));
+
+    ASSERT_TRUE(m_controller.insertItems({meshItem(9, cubeMesh(), {0, 1.5f, -3}, red)}, {1, 0}));
+    const QPointF place = m_controller.projectToScreen(9);
+    EXPECT_TRUE(looksLike(pixel(place), red));
+    m_controller.removeItems(9);
+    m_controller.removeItems(2);
+    EXPECT_FALSE(looksLike(pixel(place), red));
+    EXPECT_EQ(m_controller.meshCount(), 2);
 }
 
 TEST_F(ViewportDrawingTest, HighlightsOutlineTheItem)
@@ -164,7 +172,7 @@ TEST_F(ViewportDrawingTest, KeepsUpWithResizeThemeAndAnotherWindow)
     EXPECT_FALSE(looksLike(pixel(QPointF(450, 150)), green));
 }
 
-TEST_F(ViewportDrawingTest, HoverOver100000ItemsListsAndDrawsNoneOfThemAgain)
+TEST_F(ViewportDrawingTest, HoverAndOneMoreOf100000ItemsListNoneOfTheOthersAgain)
 {
     const MeshGeometryPtr mesh = cubeMesh();
     std::vector<ViewportItem> items{meshItem(1, nullptr, {})};
@@ -195,6 +203,14 @@ TEST_F(ViewportDrawingTest, HoverOver100000ItemsListsAndDrawsNoneOfThemAgain)
     waitForRest();
     EXPECT_EQ(scenes + 1, counts.scenes);
     EXPECT_EQ(listed + 2, counts.listed);
+
+    ASSERT_TRUE(m_controller.insertItems({meshItem(200000, mesh, {1, 5, 1})}, {1, 500}));
+    waitForRest();
+    m_controller.removeItems(300);
+    waitForRest();
+    EXPECT_EQ(scenes + 3, counts.scenes);
+    EXPECT_EQ(listed + 3, counts.listed);
+    EXPECT_EQ(100000, m_controller.meshCount());
 }
 
 TEST_F(ViewportDrawingTest, PointerDrivesTheController)

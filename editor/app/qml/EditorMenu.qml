@@ -11,6 +11,8 @@ Menu {
 
     // Of `session.actions.menus`.
     property var entries: []
+    // Texts stand in one line where some entries have a mark.
+    readonly property bool hasMarks: entries.some(command => command && command.checkable)
 
     delegate: MenuItem {
         id: item
@@ -28,7 +30,7 @@ Menu {
 
         // Names of objects are in undo texts, and the usual content would take them for markup.
         contentItem: MnemonicLabel {
-            leftPadding: item.checkable ? item.indicator.width + item.spacing : 0
+            leftPadding: menu && menu.hasMarks || item.checkable ? item.indicator.width + item.spacing : 0
             text: item.text
             font: item.font
             color: item.highlighted ? theme.palette.highlightedText : theme.text

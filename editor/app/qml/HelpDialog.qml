@@ -46,7 +46,7 @@ EditorDialog {
         return lines;
     }
 
-    implicitWidth: 680
+    implicitWidth: 720
     implicitHeight: 620
     title: qsTr("Mouse and Keys")
     standardButtons: Dialog.Close
@@ -77,7 +77,7 @@ EditorDialog {
 
             Label {
                 anchors { bottom: parent.bottom; bottomMargin: 3 }
-                width: 220
+                width: 250
                 text: modelData[0]
                 textFormat: Text.PlainText
                 font.bold: parent.heading
@@ -85,7 +85,7 @@ EditorDialog {
                 color: parent.heading ? theme.text : theme.dimText
             }
             Label {
-                x: 232
+                x: 262
                 anchors { bottom: parent.bottom; bottomMargin: 3 }
                 width: parent.width - x
                 text: modelData[1]

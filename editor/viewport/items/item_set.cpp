@@ -4,6 +4,11 @@ namespace editor {
 
 namespace {
 
+constexpr quint32 noItem = ~quint32(0);
+constexpr quint32 mostPlaces = 1u << 24; // graphics have them as floating-point numbers
+// Items that may be looked at one by one.
+constexpr std::size_t mostAppended = 256;
+
 // Distance in units of the ray's direction, before `limit`.
 std::optional<float> hitDistance(const ViewportItem& item, const Ray& ray, float limit)
 {
@@ -52,21 +57,130 @@ void ItemSet::assign(std::vector<ViewportItem> items)
         m_items.push_back(std::move(item));
     }
     place.push_back(quint32(m_items.size()));
+    const auto count = quint32(m_items.size());
+    const quint32 spacing = std::max(mostPlaces / (count + 2), 1u);
+    m_places.resize(count);
+    m_order.resize(count);
+    for (quint32 i = 0; i < count; ++i) {
+        m_places[i] = (i + 1) * spacing;
+        m_order[i] = i;
+    }
     m_branchEnds.clear();
-    m_branchEnds.reserve(m_items.size());
+    m_branchEnds.reserve(count);
+    m_parents.assign(count, noItem);
+    std::vector<quint32> above;
     for (std::size_t i = 0; i + 1 < place.size(); ++i) {
         if (place[i] == place[i + 1])
             continue;
-        const std::size_t below = m_items[place[i]].descendants;
-        m_branchEnds.push_back(place[std::min(i + 1 + below, items.size())]);
+        const quint32 index = place[i];
+        const std::size_t below = m_items[index].descendants;
+        m_branchEnds.push_back((place[std::min(i + 1 + below, items.size())] + 1) * spacing);
+        while (!above.empty() && m_branchEnds[above.back()] <= m_places[index])
+            above.pop_back();
+        if (!above.empty())
+            m_parents[index] = above.back();
+        above.push_back(index);
     }
+    m_free.clear();
     m_tree = Bvh(std::move(boxes));
+}
+
+std::size_t ItemSet::orderAt(quint32 place) const
+{
+    const auto found =
+        std::lower_bound(m_order.begin(), m_order.end(), place,
+                         [this](quint32 index, quint32 at) { return m_places[index] < at; });
+    return std::size_t(found - m_order.begin());
+}
+
+std::size_t ItemSet::countIn(const ItemRange& range) const
+{
+    return range.isEmpty() ? 0 : orderAt(range.end) - orderAt(range.first);
+}
+
+std::optional<std::vector<quint32>> ItemSet::insert(const std::vector<ViewportItem>& branch,
+                                                    const Gap& gap)
+{
+    const auto parent = m_indexOf.constFind(gap.parent);
+    const auto before = m_indexOf.constFind(gap.before);
+    if (branch.empty() || parent == m_indexOf.constEnd() ||
+        (gap.before != 0 && before == m_indexOf.constEnd()))
+        return std::nullopt;
+    const quint32 end = gap.before != 0 ? m_places[*before] : m_branchEnds[*parent];
+    const std::size_t at = orderAt(end);
+    const quint32 last = m_order[at - 1]; // the parent itself, or below it
+    const auto count = quint32(branch.size());
+    const quint32 spacing = (end - m_places[last]) / (count + 1);
+    const bool areNew = std::all_of(branch.begin(), branch.end(), [this](const ViewportItem& item) {
+        return item.id != 0 && !m_indexOf.contains(item.id);
+    });
+    if (spacing == 0 || !areNew)
+        return std::nullopt;
+
+    const quint32 first = m_places[last] + spacing;
+    // The branches that ended here now end before the new one.
+    for (quint32 index = last; index != *parent && index != noItem; index = m_parents[index])
+        m_branchEnds[index] = std::min(m_branchEnds[index], first);
+    std::vector<quint32> indices;
+    indices.reserve(count);
+    std::vector<quint32> above{*parent};
+    for (quint32 i = 0; i < count; ++i) {
+        const quint32 index = take(branch[i]);
+        const quint32 behind = i + 1 + branch[i].descendants;
+        m_places[index] = first + i * spacing;
+        m_branchEnds[index] = behind < count ? first + behind * spacing : end;
+        while (above.size() > 1 && m_branchEnds[above.back()] <= m_places[index])
+            above.pop_back();
+        m_parents[index] = above.back();
+        above.push_back(index);
+        indices.push_back(index);
+    }
+    m_order.insert(m_order.begin() + std::ptrdiff_t(at), indices.begin(), indices.end());
+    if (m_tree.appendedCount() > mostAppended)
+        m_tree.rebuild();
+    return indices;
+}
+
+quint32 ItemSet::take(const ViewportItem& item)
+{
+    const bool isReused = !m_free.empty();
+    const quint32 index = isReused ? m_free.back() : quint32(m_items.size());
+    if (isReused) {
+        m_free.pop_back();
+        m_items[index] = item;
+        m_tree.update(index, item.bounds());
+    } else {
+        m_items.push_back(item);
+        m_tree.append(item.bounds());
+        for (std::vector<quint32>* numbers : {&m_places, &m_branchEnds, &m_parents})
+            numbers->push_back(noItem);
+    }
+    m_indexOf.insert(item.id, index);
+    return index;
+}
+
+std::vector<quint32> ItemSet::remove(quint32 id)
+{
+    const ItemRange range = branchOf(id);
+    std::vector<quint32> indices;
+    visitRange(range, [&indices](quint32 index) { indices.push_back(index); });
+    const auto first = m_order.begin() + std::ptrdiff_t(orderAt(range.first));
+    m_order.erase(first, first + std::ptrdiff_t(indices.size()));
+    for (const quint32 index : indices) {
+        m_indexOf.remove(m_items[index].id);
+        m_items[index] = ViewportItem();
+        m_items[index].visible = false;
+        m_tree.update(index, Box());
+        m_free.push_back(index);
+    }
+    return indices;
 }
 
 ItemRange ItemSet::branchOf(quint32 id) const
 {
     const auto found = m_indexOf.constFind(id);
-    return found == m_indexOf.constEnd() ? ItemRange() : ItemRange{*found, m_branchEnds[*found]};
+    return found == m_indexOf.constEnd() ? ItemRange()
+                                         : ItemRange{m_places[*found], m_branchEnds[*found]};
 }
 
 std::vector<ItemRange> ItemSet::branchesOf(const std::vector<quint32>& ids) const
@@ -75,7 +189,7 @@ std::vector<ItemRange> ItemSet::branchesOf(const std::vector<quint32>& ids) cons
     branches.reserve(ids.size());
     for (quint32 id : ids) {
         const ItemRange branch = branchOf(id);
-        if (branch.size() > 0)
+        if (!branch.isEmpty())
             branches.push_back(branch);
     }
     std::sort(branches.begin(), branches.end(), [](const ItemRange& a, const ItemRange& b) {
@@ -122,8 +236,7 @@ Box ItemSet::boundsOf(const std::vector<quint32>& ids) const
 {
     Box box;
     for (const ItemRange& branch : branchesOf(ids)) {
-        for (quint32 index = branch.first; index < branch.end; ++index)
-            box.include(m_tree.box(index));
+        visitRange(branch, [&](quint32 index) { box.include(m_tree.box(index)); });
     }
     return box;
 }
@@ -199,7 +312,8 @@ std::vector<quint32> ItemSet::idsWithin(const OrbitCamera& camera, const QRectF&
             indices.push_back(index);
         return true;
     });
-    std::sort(indices.begin(), indices.end());
+    std::sort(indices.begin(), indices.end(),
+              [this](quint32 a, quint32 b) { return m_places[a] < m_places[b]; });
     for (quint32& index : indices)
         index = m_items[index].id;
     return indices;

@@ -7,13 +7,14 @@
 
 namespace editor {
 
-/// Items that follow each other, by their places in the order.
+/// Items that follow each other, by their places. These are numbers that grow in the order of the
+/// items and leave room for others in between.
 struct ItemRange
 {
     quint32 first = 0;
     quint32 end = 0; ///< behind the last one
 
-    quint32 size() const { return end - first; }
+    bool isEmpty() const { return first >= end; }
     bool meets(const ItemRange& other) const { return first < other.end && other.first < end; }
 };
 

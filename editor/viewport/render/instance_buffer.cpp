@@ -34,9 +34,25 @@ void InstanceBuffer::assign(InstanceList&& list)
         m_buffer.create();
         m_buffer.setUsagePattern(QOpenGLBuffer::DynamicDraw);
     }
+    m_count = m_listed = quint32(list.instances().size());
     m_buffer.bind();
-    m_buffer.allocate(list.instances().data(), int(list.instances().size() * sizeof(Instance)));
+    m_buffer.allocate(int((m_count + spare) * sizeof(Instance)));
+    m_buffer.write(0, list.instances().data(), int(m_count * sizeof(Instance)));
     m_buffer.release();
+}
+
+void InstanceBuffer::append(const InstanceList::Entry& entry)
+{
+    const quint32 slot = m_count++;
+    const bool goesOn = slot > m_listed && m_chunks.back().mesh == entry.mesh &&
+                        m_chunks.back().shape == entry.shape;
+    if (!goesOn)
+        m_chunks.push_back({entry.mesh, entry.shape, slot, 0, {}, {entry.place, entry.place}});
+    InstanceList::Chunk& chunk = m_chunks.back();
+    ++chunk.count;
+    chunk.items.first = std::min(chunk.items.first, entry.place);
+    chunk.items.end = std::max(chunk.items.end, entry.place + 1);
+    apply({slot, entry.instance, entry.bounds});
 }
 
 void InstanceBuffer::apply(const Patch& patch)

@@ -22,7 +22,12 @@ public:
         Box bounds;
     };
 
+    /// How many instances there is room for behind those of a list.
+    static constexpr quint32 spare = 256;
+
     void assign(InstanceList&& list);
+    /// Puts one behind the others; no more than `spare` since the list.
+    void append(const InstanceList::Entry& entry);
     void apply(const Patch& patch);
     bool isEmpty() const { return m_chunks.empty(); }
 
@@ -41,6 +46,8 @@ private:
                        MeshCache& meshes);
     std::vector<InstanceList::Chunk>::iterator chunkOf(quint32 slot);
 
+    quint32 m_count = 0;  // instances in the buffer
+    quint32 m_listed = 0; // of them, those of the list
     QOpenGLBuffer m_buffer{QOpenGLBuffer::VertexBuffer};
     std::vector<InstanceList::Chunk> m_chunks;
 };

@@ -53,8 +53,8 @@ InstanceList::InstanceList(const std::vector<Entry>& entries)
             const Entry& entry = entries[entryAt[i]];
             m_instances.push_back(entry.instance);
             chunk.bounds.include(entry.bounds);
-            chunk.items.first = std::min(chunk.items.first, entry.index);
-            chunk.items.end = std::max(chunk.items.end, entry.index + 1);
+            chunk.items.first = std::min(chunk.items.first, entry.place);
+            chunk.items.end = std::max(chunk.items.end, entry.place + 1);
         }
     }
 }

@@ -22,7 +22,7 @@ public:
         Shape shape;
         Instance instance;
         Box bounds;
-        quint32 index; ///< the item's place among the items
+        quint32 place; ///< of the item, as of ItemSet
     };
     struct Chunk
     {

@@ -54,13 +54,14 @@ struct SceneChanges
 {
     std::optional<InstanceList> items;
     std::vector<InstanceBuffer::Patch> patches; ///< of the items, after `items`
+    std::vector<InstanceList::Entry> additions; ///< behind the items, in the order of their slots
     std::optional<SelectionMarks> selection;
     std::optional<HoverMarks> hover; ///< after `items`
     std::optional<SceneView> view;
     std::optional<SceneColors> colors;
 
     /// Whether the picture below the outlines is another one.
-    bool touchScene() const { return items || !patches.empty() || view || colors; }
+    bool touchScene() const { return items || !patches.empty() || !additions.empty() || view || colors; }
 };
 
 } // namespace editor
