@@ -14,6 +14,7 @@ FocusScope {
     property bool showHints: true
 
     readonly property color textColor: dark ? "#d8dce2" : "#2b2f36"
+    readonly property color haloColor: dark ? "#b0181a1e" : "#b0ffffff"
 
     function updateSize() {
         if (controller && width > 0 && height > 0)
@@ -142,7 +143,9 @@ FocusScope {
                                 .arg(count(view.controller.meshCount))
                                 .arg(count(view.controller.triangleCount)) : ""
         color: view.textColor
-        opacity: 0.65
+        opacity: 0.8
+        style: Text.Outline
+        styleColor: view.haloColor
         font.pixelSize: 11
         textFormat: Text.PlainText
     }
@@ -153,6 +156,7 @@ FocusScope {
         anchors.margins: 10
         visible: view.showHints
         maximumWidth: view.width - 20
+        haloColor: view.haloColor
         textColor: view.textColor
     }
 

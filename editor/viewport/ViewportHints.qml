@@ -5,6 +5,8 @@ Row {
     id: hints
 
     property color textColor: "#d8dce2"
+    // Keeps texts apart from whatever is behind them.
+    property color haloColor: "transparent"
     property real maximumWidth: Infinity
 
     readonly property var entries: [
@@ -31,7 +33,7 @@ Row {
                 height: key.implicitHeight + 4
                 radius: 3
                 color: "transparent"
-                border.color: Qt.rgba(hints.textColor.r, hints.textColor.g, hints.textColor.b, 0.3)
+                border.color: Qt.rgba(hints.textColor.r, hints.textColor.g, hints.textColor.b, 0.4)
 
                 Text {
                     id: key
@@ -39,7 +41,8 @@ Row {
                     anchors.centerIn: parent
                     text: modelData[0]
                     color: hints.textColor
-                    opacity: 0.8
+                    style: Text.Outline
+                    styleColor: hints.haloColor
                     font.pixelSize: 11
                     textFormat: Text.PlainText
                 }
@@ -49,7 +52,9 @@ Row {
                 anchors.verticalCenter: parent.verticalCenter
                 text: modelData[1]
                 color: hints.textColor
-                opacity: 0.65
+                opacity: 0.8
+                style: Text.Outline
+                styleColor: hints.haloColor
                 font.pixelSize: 11
                 textFormat: Text.PlainText
             }

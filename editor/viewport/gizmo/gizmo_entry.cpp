@@ -94,7 +94,7 @@ void GizmoEntry::applyTo(GizmoChange& change) const
 QString GizmoEntry::text() const
 {
     QStringList figures = m_texts;
-    figures[m_current] += QStringLiteral("▏");
+    figures[m_current] += QLatin1Char('|');
     const std::vector<int> axes = axesOf(m_handle);
     const bool isNamed = m_tool == Gizmo::Tool::Move || axes.size() == 1;
     for (int i = 0; i < figures.size(); ++i) {
