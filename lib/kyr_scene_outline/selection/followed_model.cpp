@@ -5,6 +5,7 @@
 #include "structure_changes.h"
 
 #include <QAbstractItemModel>
+#include <QSignalBlocker>
 
 #include <utility>
 
@@ -68,12 +69,6 @@ void RowSelectionModel::beginRowsRemoval(const QModelIndex& parent, int first, i
         setCurrentIndex(model()->index(next, index.column(), parent), NoUpdate);
     }
 
-    // Listeners of the current index may have selected: what they did is the second part.
-    RowsRemoval removal(parent, first, last);
-    const RowsRemoval::Outcome ranges = removal.appliedTo(m_ranges);
-    const RowsRemoval::Outcome current = removal.appliedTo(m_current);
-    const QItemSelection removed =
-        m_current.isEmpty() ? ranges.removed : removal.appliedTo(m_finished).removed;
     const QItemSelectionRange leaving(model()->index(first, 0, parent),
                                       model()->index(last, 0, parent));
     m_fitted = [leaving](const QItemSelection& added) {
@@ -83,10 +78,42 @@ void RowSelectionModel::beginRowsRemoval(const QModelIndex& parent, int first, i
                                        .kept
                                  : added;
     };
-    if (!ranges.removed.isEmpty() || !current.removed.isEmpty())
-        setParts(ranges.kept, current.kept);
+    const QItemSelection removed = takeOutRows(parent, first, last);
     if (!removed.isEmpty())
         Q_EMIT selectionChanged(QItemSelection(), removed);
+}
+
+QItemSelection RowSelectionModel::takeOutRows(const QModelIndex& parent, int first, int last)
+{
+    RowsRemoval removal(parent, first, last);
+    if (!m_current.isEmpty()) {
+        // Listeners of the current index have selected: what they did is the second part.
+        const RowsRemoval::Outcome ranges = removal.appliedTo(m_ranges);
+        const RowsRemoval::Outcome current = removal.appliedTo(m_current);
+        const QItemSelection removed = removal.appliedTo(m_finished).removed;
+        if (!ranges.removed.isEmpty() || !current.removed.isEmpty())
+            setParts(ranges.kept, current.kept);
+        return removed;
+    }
+    m_finished.clear(); // or it would share the list that ranges are taken out of
+    RowsRemoval::Outcome ranges = removal.appliedTo(std::move(m_ranges));
+    m_ranges = std::move(ranges.kept);
+    m_finished = m_ranges;
+    const bool isInStep = ranges.removed.isEmpty() || (ranges.isSmall && !m_finished.isEmpty() &&
+                                                       baseTakesOutRows(parent, first, last));
+    if (!isInStep)
+        publish();
+    return ranges.removed;
+}
+
+// To hand few changes of a long list to the base class anew would copy the list four times. Its own
+// slot, from which it was disconnected, does the same to its list in place.
+bool RowSelectionModel::baseTakesOutRows(const QModelIndex& parent, int first, int last)
+{
+    const QSignalBlocker blocker(this);
+    return QMetaObject::invokeMethod(this, "_q_rowsAboutToBeRemoved", Qt::DirectConnection,
+                                     Q_ARG(QModelIndex, parent), Q_ARG(int, first),
+                                     Q_ARG(int, last));
 }
 
 void RowSelectionModel::beginColumnsRemoval(const QModelIndex& parent, int first, int last)

@@ -67,6 +67,9 @@ private:
 
     void followModel();
     void beginRowsRemoval(const QModelIndex& parent, int first, int last);
+    /// What was selected of the rows and below them.
+    QItemSelection takeOutRows(const QModelIndex& parent, int first, int last);
+    bool baseTakesOutRows(const QModelIndex& parent, int first, int last);
     void beginColumnsRemoval(const QModelIndex& parent, int first, int last);
     void beginInsertion(const QModelIndex& behind,
                         QItemSelection (*split)(const QItemSelection&, const QModelIndex&));

@@ -3,11 +3,18 @@
 #include <QAbstractItemModel>
 
 #include <algorithm>
+#include <cstdint>
+#include <iterator>
 #include <utility>
 #include <vector>
 
 namespace kyr::selection {
 namespace {
+
+// Taking so many ranges out of a list one by one is cheaper than copying it.
+constexpr std::size_t fewHits = 16;
+// How far up a range's way to the removed rows may be, on average, to be walked for each.
+constexpr std::int64_t shallowSteps = 16;
 
 QItemSelectionRange rows(const QItemSelectionRange& range, const QModelIndex& parent, int top,
                          int bottom)
@@ -52,79 +59,105 @@ RowsRemoval::RowsRemoval(const QModelIndex& parent, int first, int last)
     : m_parent(parent), m_first(first), m_last(last)
 {}
 
-RowsRemoval::Outcome RowsRemoval::appliedTo(const QItemSelection& ranges)
+RowsRemoval::Outcome RowsRemoval::appliedTo(QItemSelection ranges)
 {
-    Outcome outcome;
-    QItemSelection pieces;
-    bool isCut = false;
+    std::vector<int> hits;
+    std::int64_t steps = 0;
     for (int i = 0; i < ranges.size(); ++i) {
         const QItemSelectionRange& range = ranges.at(i);
         const QModelIndex parent = range.parent();
-        const bool beside = parent == m_parent;
-        const bool hit =
-            beside ? range.top() <= m_last && range.bottom() >= m_first : leavesWith(parent);
-        if (hit && !std::exchange(isCut, true))
-            outcome.kept = upTo(ranges, i);
-        if (hit && beside)
-            cut(range, outcome.kept, pieces, outcome.removed);
-        else if (hit)
-            outcome.removed.append(range);
-        else if (isCut)
-            outcome.kept.append(range);
+        if (parent == m_parent) {
+            if (range.top() <= m_last && range.bottom() >= m_first)
+                hits.push_back(i);
+            continue;
+        }
+        const Answer answer = leavesWith(parent);
+        steps += answer.steps;
+        if (answer.leaves)
+            hits.push_back(i);
     }
-    if (!isCut)
-        outcome.kept = ranges;
-    else
-        outcome.kept.append(pieces);
+    Outcome outcome;
+    outcome.isSmall = hits.size() <= fewHits && steps <= shallowSteps * ranges.size();
+    QItemSelection pieces;
+    if (hits.size() <= fewHits) {
+        // Where the list is the only one, as it is moved in, nothing is copied.
+        std::vector<QItemSelection> rests;
+        for (const int hit : hits)
+            rests.push_back(cut(ranges.at(hit), pieces, outcome.removed));
+        for (std::size_t i = hits.size(); i-- > 0;) {
+            if (rests[i].isEmpty())
+                ranges.removeAt(hits[i]);
+            else
+                ranges[hits[i]] = rests[i].constFirst();
+        }
+        outcome.kept = std::move(ranges);
+    } else {
+        outcome.kept = upTo(ranges, hits.front());
+        auto hit = hits.cbegin();
+        for (int i = *hit; i < ranges.size(); ++i) {
+            if (hit == hits.cend() || *hit != i) {
+                outcome.kept.append(ranges.at(i));
+                continue;
+            }
+            outcome.kept.append(cut(ranges.at(i), pieces, outcome.removed));
+            ++hit;
+        }
+    }
+    outcome.kept.append(pieces);
     return outcome;
 }
 
-void RowsRemoval::cut(const QItemSelectionRange& range, QItemSelection& kept,
-                      QItemSelection& pieces, QItemSelection& removed) const
+// What stays in the range's place, one range at most.
+QItemSelection RowsRemoval::cut(const QItemSelectionRange& range, QItemSelection& pieces,
+                                QItemSelection& removed) const
 {
+    const bool beside = range.parent() == m_parent;
     const int top = range.top();
     const int bottom = range.bottom();
-    const bool above = top < m_first;
-    const bool below = bottom > m_last;
+    const bool above = beside && top < m_first;
+    const bool below = beside && bottom > m_last;
+    QItemSelection rest;
     if (!above && !below) {
         removed.append(range);
-        return;
+        return rest;
     }
     removed.append(rows(range, m_parent, std::max(top, m_first), std::min(bottom, m_last)));
-    QItemSelection& rest = above && below ? pieces : kept;
+    QItemSelection& parts = above && below ? pieces : rest;
     if (above)
-        rest.append(rows(range, m_parent, top, m_first - 1));
+        parts.append(rows(range, m_parent, top, m_first - 1));
     if (below)
-        rest.append(rows(range, m_parent, m_last + 1, bottom));
+        parts.append(rows(range, m_parent, m_last + 1, bottom));
+    return rest;
 }
 
-// Whether the children of `parent` go. Notes the answer for each ancestor on the way, so that all
-// ranges together walk each branch once.
-bool RowsRemoval::leavesWith(const QModelIndex& parent)
+// Notes the answer for each ancestor on the way, so that all ranges together walk each branch once.
+RowsRemoval::Answer RowsRemoval::leavesWith(const QModelIndex& parent)
 {
     if (parent == m_lastParent)
-        return m_lastLeaves;
+        return m_lastAnswer;
     std::vector<QModelIndex> way;
-    bool leaves = false;
+    Answer answer;
     for (QModelIndex at = parent; at.isValid();) {
         const QModelIndex up = at.parent();
         if (up == m_parent) {
-            leaves = isAbout(at.row());
+            answer.leaves = isAbout(at.row());
             break;
         }
-        const auto known = m_leaving.constFind(at);
-        if (known != m_leaving.constEnd()) {
-            leaves = *known;
+        const auto known = m_answers.constFind(at);
+        if (known != m_answers.constEnd()) {
+            answer = *known;
             break;
         }
         way.push_back(at);
         at = up;
     }
-    for (const QModelIndex& ancestor : way)
-        m_leaving.insert(ancestor, leaves);
+    for (auto ancestor = way.crbegin(); ancestor != way.crend(); ++ancestor) {
+        ++answer.steps;
+        m_answers.insert(*ancestor, answer);
+    }
     m_lastParent = parent;
-    m_lastLeaves = leaves;
-    return leaves;
+    m_lastAnswer = answer;
+    return answer;
 }
 
 QItemSelection splitAtRow(const QItemSelection& ranges, const QModelIndex& behind)

@@ -17,24 +17,34 @@ public:
     {
         QItemSelection kept;
         QItemSelection removed;
+        /// Few ranges were hit, and none lies deep below the rows: what walks up from each range
+        /// and takes hits out of the list one by one is cheap.
+        bool isSmall = false;
     };
 
     /// Parts of ranges stay in place; of a range that is cut in two, both go to the end of the
-    /// list.
-    Outcome appliedTo(const QItemSelection& ranges);
+    /// list. Few hits leave the rest of a list that is moved in untouched.
+    Outcome appliedTo(QItemSelection ranges);
 
 private:
+    /// Whether the children of a parent go, and how many ancestors were asked for it.
+    struct Answer
+    {
+        bool leaves = false;
+        int steps = 0;
+    };
+
     bool isAbout(int row) const { return row >= m_first && row <= m_last; }
-    bool leavesWith(const QModelIndex& parent);
-    void cut(const QItemSelectionRange& range, QItemSelection& kept, QItemSelection& pieces,
-             QItemSelection& removed) const;
+    Answer leavesWith(const QModelIndex& parent);
+    QItemSelection cut(const QItemSelectionRange& range, QItemSelection& pieces,
+                       QItemSelection& removed) const;
 
     const QModelIndex m_parent;
     const int m_first;
     const int m_last;
-    QHash<QModelIndex, bool> m_leaving;
+    QHash<QModelIndex, Answer> m_answers;
     QModelIndex m_lastParent;
-    bool m_lastLeaves = false;
+    Answer m_lastAnswer;
 };
 
 /// Cuts ranges in two before the row or column of `behind`, where others are about to be inserted;
