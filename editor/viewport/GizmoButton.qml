@@ -7,6 +7,8 @@ Rectangle {
     property string text
     property string description
     property bool checked
+    // From its left edge to where the view ends; the description stays inside.
+    property real room: Infinity
     property bool dark: true
     property color textColor
     property color activeColor
@@ -45,6 +47,7 @@ Rectangle {
     }
     Rectangle {
         visible: area.containsMouse && button.description
+        x: Math.min(0, button.room - width)
         y: button.height + 4
         z: 1
         width: tip.implicitWidth + 12

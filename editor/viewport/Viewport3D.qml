@@ -106,7 +106,7 @@ FocusScope {
         anchors.right: parent.right
         anchors.margins: 10
         // Below the tools where there is no room beside them.
-        anchors.topMargin: view.width < tools.width + width + 30 ? 44 : 10
+        anchors.topMargin: view.width < tools.implicitWidth + width + 30 ? tools.height + 20 : 10
         controller: view.controller
         lineColor: view.textColor
     }
@@ -117,6 +117,7 @@ FocusScope {
         anchors.left: parent.left
         anchors.top: parent.top
         anchors.margins: 10
+        width: parent.width - 20
         gizmo: view.controller ? view.controller.gizmo : null
         dark: view.dark
         textColor: view.textColor
