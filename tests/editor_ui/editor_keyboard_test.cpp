@@ -158,6 +158,8 @@ TEST_F(EditorKeyboardTest, eachKeyMeansOneCommandAndRedoHasTwo)
         display.press(redo);
         EXPECT_NE(object("Nearer"), nullptr) << redo;
     }
+    display.press("alt+e u");
+    EXPECT_NE(object("Near"), nullptr) << "by the letter in the menu";
 }
 
 TEST_F(EditorKeyboardTest, nothingIsDrawnAtRest)

@@ -11,7 +11,8 @@ EditorDialog {
     implicitWidth: 460
     title: qsTr("The file was changed by another program")
     visible: session.files.conflict !== FileCommands.NoConflict
-    defaultButton: saveWaits ? Dialog.Save : Dialog.Reset
+    // None that loses anything.
+    defaultButton: saveWaits ? Dialog.Save : session.document.modified ? Dialog.Cancel : Dialog.Reset
     standardButtons: Dialog.Reset | Dialog.Apply | Dialog.Save | Dialog.Cancel
 
     onReset: session.files.reload()

@@ -33,9 +33,9 @@ Dialog {
     topPadding: 10
 
     onAboutToShow: {
-        const button = standardButton(defaultButton);
-        if (button)
-            button.isDefault = true;
+        const usual = standardButton(defaultButton);
+        for (let i = 0; i < footer.count; ++i)
+            footer.itemAt(i).isDefault = footer.itemAt(i) === usual;
     }
     // The buttons are laid out by then, and can have no focus before.
     onOpened: Qt.callLater(takeFocus)

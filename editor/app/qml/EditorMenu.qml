@@ -14,6 +14,24 @@ Menu {
     // Texts stand in one line where some entries have a mark.
     readonly property bool hasMarks: entries.some(command => command && command.checkable)
 
+    // The letter that is underlined in an entry's text chooses it.
+    function chooseByLetter(event) {
+        const letter = event.text.toLowerCase();
+        for (let i = 0; i < count && letter !== "" && !(event.modifiers & Qt.ControlModifier); ++i) {
+            const item = itemAt(i);
+            const found = item.enabled && item.text ? item.text.match(/&([^&])/) : null;
+            if (!found || found[1].toLowerCase() !== letter)
+                continue;
+            event.accepted = true;
+            currentIndex = i;
+            if (item.action) {
+                dismiss();
+                item.action.trigger();
+            }
+            return;
+        }
+    }
+
     delegate: MenuItem {
         id: item
 
@@ -24,6 +42,7 @@ Menu {
         // Up and Down go through a menu, Tab does not lead out of it.
         Keys.onTabPressed: {}
         Keys.onBacktabPressed: {}
+        Keys.onPressed: menu.chooseByLetter(event)
         implicitHeight: visible ? 26 : 0
         rightPadding: 12 + (shortcutText ? shortcut.implicitWidth + 24 : 0)
         font.pixelSize: 12
@@ -73,6 +92,7 @@ Menu {
         ScrollIndicator.vertical: ScrollIndicator {}
         Keys.onTabPressed: {}
         Keys.onBacktabPressed: {}
+        Keys.onPressed: menu.chooseByLetter(event)
     }
 
     Component {
