@@ -1,13 +1,10 @@
 #pragma once
 
-#include <panel/arrangement/arranged_rows.h>
 #include <panel/arrangement/arrangement_rules.h>
 #include <panel/arrangement/sliced_sort.h>
 #include <panel/rows/scene_mirror.h>
 
-#include <QDeadlineTimer>
 #include <QMap>
-#include <QSet>
 
 #include <memory>
 #include <optional>
@@ -20,17 +17,18 @@ namespace kyr::panel {
 class ArrangementPass
 {
 public:
-    /// `closedGroups` are the types of groups that start closed.
-    ArrangementPass(SceneMirror& mirror, const ArrangementSettings& settings,
-                    const QSet<QString>& closedGroups);
+    ArrangementPass(SceneMirror& mirror, const ArrangementSettings& settings);
 
     /// Works until all is done, which makes it return true, or the time is up.
     bool work(const QDeadlineTimer& deadline);
     int version() const { return m_version; }
     const ArrangementRules& rules() const { return m_rules; }
 
-    /// Once done; marks and open rows are those of this moment.
-    std::unique_ptr<ArrangedRows> take();
+    // Once done:
+    /// Rows of the scene, and of its groups, in their new order.
+    const std::vector<RowTree::Row>& rows() const { return m_order; }
+    /// Those that show only because of rows below them.
+    const std::vector<RowTree::Node>& leads() const { return m_leads; }
     int matchCount() const { return m_matches; }
     /// Whether some rows of the scene have children that it has not fetched.
     bool isPartial() const { return m_partial; }
@@ -49,10 +47,10 @@ private:
     /// A row that shows. The first one stands for the root.
     struct Entry
     {
-        Node node = RowTree::none;
+        RowTree::Row row{RowTree::none, -1};
         quint32 parent = 0;
-        bool leads = false;
     };
+    /// A row that leads to the one that is looked at, and its entry or 0.
     struct Level
     {
         Node node;
@@ -66,25 +64,21 @@ private:
             return pass->m_rules.precedes(pass->m_keys[a], pass->m_keys[b]);
         }
     };
-    using Sort = SlicedSort<quint32, Less>;
 
     void step();
     void find();
     void startSorting();
-    bool sortNext();
+    void sortNext();
     void layOut();
-    quint32 append(Node node, quint32 parent, bool leads, const QModelIndex& index);
+    quint32 append(Node node, quint32 parent, const QModelIndex& index);
     quint32 parentOf(const QModelIndex& index);
-    void appendGroups();
-    bool showsInOrder() const { return !m_rules.sorts() && !m_rules.groups(); }
 
     SceneMirror& m_mirror;
     const ArrangementRules m_rules;
-    const QSet<QString> m_closedGroups;
-    int m_version;
+    const int m_version;
     Stage m_stage = Stage::Reading;
     std::optional<RowWalk> m_walk;
-    std::vector<Level> m_levels; ///< What leads to the row that is looked at.
+    std::vector<Level> m_levels;
     std::vector<Entry> m_entries{Entry()};
     std::vector<SortKey> m_keys;
     QMap<QString, quint32> m_groups;
@@ -92,13 +86,10 @@ private:
     std::vector<quint32> m_firstChild;
     std::vector<quint32> m_children;
     quint32 m_sorted = 0;
-    std::vector<quint32> m_family; ///< A long list while it is sorted.
-    std::unique_ptr<Sort> m_sort;
+    std::optional<SlicedSort<quint32, Less>> m_sort;
     std::vector<std::pair<quint32, quint32>> m_ranges; ///< Children to lay out, on each level.
-    quint32 m_next = 1;
-    std::vector<int> m_depths;
-    std::unique_ptr<ArrangedRows> m_rows;
-    std::vector<Node> m_order;
+    std::vector<RowTree::Row> m_order;
+    std::vector<Node> m_leads;
     int m_matches = 0;
     bool m_partial = false;
 };

@@ -16,9 +16,9 @@ QLocale sortingLocale()
 } // namespace
 
 ArrangementRules::ArrangementRules(const ArrangementSettings& settings,
-                                   const QAbstractItemModel& model)
+                                   const QAbstractItemModel& scene)
     : m_settings(settings)
-    , m_typeRole(model.roleNames().key("type", -1))
+    , m_typeRole(scene.roleNames().key("type", -1))
     , m_collator(sortingLocale())
 {
     m_collator.setNumericMode(true);
@@ -26,7 +26,7 @@ ArrangementRules::ArrangementRules(const ArrangementSettings& settings,
     if (const QObject* predicate = settings.predicate) {
         const QMetaObject* meta = predicate->metaObject();
         m_accepts = meta->method(meta->indexOfMethod("accepts(QModelIndex)"));
-        m_filters = m_accepts.isValid() && settings.isFiltering();
+        m_filters = m_accepts.isValid() && settings.filters();
     }
 }
 

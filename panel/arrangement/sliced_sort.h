@@ -6,16 +6,27 @@
 namespace kyr::panel {
 
 /// A stable merge sort that can be put down and taken up again: `step` does a bounded part of it
-/// until it returns true. The values may not change meanwhile.
+/// until it returns true. The values come back with the last one.
 template <typename T, typename Less>
 class SlicedSort
 {
 public:
-    SlicedSort(std::vector<T>& values, Less less)
-        : m_values(values), m_less(std::move(less)), m_merged(values.size())
+    SlicedSort(T* first, T* last, Less less)
+        : m_target(first), m_values(first, last), m_less(std::move(less)), m_merged(m_values.size())
     {}
 
     bool step()
+    {
+        const bool done = work();
+        if (done)
+            std::copy(m_values.begin(), m_values.end(), m_target);
+        return done;
+    }
+
+private:
+    static constexpr std::size_t runLength = 512;
+
+    bool work()
     {
         const std::size_t size = m_values.size();
         if (m_sorted < size) {
@@ -34,9 +45,6 @@ public:
         }
         return false;
     }
-
-private:
-    static constexpr std::size_t runLength = 512;
 
     /// Goes to the next two sorted runs to merge; false when one run is left.
     bool startPair()
@@ -57,7 +65,8 @@ private:
         return true;
     }
 
-    std::vector<T>& m_values;
+    T* m_target;
+    std::vector<T> m_values;
     Less m_less;
     std::vector<T> m_merged;
     std::size_t m_sorted = 0; ///< Up to here in runs.

@@ -3,7 +3,7 @@
 #include <QCollator>
 #include <QVariant>
 
-#include <optional>
+#include <variant>
 
 namespace kyr::panel {
 
@@ -12,24 +12,35 @@ class SortKey
 {
 public:
     SortKey() = default;
-    SortKey(const QVariant& value, const QCollator& collator);
+    SortKey(const QVariant& value, const QCollator& collator)
+    {
+        const int type = value.userType();
+        if (type == QMetaType::Float || (type >= QMetaType::Bool && type <= QMetaType::Double))
+            m_value = value.toDouble();
+        else if (value.isValid())
+            m_value = collator.sortKey(value.toString());
+    }
 
     /// Whether `a` comes before `b`. Kinds keep their order when the sorting descends.
-    static bool precedes(const SortKey& a, const SortKey& b, Qt::SortOrder order);
+    static bool precedes(const SortKey& a, const SortKey& b, Qt::SortOrder order)
+    {
+        if (a.m_value.index() != b.m_value.index())
+            return a.m_value.index() < b.m_value.index();
+        return order == Qt::AscendingOrder ? a.isLess(b) : b.isLess(a);
+    }
 
 private:
-    enum class Kind
+    bool isLess(const SortKey& other) const
     {
-        Number,
-        Text,
-        None,
-    };
+        if (const double* number = std::get_if<double>(&m_value))
+            return *number < std::get<double>(other.m_value);
+        const auto* text = std::get_if<QCollatorSortKey>(&m_value);
+        return text && text->compare(std::get<QCollatorSortKey>(other.m_value)) < 0;
+    }
 
-    bool isLess(const SortKey& other) const;
-
-    Kind m_kind = Kind::None;
-    double m_number = 0;
-    std::optional<QCollatorSortKey> m_text;
+    std::variant<double, QCollatorSortKey, std::monostate> m_value{std::monostate()};
 };
+
+static_assert(QMetaType::Bool == 1 && QMetaType::Double == 6, "numbers have the types 1 to 6");
 
 } // namespace kyr::panel

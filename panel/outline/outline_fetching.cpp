@@ -1,6 +1,6 @@
 // Scenes that give their rows as they are asked for more.
 
-#include "outline_core.h"
+#include "outline_model.h"
 
 namespace kyr::panel {
 
@@ -13,60 +13,60 @@ constexpr int levelsUp = 256;
 
 } // namespace
 
+bool OutlineModel::canFetchMore(const QModelIndex& parent) const
+{
+    return !parent.isValid() && fetches() && sourceModel()->canFetchMore({});
+}
+
+void OutlineModel::fetchMore(const QModelIndex& parent)
+{
+    if (canFetchMore(parent))
+        sourceModel()->fetchMore({});
+}
+
 void OutlineModel::showing(int first, int last)
-{
-    m_core->fetchNear(first, last);
-}
-
-void OutlineModel::fetchAll()
-{
-    m_core->m_toFetch = 0;
-    m_core->setFetching(true);
-}
-
-void OutlineModel::stopFetching()
-{
-    m_core->setFetching(false);
-}
-
-void OutlineModel::Core::fetchNear(int first, int last)
 {
     if (!fetches())
         return;
     const int end = std::min(last + rowsAhead, count() - 1);
     std::vector<QPersistentModelIndex> parents;
-    const auto look = [&](Node shown) {
-        const QModelIndex index = m_mirror.indexOf(sceneNode(shown));
-        if (rows().has(shown, RowTree::Expanded) && m_mirror.model()->canFetchMore(index) &&
-            rows().rowsBefore(rows().branchEnd(shown)) - 1 <= end)
+    const auto look = [&](Node node) {
+        const QModelIndex index = m_mirror.indexOf(node);
+        if (rows().isOpen(node) && sourceModel()->canFetchMore(index) &&
+            rows().rowsBefore(rows().below(node).end) - 1 <= end)
             parents.emplace_back(index);
     };
     for (int row = std::max(first, 0); row <= end; ++row)
-        look(rowNode(row));
-    Node above = rowNode(first);
+        look(nodeAt(row));
+    Node above = nodeAt(first);
     for (int level = 0; above != RowTree::none && level < levelsUp; ++level) {
-        above = rows().place(above).parent;
+        above = rows().parent(above);
         if (above != RowTree::none)
             look(above);
     }
-    if (end == count() - 1 && m_mirror.model()->canFetchMore({}))
-        m_mirror.model()->fetchMore({});
+    if (end == count() - 1 && sourceModel()->canFetchMore({}))
+        sourceModel()->fetchMore({});
     for (const QPersistentModelIndex& parent : parents) {
         if (parent.isValid())
-            m_mirror.model()->fetchMore(parent);
+            sourceModel()->fetchMore(parent);
     }
 }
 
-/// Goes down all rows once; those that come are below and are met on the way.
-void OutlineModel::Core::fetchSome(const QDeadlineTimer& deadline)
+void OutlineModel::fetchAll()
 {
-    QAbstractItemModel& scene = *m_mirror.model();
-    const auto fetches = [&scene](const QModelIndex& parent) {
-        const int before = scene.rowCount(parent);
-        if (!scene.canFetchMore(parent))
+    m_toFetch = 0;
+    setFetching(true);
+}
+
+/// Goes down all rows once; those that come are below and are met on the way.
+void OutlineModel::fetchSome(const QDeadlineTimer& deadline)
+{
+    const auto fetches = [this](const QModelIndex& parent) {
+        const int before = sourceModel()->rowCount(parent);
+        if (!sourceModel()->canFetchMore(parent))
             return false;
-        scene.fetchMore(parent);
-        return scene.rowCount(parent) > before;
+        sourceModel()->fetchMore(parent);
+        return sourceModel()->rowCount(parent) > before;
     };
     while (fetches({})) {
         if (deadline.hasExpired())
@@ -85,22 +85,22 @@ void OutlineModel::Core::fetchSome(const QDeadlineTimer& deadline)
         restart();
 }
 
-void OutlineModel::Core::setFetching(bool fetching)
+void OutlineModel::setFetching(bool fetching)
 {
     if (fetching)
-        m_slices.start();
+        m_slices.start(0);
     if (fetching == m_fetching)
         return;
     m_fetching = fetching;
-    Q_EMIT q.partialChanged();
+    Q_EMIT partialChanged();
 }
 
-void OutlineModel::Core::setPartial(bool partial)
+void OutlineModel::setPartial(bool partial)
 {
     if (partial == m_partial)
         return;
     m_partial = partial;
-    Q_EMIT q.partialChanged();
+    Q_EMIT partialChanged();
 }
 
 } // namespace kyr::panel

@@ -1,336 +1,238 @@
-#include "outline_core.h"
+// The arrangement of an outline: what the user chooses, the pass that works it out in slices, and
+// the one place where its rows come to show.
 
-#include <algorithm>
+#include "outline_model.h"
+
+#include <QMetaMethod>
 
 namespace kyr::panel {
 
 namespace {
 
-/// Makes one range of each run of siblings.
-class Runs
-{
-public:
-    void add(const QModelIndex& index)
-    {
-        if (!index.isValid())
-            return;
-        if (!m_last.isValid() || index.row() != m_last.row() + 1 ||
-            index.parent() != m_last.parent()) {
-            end();
-            m_first = index;
-        }
-        m_last = index;
-    }
-    QItemSelection take()
-    {
-        end();
-        return m_runs;
-    }
+constexpr int sliceMilliseconds = 4;
+/// Scenes that change all the time are worked on in one go after as many attempts.
+constexpr int patience = 4;
 
-private:
-    void end()
-    {
-        if (m_first.isValid())
-            m_runs.append(QItemSelectionRange(m_first, m_last));
-    }
-
-    QItemSelection m_runs;
-    QModelIndex m_first;
-    QModelIndex m_last;
-};
+const QDeadlineTimer forever(QDeadlineTimer::Forever);
 
 } // namespace
 
-using Node = RowTree::Node;
-
-OutlineModel::OutlineModel(QObject* parent)
-    : QAbstractListModel(parent), m_core(std::make_unique<Core>(*this))
+OutlineModel::OutlineModel(QObject* parent) : OutlineRows(parent)
 {
-    connect(this, &OutlineModel::rowsInserted, this, &OutlineModel::countChanged);
-    connect(this, &OutlineModel::rowsRemoved, this, &OutlineModel::countChanged);
-    connect(this, &OutlineModel::modelReset, this, &OutlineModel::countChanged);
-    connect(this, &OutlineModel::layoutChanged, this, &OutlineModel::countChanged);
-    connect(this, &OutlineModel::rearranged, this, &OutlineModel::countChanged);
+    connect(&m_slices, &QTimer::timeout, this, &OutlineModel::workSlice);
+    connect(&m_mirror, &SceneMirror::aboutToChange, this, &OutlineModel::aboutToChange);
+    connect(&m_mirror, &SceneMirror::changed, this, &OutlineModel::changed);
+    connect(&m_mirror, &SceneMirror::dataChanged, this, &OutlineModel::sceneDataChanged);
     connect(this, &OutlineModel::countChanged, this, &OutlineModel::selectedCountChanged);
 }
 
 OutlineModel::~OutlineModel() = default;
 
-QAbstractItemModel* OutlineModel::sourceModel() const
+void OutlineModel::setSourceModel(QAbstractItemModel* source)
 {
-    return m_core->m_mirror.model();
-}
-
-QItemSelectionModel* OutlineModel::selectionModel() const
-{
-    return m_core->m_selection;
-}
-
-QObject* OutlineModel::predicate() const
-{
-    return m_core->m_settings.predicate;
-}
-
-QString OutlineModel::arrangement() const
-{
-    return m_core->m_arrangement;
-}
-
-bool OutlineModel::showsHierarchy() const
-{
-    return m_core->m_settings.arrangement == Arrangement::Hierarchy;
-}
-
-int OutlineModel::sortRole() const
-{
-    return m_core->m_settings.sortRole;
-}
-
-bool OutlineModel::isSortDescending() const
-{
-    return m_core->m_settings.sortOrder == Qt::DescendingOrder;
-}
-
-QList<int> OutlineModel::cellRoles() const
-{
-    return m_core->m_cellRoles;
-}
-
-void OutlineModel::setCellRoles(const QList<int>& roles)
-{
-    if (roles == m_core->m_cellRoles)
+    if (source == sourceModel())
         return;
-    m_core->m_cellRoles = roles;
-    m_core->allChanged({CellsRole});
-    Q_EMIT cellRolesChanged();
-}
-
-int OutlineModel::count() const
-{
-    return m_core->count();
-}
-
-bool OutlineModel::isWorking() const
-{
-    return m_core->m_working;
-}
-
-bool OutlineModel::isArranged() const
-{
-    return m_core->m_arranged != nullptr;
-}
-
-int OutlineModel::matchCount() const
-{
-    return m_core->m_matches;
-}
-
-int OutlineModel::selectedCount() const
-{
-    return m_core->m_mirror.rows().selectedCount();
-}
-
-int OutlineModel::hiddenSelectedCount() const
-{
-    return selectedCount() - m_core->rows().selectedCount();
-}
-
-bool OutlineModel::isPartial() const
-{
-    return m_core->m_partial;
-}
-
-bool OutlineModel::isFetching() const
-{
-    return m_core->m_fetching;
-}
-
-std::size_t OutlineModel::bytesUsed() const
-{
-    return m_core->m_mirror.rows().bytesUsed() +
-           (m_core->m_arranged ? m_core->m_arranged->bytesUsed() : 0);
-}
-
-int OutlineModel::rowCount(const QModelIndex& parent) const
-{
-    return parent.isValid() ? 0 : count();
-}
-
-QVariant OutlineModel::data(const QModelIndex& index, int role) const
-{
-    // Views ask for rows that have just gone, too.
-    const Node node = m_core->rowNode(index.row());
-    if (node == RowTree::none)
-        return {};
-    const RowTree& rows = m_core->rows();
-    switch (role) {
-    case DepthRole:
-        return rows.depth(node);
-    case HasChildrenRole:
-        return m_core->hasChildren(node);
-    case ExpandedRole:
-        return rows.has(node, RowTree::Expanded);
-    case SelectedRole:
-        return rows.has(node, RowTree::Selected);
-    case CurrentRole:
-        return index.row() == currentRow();
-    case SourceIndexRole:
-        return sourceIndex(index.row());
-    case MatchesRole:
-        return m_core->matches(node);
-    case HiddenSelectedRole:
-        return m_core->hiddenSelected(node);
-    case HiddenHoveredRole:
-        return m_core->hidesHovered(node);
-    case CellsRole: {
-        const QModelIndex source = sourceIndex(index.row());
-        QVariantList cells;
-        for (const int cellRole : m_core->m_cellRoles)
-            cells.append(source.data(cellRole));
-        return cells;
+    beginReset();
+    m_focusedGroup = RowTree::none;
+    m_mirror.setModel(source);
+    m_rules.reset();
+    m_arranged.reset();
+    if (source && m_settings.arranges()) {
+        // Nothing of a scene shows until it is arranged.
+        m_rules.emplace(m_settings, *source);
+        m_arranged = std::make_unique<RowTree>(m_mirror.marks(), m_rules->closedBy());
     }
-    default:
-        return isGroup(index.row()) ? m_core->groupData(node, role)
-                                    : sourceIndex(index.row()).data(role);
-    }
+    m_mirror.setReadsBranches(m_arranged != nullptr);
+    readRoles();
+    readSelection();
+    tellPredicate();
+    endReset();
+    arrange();
+    Q_EMIT sourceModelChanged();
+    Q_EMIT rearranged();
 }
 
-bool OutlineModel::setData(const QModelIndex& index, const QVariant& value, int role)
+void OutlineModel::setPredicate(QObject* predicate)
 {
-    const QModelIndex source = sourceIndex(index.row());
-    return source.isValid() && sourceModel()->setData(source, value, role);
-}
-
-Qt::ItemFlags OutlineModel::flags(const QModelIndex& index) const
-{
-    if (isGroup(index.row()))
-        return Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
-    const QModelIndex source = sourceIndex(index.row());
-    return source.isValid() ? source.flags() | Qt::ItemNeverHasChildren : Qt::NoItemFlags;
-}
-
-QHash<int, QByteArray> OutlineModel::roleNames() const
-{
-    return m_core->m_roleNames;
-}
-
-bool OutlineModel::canFetchMore(const QModelIndex& parent) const
-{
-    return !parent.isValid() && m_core->fetches() && sourceModel()->canFetchMore({});
-}
-
-void OutlineModel::fetchMore(const QModelIndex& parent)
-{
-    if (canFetchMore(parent))
-        sourceModel()->fetchMore({});
-}
-
-int OutlineModel::sourceRole(const QByteArray& name) const
-{
-    return m_core->m_roleNames.key(name, -1);
-}
-
-QModelIndex OutlineModel::sourceIndex(int row) const
-{
-    return m_core->indexAt(row);
-}
-
-int OutlineModel::rowOf(const QModelIndex& sourceIndex) const
-{
-    const Node node = m_core->shownNode(m_core->m_mirror.nodeOf(sourceIndex));
-    const int row = node == RowTree::none ? -1 : m_core->rows().row(node);
-    return row < count() ? row : -1;
-}
-
-int OutlineModel::nearestRow(const QModelIndex& sourceIndex) const
-{
-    const RowTree& scene = m_core->m_mirror.rows();
-    QModelIndex index = sourceIndex.siblingAtColumn(0);
-    Node node = m_core->m_mirror.nodeOf(index);
-    while (node == RowTree::none && index.isValid()) {
-        index = index.parent();
-        node = m_core->m_mirror.nodeOf(index);
-    }
-    while (node != RowTree::none && m_core->shownNode(node) == RowTree::none)
-        node = scene.place(node).parent;
-    return node == RowTree::none ? -1 : m_core->rows().nearestRow(m_core->shownNode(node));
-}
-
-int OutlineModel::parentRow(int row) const
-{
-    const Node node = m_core->rowNode(row);
-    return node == RowTree::none ? -1 : m_core->rows().row(m_core->rows().place(node).parent);
-}
-
-int OutlineModel::rowDepth(int row) const
-{
-    const Node node = m_core->rowNode(row);
-    return node == RowTree::none ? -1 : m_core->rows().depth(node);
-}
-
-bool OutlineModel::rowHasChildren(int row) const
-{
-    const Node node = m_core->rowNode(row);
-    return node != RowTree::none && m_core->hasChildren(node);
-}
-
-bool OutlineModel::isRowExpanded(int row) const
-{
-    return m_core->rows().has(m_core->rowNode(row), RowTree::Expanded);
-}
-
-bool OutlineModel::isRowSelected(int row) const
-{
-    return m_core->rows().has(m_core->rowNode(row), RowTree::Selected);
-}
-
-bool OutlineModel::isGroup(int row) const
-{
-    return m_core->m_arranged && m_core->m_arranged->isGroup(m_core->rowNode(row));
-}
-
-void OutlineModel::visit(int first, int last,
-                         const std::function<bool(int, const QModelIndex&)>& visitor) const
-{
-    const Node start = m_core->rowNode(first);
-    last = std::min(last, count() - 1);
-    if (start == RowTree::none)
+    if (predicate == m_settings.predicate)
         return;
-    if (m_core->m_arranged) {
-        const RowTree& rows = m_core->rows();
-        Node node = start;
-        for (int row = first; row <= last; ++row) {
-            if (!visitor(row, m_core->m_mirror.indexOf(m_core->sceneNode(node))))
-                return;
-            node = rows.has(node, RowTree::Expanded) ? rows.next(node) : rows.afterBranch(node);
-        }
+    if (m_settings.predicate)
+        m_settings.predicate->disconnect(this);
+    m_settings.predicate = predicate;
+    tellPredicate();
+    if (predicate) {
+        const QMetaObject* meta = predicate->metaObject();
+        connect(predicate, meta->method(meta->indexOfSignal("changed()")), this,
+                staticMetaObject.method(staticMetaObject.indexOfMethod("filter()")));
+        connect(predicate, &QObject::destroyed, this, [this] { setPredicate(nullptr); });
+    }
+    filter();
+    Q_EMIT settingsChanged();
+}
+
+/// The filter's keys are the roles and columns of what it filters.
+void OutlineModel::tellPredicate()
+{
+    if (predicate() && predicate()->metaObject()->indexOfProperty("model") >= 0)
+        predicate()->setProperty("model", QVariant::fromValue(sourceModel()));
+}
+
+/// The predicate accepts other rows.
+void OutlineModel::filter()
+{
+    m_forgetsClosed = true;
+    arrange();
+}
+
+void OutlineModel::finish()
+{
+    work(forever);
+    if (m_writesBack && canOpen())
+        m_writesBack = !m_mirror.writeAllBack(forever);
+}
+
+void OutlineModel::workSlice()
+{
+    m_touched = 0;
+    const QDeadlineTimer deadline(sliceMilliseconds, Qt::PreciseTimer);
+    if (m_fetching && !canOpen())
+        setFetching(sourceModel() != nullptr);
+    else if (m_fetching)
+        fetchSome(deadline);
+    else if (m_working)
+        work(deadline);
+    else if (m_writesBack && canOpen())
+        m_writesBack = !m_mirror.writeAllBack(deadline);
+    if (!m_working && !m_writesBack && !m_fetching)
+        m_slices.stop();
+}
+
+void OutlineModel::arrange()
+{
+    m_restarts = 0;
+    restart();
+    if (!m_mirror.isChanging())
+        work(QDeadlineTimer(sliceMilliseconds, Qt::PreciseTimer));
+}
+
+/// Works the arrangement out anew, once for all that changes in this turn.
+void OutlineModel::restart()
+{
+    m_pass.reset();
+    setWorking(true);
+}
+
+void OutlineModel::work(const QDeadlineTimer& deadline)
+{
+    if (!m_working || m_mirror.isChanging())
         return;
+    if (!sourceModel() || !m_settings.arranges())
+        return finishPass();
+    if (m_pass && m_pass->version() != m_mirror.version()) {
+        m_pass.reset();
+        ++m_restarts;
     }
-    RowWalk walk(m_core->rows(), start, sourceIndex(first));
-    for (int row = first; row <= last; ++row, walk.nextShown()) {
-        if (!visitor(row, walk.index()))
-            return;
+    if (!m_pass) {
+        m_changedMeanwhile.clear();
+        m_pass = std::make_unique<ArrangementPass>(m_mirror, m_settings);
+    }
+    const bool endless = m_restarts > patience;
+    if (m_pass->work(endless ? forever : deadline) && (endless || !deadline.hasExpired()))
+        finishPass();
+}
+
+/// Shows what the pass has worked out, or the scene as it is if there is none.
+void OutlineModel::finishPass()
+{
+    const std::unique_ptr<ArrangementPass> pass = std::move(m_pass);
+    const bool forgets =
+        std::exchange(m_forgetsClosed, false) && marks().count(RowMarks::ClosedWhileFound) > 0;
+    if (forgets)
+        m_mirror.forgetClosedWhileFound();
+    if (pass && !forgets && shows(*pass))
+        m_rules.emplace(pass->rules());
+    else if (pass || m_arranged)
+        replace(pass.get());
+    setMatchCount(pass && m_rules->filters() ? pass->matchCount() : -1);
+    setPartial(pass && pass->isPartial());
+    setWorking(false);
+    for (const QPersistentModelIndex& index : std::exchange(m_changedMeanwhile, {})) {
+        if (index.isValid() && m_arranged)
+            placeChanged(index, {});
     }
 }
 
-QItemSelection OutlineModel::sourceSelection(int first, int last) const
+/// Whether these rows show already.
+bool OutlineModel::shows(const ArrangementPass& pass) const
 {
-    Runs runs;
-    visit(first, last, [&runs](int, const QModelIndex& index) {
-        runs.add(index);
-        return true;
-    });
-    return runs.take();
+    const auto leads = [this](Node node) { return marks().has(node, RowMarks::Leads); };
+    return m_arranged && m_rules->nests() == pass.rules().nests() &&
+           m_arranged->closedBy() == pass.rules().closedBy() &&
+           m_arranged->allRows() == pass.rows() &&
+           std::all_of(pass.leads().begin(), pass.leads().end(), leads) &&
+           std::size_t(std::count_if(pass.rows().begin(), pass.rows().end(),
+                                     [&](const RowTree::Row& row) { return leads(row.node); })) ==
+               pass.leads().size();
 }
 
-QItemSelection OutlineModel::matchingSelection() const
+void OutlineModel::replace(const ArrangementPass* pass)
 {
-    Runs runs;
-    for (const Node shown : m_core->rows().allRows()) {
-        if (m_core->matches(shown))
-            runs.add(m_core->m_mirror.indexOf(m_core->sceneNode(shown)));
+    std::unique_ptr<RowTree> next;
+    if (pass) {
+        for (const RowTree::Row& row : pass->rows())
+            m_mirror.marks().set(row.node, RowMarks::Leads, false);
+        for (const Node node : pass->leads())
+            m_mirror.marks().set(node, RowMarks::Leads, true);
+        next = std::make_unique<RowTree>(m_mirror.marks(), pass->rules().closedBy());
+        next->rebuild(pass->rows());
     }
-    return runs.take();
+    const bool quiet = isResetting();
+    if (!quiet)
+        Q_EMIT aboutToRearrange();
+    const int before = count();
+    const int after = next ? next->shownCount() : m_mirror.rows().shownCount();
+    const int kept = std::min(before, after);
+    if (!quiet && before > kept) {
+        beginRemoveRows({}, kept, before - 1);
+        m_countLimit = kept;
+        endRemoveRows();
+    }
+    m_mirror.setReadsBranches(pass != nullptr);
+    m_arranged = std::move(next);
+    m_rules.reset();
+    if (pass)
+        m_rules.emplace(pass->rules());
+    m_indexedRow = -1;
+    m_countLimit = std::numeric_limits<int>::max();
+    if (quiet)
+        return;
+    m_countLimit = kept;
+    allChanged();
+    if (after > kept)
+        beginInsertRows({}, kept, after - 1);
+    m_countLimit = std::numeric_limits<int>::max();
+    if (after > kept)
+        endInsertRows();
+    Q_EMIT rearranged();
+    Q_EMIT countChanged();
+}
+
+void OutlineModel::setWorking(bool working)
+{
+    if (working)
+        m_slices.start(0);
+    if (working == m_working)
+        return;
+    m_working = working;
+    Q_EMIT workingChanged();
+}
+
+void OutlineModel::setMatchCount(int count)
+{
+    if (count == m_matches)
+        return;
+    m_matches = count;
+    Q_EMIT matchCountChanged();
 }
 
 } // namespace kyr::panel

@@ -1,179 +1,120 @@
 // Opening and closing rows of an outline.
 
-#include "outline_core.h"
+#include "outline_model.h"
 
 namespace kyr::panel {
 
 void OutlineModel::setExpanded(const QModelIndex& sourceIndex, bool expanded)
 {
-    if (m_core->canOpen())
-        m_core->setExpanded(m_core->readNode(sourceIndex), expanded);
+    if (canOpen())
+        open(shown(m_mirror.read(sourceIndex)), expanded);
 }
 
 void OutlineModel::setBranchExpanded(const QModelIndex& sourceIndex, bool expanded)
 {
-    if (m_core->canOpen())
-        m_core->setBranchExpanded(m_core->readNode(sourceIndex), expanded);
+    if (canOpen())
+        openBranch(shown(m_mirror.read(sourceIndex)), expanded);
 }
 
-void OutlineModel::setRowExpanded(int row, bool expanded)
+/// In a flat list nothing is below anything.
+bool OutlineModel::canOpen(Node node) const
 {
-    m_core->setExpanded(m_core->rowNode(row), expanded);
+    return canOpen() && node != RowTree::none &&
+           (!m_rules || m_rules->nests() || isGroupNode(node));
 }
 
-void OutlineModel::setRowBranchExpanded(int row, bool expanded)
+/// What is below the row is read; the scene may fetch it first.
+void OutlineModel::readToOpen(Node node)
 {
-    m_core->setBranchExpanded(m_core->rowNode(row), expanded);
+    const QModelIndex index = m_mirror.indexOf(node);
+    if (!index.isValid())
+        return;
+    if (sourceModel()->canFetchMore(index))
+        sourceModel()->fetchMore(index);
+    m_mirror.readChildren(node);
 }
 
-void OutlineModel::expandAll()
+void OutlineModel::open(Node node, bool on)
 {
-    m_core->setAllExpanded(true);
+    if (!canOpen(node) || rows().isOpen(node) == on)
+        return;
+    if (on)
+        readToOpen(node);
+    const RowTree::Range below = rows().below(node);
+    const int row = rows().row(node);
+    if (row >= 0 && on)
+        announceInsertion(row + 1, rows().countIfShown(below));
+    else if (row >= 0)
+        announceRemoval(row + 1, rows().rowsBefore(below.end) - row - 1);
+    if (followsScene())
+        m_mirror.setOpen(node, m_arranged ? m_mirror.rows().below(node) : below, on);
+    else
+        m_mirror.marks().set(node, rows().closedBy(), !on);
+    if (m_arranged)
+        m_arranged->opened(node, below, on);
+    endAnnounced();
+    if (followsScene())
+        m_mirror.writeBack(node);
+    rowChanged(node, {ExpandedRole, HiddenSelectedRole, HiddenHoveredRole});
 }
 
-void OutlineModel::collapseAll()
+void OutlineModel::openBranch(Node node, bool on)
 {
-    m_core->setAllExpanded(false);
+    if (!canOpen(node))
+        return;
+    if (on)
+        readToOpen(node);
+    // Closed first, a branch comes and goes with one signal, however much of it was open.
+    const bool wasOpen = rows().isOpen(node);
+    open(node, false);
+    if (followsScene()) {
+        m_mirror.setBranchOpen(node, on);
+        m_writesBack = true;
+        m_slices.start(0);
+    }
+    if (m_arranged)
+        m_arranged->setBranchOpen(node, on);
+    if (on && (wasOpen || rows().hasBranch(node)))
+        open(node, true);
+}
+
+void OutlineModel::openAll(bool on)
+{
+    if (!canOpen())
+        return;
+    if (m_rules && !m_rules->nests()) {
+        for (const RowTree::Row& row : rows().allRows()) {
+            if (isGroupNode(row.node))
+                open(row.node, on);
+        }
+        return;
+    }
+    beginReset();
+    if (followsScene()) {
+        m_mirror.setAllOpen(on);
+        m_writesBack = true;
+        m_slices.start(0);
+    }
+    if (m_arranged)
+        m_arranged->setAllOpen(on);
+    endReset();
 }
 
 int OutlineModel::reveal(const QModelIndex& sourceIndex)
 {
-    return m_core->canOpen() ? m_core->reveal(sourceIndex) : -1;
-}
-
-/// What is below the row is read; the scene may fetch it first.
-void OutlineModel::Core::prepareToOpen(Node shown)
-{
-    const Node node = sceneNode(shown);
-    if (node == RowTree::none)
-        return;
-    const QModelIndex index = m_mirror.indexOf(node);
-    if (m_mirror.model()->canFetchMore(index))
-        m_mirror.model()->fetchMore(index);
-    const bool ignored = m_mirror.rows().has(node, RowTree::IgnoresWishes);
-    m_mirror.readChildren(node);
-    // Rows that stay closed against their wish.
-    if (ignored)
-        writeBackSoon();
-}
-
-void OutlineModel::Core::setExpanded(Node shown, bool on)
-{
-    if (!canOpen() || !canOpen(shown) || rows().has(shown, RowTree::Expanded) == on)
-        return;
-    if (on)
-        prepareToOpen(shown);
-    showBranch(shown, on);
-    rememberOpen(shown, on);
-    rowChanged(shown, {ExpandedRole, HiddenSelectedRole, HiddenHoveredRole});
-}
-
-/// Opens or closes a row of the list, with the signals for it.
-void OutlineModel::Core::showBranch(Node shown, bool on)
-{
-    const int row = rows().row(shown);
-    const int below = row < 0 ? 0
-                      : on    ? rows().countToOpen(shown)
-                              : rows().rowsBefore(rows().branchEnd(shown)) - row - 1;
-    if (on)
-        announceInsertion(row + 1, below);
-    else
-        announceRemoval(row + 1, below);
-    if (m_arranged)
-        m_arranged->tree.setExpanded(shown, on);
-    else
-        m_mirror.setExpanded(shown, on);
-    endAnnounced();
-}
-
-void OutlineModel::Core::rememberOpen(Node shown, bool on)
-{
-    const Node node = sceneNode(shown);
-    if (node == RowTree::none && on) {
-        m_closedGroups.remove(m_arranged->type(shown));
-    } else if (node == RowTree::none) {
-        m_closedGroups.insert(m_arranged->type(shown));
-    } else if (followsScene()) {
-        m_mirror.setExpanded(node, on);
-        m_mirror.writeBack(node);
-    } else if (m_rules->filters()) {
-        m_mirror.setClosedWhileFound(node, !on);
-    }
-}
-
-void OutlineModel::Core::setBranchExpanded(Node shown, bool on)
-{
-    if (!canOpen() || !canOpen(shown))
-        return;
-    if (on)
-        prepareToOpen(shown);
-    // Closed first, a branch comes and goes with one signal, however much of it was open.
-    const bool wasOpen = rows().has(shown, RowTree::Expanded);
-    if (wasOpen)
-        showBranch(shown, false);
-    const Node node = sceneNode(shown);
-    if (followsScene()) {
-        m_mirror.setExpanded(node, false);
-        m_mirror.setBranchExpanded(node, on);
-        writeBackSoon();
-    } else if (m_rules->filters() && node != RowTree::none) {
-        const Node end = rows().afterBranch(shown);
-        for (Node below = rows().next(shown); below != end; below = rows().next(below)) {
-            if (!on || rows().hasBranch(below))
-                m_mirror.setClosedWhileFound(sceneNode(below), !on);
-        }
-    }
-    if (m_arranged)
-        m_arranged->tree.setBranchExpanded(shown, on);
-    if (on && (wasOpen || rows().hasBranch(shown)))
-        showBranch(shown, true);
-    rememberOpen(shown, rows().has(shown, RowTree::Expanded));
-    rowChanged(shown, {ExpandedRole, HiddenSelectedRole, HiddenHoveredRole});
-}
-
-void OutlineModel::Core::setAllExpanded(bool on)
-{
-    if (!canOpen())
-        return;
-    q.beginResetModel();
-    m_indexedRow = -1;
-    if (followsScene()) {
-        m_mirror.setAllExpanded(on);
-        writeBackSoon();
-    }
-    if (m_arranged) {
-        m_arranged->tree.setAllExpanded(on);
-        if (!followsScene()) {
-            for (const Node shown : rows().allRows()) {
-                if (m_rules->filters() || m_arranged->isGroup(shown))
-                    rememberOpen(shown, on);
-            }
-        }
-    }
-    q.endResetModel();
-}
-
-int OutlineModel::Core::reveal(const QModelIndex& index)
-{
-    const Node wanted = readNode(index);
+    const Node wanted = canOpen() ? shown(m_mirror.read(sourceIndex)) : RowTree::none;
     if (wanted == RowTree::none)
         return -1;
     std::vector<Node> closed;
     for (Node above = wanted; !rows().position(above).shown;) {
-        above = rows().place(above).parent;
-        if (!rows().has(above, RowTree::Expanded))
+        above = rows().parent(above);
+        if (!rows().isOpen(above))
             closed.push_back(above);
     }
     // From below upwards, so that all come with the signal of the last.
     for (const Node above : closed)
-        setExpanded(above, true);
+        open(above, true);
     return rows().row(wanted);
-}
-
-void OutlineModel::Core::writeBackSoon()
-{
-    m_writesBack = true;
-    m_slices.start();
 }
 
 } // namespace kyr::panel

@@ -1,11 +1,7 @@
-// Rows of an arrangement that come, go and change places one by one as the scene changes. Very many
-// at once are left to the next pass.
+// Rows of an arrangement that come, go and change places one by one as the scene changes, which
+// costs O(log n) for each. Very many at once are left to the next pass.
 
-#include "outline_core.h"
-
-#include <QScopedValueRollback>
-
-#include <algorithm>
+#include "outline_model.h"
 
 namespace kyr::panel {
 
@@ -18,198 +14,169 @@ constexpr int placedInATurn = 1024;
 } // namespace
 
 /// Whether so many rows are placed here, and not by the pass that comes or is under way.
-bool OutlineModel::Core::placesRows(int count)
+bool OutlineModel::placesRows(int count)
 {
-    if (m_working)
-        return false;
     m_touched += count;
-    if (count <= placedAtOnce && m_touched <= placedInATurn) {
-        m_slices.start(); // ends the turn
-        return true;
-    }
-    restart();
-    return false;
+    m_slices.start(0); // ends the turn
+    const bool places = !m_working && count <= placedAtOnce && m_touched <= placedInATurn;
+    if (!places)
+        setWorking(true);
+    return places;
 }
 
-void OutlineModel::Core::placeNew(int order, int count)
+/// Rows of the scene that go, or are put elsewhere.
+void OutlineModel::takeAway(RowTree::Range orders)
 {
-    if (!placesRows(count))
+    std::vector<int> places;
+    int matching = 0;
+    Node node = m_mirror.rows().atOrder(orders.first);
+    for (int order = orders.first; order < orders.end; ++order, node = m_mirror.rows().next(node)) {
+        if (shown(node) == RowTree::none)
+            continue;
+        places.push_back(rows().order(node));
+        matching += matches(node) ? 1 : 0;
+    }
+    std::sort(places.begin(), places.end());
+    std::vector<RowTree::Range> runs;
+    for (const int place : places) {
+        if (runs.empty() || runs.back().end != place)
+            runs.push_back({place, place});
+        ++runs.back().end;
+    }
+    const bool quiet = !isResetting() && runs.size() > std::size_t(placedAtOnce);
+    if (quiet)
+        beginReset();
+    for (auto run = runs.rbegin(); run != runs.rend(); ++run)
+        cutRows(*run);
+    if (quiet)
+        endReset();
+    if (m_rules->filters())
+        setMatchCount(m_matches - matching);
+}
+
+void OutlineModel::placeNew(RowTree::Range orders)
+{
+    if (!placesRows(orders.count()))
         return;
-    Node node = m_mirror.rows().atOrder(order);
-    for (int row = 0; row < count; ++row, node = m_mirror.rows().next(node)) {
+    Node node = m_mirror.rows().atOrder(orders.first);
+    for (int order = orders.first; order < orders.end; ++order, node = m_mirror.rows().next(node)) {
         if (m_rules->accepts(m_mirror.indexOf(node)))
             show(node);
     }
 }
 
-void OutlineModel::Core::placeMoved(int order, int count)
+void OutlineModel::placeChanged(const QModelIndex& index, const QVector<int>& roles)
 {
-    if (!placesRows(count))
+    const Node node = m_mirror.nodeOf(index);
+    if (node == RowTree::none)
         return;
-    const RowTree& all = m_mirror.rows();
-    Node node = all.atOrder(order);
-    const int top = all.depth(node);
-    std::vector<Node> moved;
-    for (int row = 0; row < count; ++row, node = all.next(node)) {
-        if (shownNode(node) != RowTree::none && (!m_rules->nests() || all.depth(node) == top))
-            moved.push_back(node);
-    }
-    // Those that still are where they were may not stand in the way of the others.
-    if (m_movesDown)
-        std::reverse(moved.begin(), moved.end());
-    for (const Node scene : moved) {
-        const Node shown = shownNode(scene);
-        const Node left = rows().place(shown).parent;
-        moveBranch(shown, m_rules->nests() ? parentToShow(scene) : left);
-        if (m_rules->nests())
-            hideEmpty(left);
-    }
-    // What is above a row may decide whether it matches.
-    if (m_rules->filters())
+    const bool matched = shown(node) != RowTree::none && matches(node);
+    const bool accepted = m_rules->accepts(index);
+    const bool regroups =
+        matched && m_rules->groups() && m_mirror.type(rows().parent(node)) != m_rules->type(index);
+    if (matched && (!accepted || regroups))
+        hide(node);
+    if (shown(node) != RowTree::none && m_rules->sortsBy(roles))
+        moveToItsPlace(node);
+    if (accepted && (!matched || regroups))
+        show(node);
+    // Names are part of what is below.
+    if (m_rules->filters() && (roles.isEmpty() || roles.contains(Qt::DisplayRole)) &&
+        m_mirror.rows().hasBranch(node))
         restart();
 }
 
-void OutlineModel::Core::placeChanged(const QModelIndex& first, const QModelIndex& last,
-                                      const QVector<int>& roles)
-{
-    const int count = last.row() - first.row() + 1;
-    if (m_working)
-        noteChange(first, last);
-    else
-        placesRows(count);
-    if (count > placedAtOnce) {
-        allChanged(roles);
-        return;
-    }
-    for (int row = first.row(); row <= last.row(); ++row) {
-        const QModelIndex index = first.sibling(row, 0);
-        if (const Node node = m_mirror.nodeOf(index); node != RowTree::none)
-            placeChanged(node, index, roles);
-    }
-}
-
-/// Rows that change while a pass is under way, which may have been there already.
-void OutlineModel::Core::noteChange(const QModelIndex& first, const QModelIndex& last)
-{
-    if (last.row() - first.row() >= placedAtOnce) {
-        restart();
-        return;
-    }
-    for (int row = first.row(); row <= last.row(); ++row)
-        m_changedMeanwhile.emplace_back(first.sibling(row, 0));
-}
-
-void OutlineModel::Core::placeChanged(Node node, const QModelIndex& index,
-                                      const QVector<int>& roles)
-{
-    const auto concerns = [&roles](int role) { return roles.isEmpty() || roles.contains(role); };
-    Node shown = shownNode(node);
-    if (!m_working) {
-        const bool matched = shown != RowTree::none && matches(shown);
-        const bool accepted = m_rules->accepts(index);
-        const bool regroups = matched && m_rules->groups() &&
-                              m_arranged->type(rows().place(shown).parent) != m_rules->type(index);
-        if (matched && (!accepted || regroups))
-            hide(shown);
-        shown = shownNode(node);
-        if (shown != RowTree::none && m_rules->sorts() && concerns(m_settings.sortRole))
-            moveBranch(shown, rows().place(shown).parent);
-        if (accepted && (!matched || regroups))
-            show(node);
-        shown = shownNode(node);
-        if (m_rules->filters() && concerns(Qt::DisplayRole) && m_mirror.rows().hasBranch(node))
-            restart();
-    }
-    rowChanged(shown, roles);
-}
-
-void OutlineModel::Core::show(Node scene)
+/// A row that matches.
+void OutlineModel::show(Node node)
 {
     setMatchCount(m_rules->filters() ? m_matches + 1 : -1);
-    const Node known = shownNode(scene);
-    if (known != RowTree::none) {
-        m_arranged->tree.set(known, RowTree::Leads, false);
-        rowChanged(known, {MatchesRole});
-        return;
-    }
-    const Node parent = parentToShow(scene);
-    insertRow(scene, parent, false);
-    if (m_arranged->isGroup(parent))
-        rowChanged(parent, {m_countRole});
+    m_mirror.marks().set(node, RowMarks::Leads, false);
+    if (shown(node) != RowTree::none)
+        return rowChanged(node, {MatchesRole});
+    const Node parent = parentToShow(node);
+    insertRow(node, parent, orderFor(node, parent));
+}
+
+/// A row that does not match any more.
+void OutlineModel::hide(Node node)
+{
+    setMatchCount(m_rules->filters() ? m_matches - 1 : -1);
+    if (!rows().hasBranch(node))
+        return cutRows({rows().order(node), rows().order(node) + 1});
+    m_mirror.marks().set(node, RowMarks::Leads, true);
+    rowChanged(node, {MatchesRole});
 }
 
 /// Below what a row of the scene shows. Rows that lead to it come to show with it.
-OutlineModel::Core::Node OutlineModel::Core::parentToShow(Node scene)
+OutlineModel::Node OutlineModel::parentToShow(Node node)
 {
-    if (m_rules->groups())
-        return groupToShow(m_rules->type(m_mirror.indexOf(scene)));
+    if (m_rules->groups()) {
+        const QString type = m_rules->type(m_mirror.indexOf(node));
+        const Node group = m_mirror.group(type);
+        if (shown(group) != RowTree::none)
+            return group;
+        int number = 0;
+        for (Node next = rows().child(RowTree::none, 0);
+             next != RowTree::none && m_mirror.type(next) < type;)
+            next = rows().child(RowTree::none, ++number);
+        insertRow(group, RowTree::none, rows().orderOfChild(RowTree::none, number));
+        return group;
+    }
     if (!m_rules->nests())
         return RowTree::none;
     std::vector<Node> missing;
-    Node above = m_mirror.rows().place(scene).parent;
-    for (; above != RowTree::none && shownNode(above) == RowTree::none;
-         above = m_mirror.rows().place(above).parent)
-        missing.push_back(above);
-    Node parent = shownNode(above);
-    for (; !missing.empty(); missing.pop_back())
-        parent = insertRow(missing.back(), parent, true);
+    Node parent = m_mirror.rows().parent(node);
+    for (; parent != RowTree::none && shown(parent) == RowTree::none;
+         parent = m_mirror.rows().parent(parent))
+        missing.push_back(parent);
+    for (; !missing.empty(); missing.pop_back()) {
+        m_mirror.marks().set(missing.back(), RowMarks::Leads, true);
+        insertRow(missing.back(), parent, orderFor(missing.back(), parent));
+        parent = missing.back();
+    }
     return parent;
 }
 
-OutlineModel::Core::Node OutlineModel::Core::groupToShow(const QString& type)
+void OutlineModel::insertRow(Node node, Node parent, int order)
 {
-    if (const Node known = m_arranged->group(type); known != RowTree::none)
-        return known;
-    RowTree& tree = m_arranged->tree;
-    int number = 0;
-    Node next = tree.child(RowTree::none, 0);
-    while (next != RowTree::none && m_arranged->type(next) < type)
-        next = tree.child(RowTree::none, ++number);
-    const int order = tree.orderOfChild(RowTree::none, number);
-    const bool closed = m_closedGroups.contains(type);
-    const Node group = m_arranged->createGroup(type, closed ? 0u : quint32(RowTree::Expanded));
-    announceInsertion(tree.rowsBefore(order), 1);
-    tree.insert(order, tree.build({group}), RowTree::none);
+    announceInsertion(rows().rowsBefore(order), rows().showsChildren(parent) ? 1 : 0);
+    m_arranged->insert(order, m_arranged->build({{node, rows().childDepth(parent)}}), parent);
     endAnnounced();
-    return group;
+    rowChanged(parent, {HasChildrenRole, m_countRole});
 }
 
-OutlineModel::Core::Node OutlineModel::Core::insertRow(Node scene, Node parent, bool leads)
+/// Cuts rows below one parent, and what only led to them.
+void OutlineModel::cutRows(RowTree::Range orders)
 {
-    RowTree& tree = m_arranged->tree;
-    const RowTree& all = m_mirror.rows();
-    const int order = orderFor(scene, parent);
-    const bool first = parent != RowTree::none && !tree.hasBranch(parent);
-    const quint32 flags = (leads ? quint32(RowTree::Leads) : 0u) |
-                          (m_rules->startsOpen(all, scene) ? quint32(RowTree::Expanded) : 0u) |
-                          (all.flags(scene) & quint32(RowTree::Selected));
-    const Node shown = m_arranged->create(scene, tree.childDepth(parent), flags);
-    if (tree.showsChildren(parent))
-        announceInsertion(tree.rowsBefore(order), 1);
-    tree.insert(order, tree.build({shown}), parent);
-    endAnnounced();
-    if (first)
-        rowChanged(parent, {HasChildrenRole});
-    return shown;
+    while (true) {
+        const Node parent = rows().parent(rows().atOrder(orders.first));
+        const RowTree::Range leaving = rows().rowsIn(orders);
+        announceRemoval(leaving.first, leaving.count());
+        m_arranged->takeApart(m_arranged->cut(orders));
+        endAnnounced();
+        if (parent == RowTree::none || rows().hasBranch(parent) ||
+            (matches(parent) && !isGroupNode(parent)))
+            return rowChanged(parent, {HasChildrenRole, m_countRole});
+        orders = {rows().order(parent), rows().order(parent) + 1};
+    }
 }
 
 /// Where a row of the scene belongs among the shown rows below `parent`, which are in order.
-int OutlineModel::Core::orderFor(Node scene, Node parent) const
+int OutlineModel::orderFor(Node node, Node parent) const
 {
-    const RowTree& all = m_mirror.rows();
-    const int sceneOrder = all.order(scene);
-    const SortKey key = m_rules->sorts() ? m_rules->key(m_mirror.indexOf(scene)) : SortKey();
+    const RowTree& scene = m_mirror.rows();
+    const int sceneOrder = scene.order(node);
+    const SortKey key = m_rules->sorts() ? m_rules->key(m_mirror.indexOf(node)) : SortKey();
     const auto isBehind = [&](int number) {
-        const Node child = rows().child(parent, number);
-        if (child == RowTree::none)
+        const Node other = rows().child(parent, number);
+        if (other == RowTree::none)
             return false;
-        const Node other = sceneNode(child);
         if (m_rules->sorts()) {
             const SortKey otherKey = m_rules->key(m_mirror.indexOf(other));
             if (m_rules->precedes(otherKey, key) || m_rules->precedes(key, otherKey))
                 return m_rules->precedes(otherKey, key);
         }
-        return all.order(other) < sceneOrder;
+        return scene.order(other) < sceneOrder;
     };
     int end = 1;
     while (isBehind(end - 1))
@@ -225,113 +192,22 @@ int OutlineModel::Core::orderFor(Node scene, Node parent) const
     return rows().orderOfChild(parent, first);
 }
 
-/// A row that does not match any more.
-void OutlineModel::Core::hide(Node shown)
+/// A row that is sorted by something else now, with its branch.
+void OutlineModel::moveToItsPlace(Node node)
 {
-    setMatchCount(m_rules->filters() ? m_matches - 1 : -1);
-    if (rows().hasBranch(shown)) {
-        m_arranged->tree.set(shown, RowTree::Leads, true);
-        rowChanged(shown, {MatchesRole});
+    const Node parent = rows().parent(node);
+    const RowTree::Range branch{rows().order(node), rows().below(node).end};
+    const RowTree::Range leaving = rows().rowsIn(branch);
+    const Node block = m_arranged->cut(branch);
+    const int target = orderFor(node, parent);
+    const int row = rows().rowsBefore(target);
+    m_arranged->insert(branch.first, block, parent);
+    if (target == branch.first)
         return;
-    }
-    const Node parent = rows().place(shown).parent;
-    cutRows(rows().order(shown), 1);
-    hideEmpty(parent);
-}
-
-/// Hides what led to rows that are gone.
-void OutlineModel::Core::hideEmpty(Node parent)
-{
-    while (parent != RowTree::none && !rows().hasBranch(parent) &&
-           (m_arranged->isGroup(parent) || !matches(parent))) {
-        const Node above = rows().place(parent).parent;
-        cutRows(rows().order(parent), 1);
-        parent = above;
-    }
-    if (parent != RowTree::none)
-        rowChanged(parent, {HasChildrenRole, m_countRole});
-}
-
-void OutlineModel::Core::cutRows(int order, int count)
-{
-    RowTree& tree = m_arranged->tree;
-    const int first = tree.rowsBefore(order);
-    announceRemoval(first, tree.rowsBefore(order + count) - first);
-    m_arranged->destroy(tree.rowsOf(tree.cut(order, count)));
+    announceMove(leaving.first, leaving.count(),
+                 target > branch.first ? row + leaving.count() : row);
+    m_arranged->insert(target, m_arranged->cut(branch), parent);
     endAnnounced();
-}
-
-/// Rows of the scene that go.
-void OutlineModel::Core::takeAway(int order, int count)
-{
-    const RowTree& all = m_mirror.rows();
-    Node node = all.atOrder(order);
-    const int top = all.depth(node);
-    std::vector<std::pair<int, int>> runs;
-    int matching = 0;
-    for (int row = 0; row < count; ++row, node = all.next(node)) {
-        const Node shown = shownNode(node);
-        if (shown == RowTree::none)
-            continue;
-        matching += matches(shown) ? 1 : 0;
-        if (m_rules->nests() && all.depth(node) > top)
-            continue;
-        const int at = rows().order(shown);
-        runs.emplace_back(at, m_rules->nests() ? rows().branchEnd(shown) - at : 1);
-    }
-    std::sort(runs.begin(), runs.end());
-    std::size_t last = 0;
-    for (std::size_t run = 1; run < runs.size(); ++run) {
-        if (runs[run].first == runs[last].first + runs[last].second)
-            runs[last].second += runs[run].second;
-        else
-            runs[++last] = runs[run];
-    }
-    runs.resize(runs.empty() ? 0 : last + 1);
-    const QScopedValueRollback<bool> quiet(m_quiet, runs.size() > std::size_t(placedAtOnce));
-    if (m_quiet)
-        q.beginResetModel();
-    for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
-        const Node parent = rows().place(rows().atOrder(run->first)).parent;
-        cutRows(run->first, run->second);
-        hideEmpty(parent);
-    }
-    if (m_quiet)
-        q.endResetModel();
-    if (m_rules->filters())
-        setMatchCount(m_matches - matching);
-}
-
-/// Puts a branch where it belongs now, below this parent.
-void OutlineModel::Core::moveBranch(Node shown, Node parent)
-{
-    RowTree& tree = m_arranged->tree;
-    const Node left = tree.place(shown).parent;
-    const int order = tree.order(shown);
-    const int count = tree.branchEnd(shown) - order;
-    const int first = tree.rowsBefore(order);
-    const int leaving = tree.rowsBefore(order + count) - first;
-    const bool wasEmpty = parent != RowTree::none && !tree.hasBranch(parent);
-    Node block = tree.cut(order, count);
-    const int target = orderFor(m_arranged->sceneNode(shown), parent);
-    const int row = tree.rowsBefore(target);
-    const int arriving = tree.showsChildren(parent) ? tree.shownInBlock(block) : 0;
-    tree.insert(order, block, left);
-    if (arriving > 0 && leaving > 0)
-        announceMove(first, leaving, target > order ? row + leaving : row);
-    else if (leaving > 0)
-        announceRemoval(first, leaving);
-    else
-        announceInsertion(row, arriving);
-    const int depth = tree.depth(shown);
-    block = tree.cut(order, count);
-    tree.shiftDepth(block, tree.childDepth(parent) - depth);
-    tree.insert(target, block, parent);
-    endAnnounced();
-    if (depth != tree.depth(shown) && arriving > 0)
-        Q_EMIT q.dataChanged(q.index(row), q.index(row + arriving - 1), {DepthRole});
-    if (wasEmpty)
-        rowChanged(parent, {HasChildrenRole});
 }
 
 } // namespace kyr::panel

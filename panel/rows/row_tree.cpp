@@ -11,46 +11,6 @@ constexpr std::size_t shareToCountAll = 16;
 
 } // namespace
 
-void RowTree::clear()
-{
-    m_nodes.assign(1, Data{});
-    m_nodes[none].depth = 0;
-    m_nodes[none].flags = 0;
-    m_root = none;
-    m_free = none;
-    m_unread = 0;
-}
-
-RowTree::Node RowTree::create(int depth, quint32 flags)
-{
-    Node node = m_free;
-    if (node != none) {
-        m_free = m_nodes[node].left;
-    } else {
-        node = Node(m_nodes.size());
-        // Doubling would hold twice the memory of a scene that has just been opened.
-        if (m_nodes.size() == m_nodes.capacity())
-            m_nodes.reserve(m_nodes.size() + m_nodes.size() / 16 + 16);
-        m_nodes.emplace_back();
-    }
-    Data data;
-    data.size = 1;
-    data.depth = quint32(depth) & 0x3ffffffu;
-    data.flags = flags & 0x3fu;
-    m_nodes[node] = data;
-    m_unread += has(node, Unread) ? 1 : 0;
-    return node;
-}
-
-void RowTree::destroy(const std::vector<Node>& rows)
-{
-    for (const Node node : rows) {
-        m_unread -= has(node, Unread) ? 1 : 0;
-        m_nodes[node].left = m_free;
-        m_free = node;
-    }
-}
-
 void RowTree::update(Node node)
 {
     Data& data = m_nodes[node];
@@ -58,7 +18,8 @@ void RowTree::update(Node node)
     Data& right = m_nodes[data.right];
     const quint32 own = data.depth;
     data.size = 1 + left.size + right.size;
-    data.selected = ((data.flags & Selected) != 0 ? 1u : 0u) + left.selected + right.selected;
+    data.selected =
+        (m_marks.has(node, RowMarks::Selected) ? 1u : 0u) + left.selected + right.selected;
     data.minDepth = std::min({own, left.minDepth, right.minDepth});
     data.minCount = (own == data.minDepth ? 1u : 0u) +
                     (left.minDepth == data.minDepth ? left.minCount : 0u) +
@@ -94,35 +55,47 @@ void RowTree::push(Node node)
     data.shift = 0;
 }
 
-RowTree::Node RowTree::build(const std::vector<Node>& rows)
+RowTree::Node RowTree::build(const std::vector<Row>& rows)
 {
     if (rows.empty())
         return none;
-    const int top = depth(rows.front());
+    // Doubling would hold twice the memory of a scene that has just been opened.
+    if (m_marks.size() > m_nodes.capacity())
+        m_nodes.reserve(std::max(m_marks.size(), m_nodes.size() + m_nodes.size() / 16));
+    if (m_marks.size() > m_nodes.size())
+        m_nodes.resize(m_marks.size());
     std::vector<qint32> above; // closed rows above the children of each row on the way down
-    for (const Node row : rows) {
-        above.resize(std::size_t(depth(row) - top));
+    for (const Row& row : rows) {
+        above.resize(std::size_t(row.depth - rows.front().depth));
         const qint32 closed = above.empty() ? 0 : above.back();
-        m_nodes[row].closed = closed;
-        m_nodes[row].shift = 0;
-        above.push_back(closed + (has(row, Expanded) ? 0 : 1));
+        m_nodes[row.node].depth = quint32(row.depth);
+        m_nodes[row.node].closed = closed;
+        m_nodes[row.node].shift = 0;
+        above.push_back(closed + (isOpen(row.node) ? 0 : 1));
     }
     const Node root = build(rows.data(), rows.size());
     m_nodes[root].up = none;
     return root;
 }
 
-RowTree::Node RowTree::build(const Node* rows, std::size_t count)
+RowTree::Node RowTree::build(const Row* rows, std::size_t count)
 {
     if (count == 0)
         return none;
     const std::size_t middle = count / 2;
     const Node left = build(rows, middle);
     const Node right = build(rows + middle + 1, count - middle - 1);
-    m_nodes[rows[middle]].left = left;
-    m_nodes[rows[middle]].right = right;
-    update(rows[middle]);
-    return rows[middle];
+    m_nodes[rows[middle].node].left = left;
+    m_nodes[rows[middle].node].right = right;
+    update(rows[middle].node);
+    return rows[middle].node;
+}
+
+void RowTree::rebuild(const std::vector<Row>& rows)
+{
+    takeApart(m_root);
+    m_root = build(rows);
+    m_countsSelected = true;
 }
 
 std::pair<RowTree::Node, RowTree::Node> RowTree::split(Node root, int order)
@@ -177,16 +150,21 @@ void RowTree::insert(int order, Node block, Node parent)
 {
     if (block == none)
         return;
-    m_nodes[block].shift += closedAboveChildren(parent);
+    if (parent != none) {
+        m_nodes[block].shift += isOpen(parent) ? 0 : 1;
+        for (Node node = parent; node != none; node = m_nodes[node].up)
+            m_nodes[block].shift += m_nodes[node].shift;
+        m_nodes[block].shift += m_nodes[parent].closed;
+    }
     const auto [front, back] = split(m_root, order);
     m_root = join(join(front, block), back);
     m_nodes[m_root].up = none;
 }
 
-RowTree::Node RowTree::cut(int order, int count)
+RowTree::Node RowTree::cut(Range orders)
 {
-    const auto [front, rest] = split(m_root, order);
-    const auto [block, back] = split(rest, count);
+    const auto [front, rest] = split(m_root, orders.first);
+    const auto [block, back] = split(rest, orders.count());
     m_root = join(front, back);
     m_nodes[m_root].up = none;
     if (block != none)
@@ -194,12 +172,20 @@ RowTree::Node RowTree::cut(int order, int count)
     return block;
 }
 
-std::vector<RowTree::Node> RowTree::rowsOf(Node block) const
+std::vector<RowTree::Row> RowTree::rowsOf(Node block) const
 {
-    std::vector<Node> rows;
+    std::vector<Row> rows;
     rows.reserve(m_nodes[block].size);
     for (Node node = first(block); node != none; node = next(node))
-        rows.push_back(node);
+        rows.push_back({node, depth(node)});
+    return rows;
+}
+
+std::vector<RowTree::Row> RowTree::takeApart(Node block)
+{
+    std::vector<Row> rows = rowsOf(block);
+    for (const Row& row : rows)
+        m_nodes[row.node] = Data();
     return rows;
 }
 
@@ -207,29 +193,16 @@ void RowTree::shiftDepth(Node block, int delta)
 {
     if (block == none || delta == 0)
         return;
-    for (const Node node : rowsOf(block)) {
-        Data& data = m_nodes[node];
-        data.depth = quint32(int(data.depth) + delta) & 0x3ffffffu;
-        data.minDepth = quint32(int(data.minDepth) + delta);
+    for (const Row& row : rowsOf(block)) {
+        m_nodes[row.node].depth += quint32(delta);
+        m_nodes[row.node].minDepth += quint32(delta);
     }
 }
 
-void RowTree::set(Node node, Flag flag, bool on)
+void RowTree::opened(Node node, Range below, bool on)
 {
-    if (flag == Unread && has(node, Unread) != on)
-        m_unread += on ? 1 : -1;
-    if (on)
-        m_nodes[node].flags |= flag;
-    else
-        m_nodes[node].flags &= ~quint32(flag) & 0x3fu;
-}
-
-void RowTree::setExpanded(Node node, bool on)
-{
-    if (has(node, Expanded) == on)
-        return;
-    set(node, Expanded, on);
-    shiftClosed(m_root, order(node) + 1, branchEnd(node), on ? -1 : 1);
+    if (contains(node))
+        shiftClosed(m_root, below.first, below.end, on ? -1 : 1);
 }
 
 void RowTree::shiftClosed(Node node, int first, int last, int delta)
@@ -251,71 +224,56 @@ void RowTree::shiftClosed(Node node, int first, int last, int delta)
     update(node);
 }
 
-void RowTree::setBranchExpanded(Node node, bool on)
+void RowTree::setBranchOpen(Node node, bool on)
 {
     const int first = order(node) + 1;
-    const std::vector<Node> rows = rowsOf(cut(first, branchEnd(node) - first));
-    openOrClose(rows, on);
-    insert(first, build(rows), node);
-    if (!on && has(node, Unread))
-        set(node, IgnoresWishes, true);
-}
-
-void RowTree::setAllExpanded(bool on)
-{
-    const std::vector<Node> rows = allRows();
-    for (const Node row : rows)
-        set(row, Expanded, false);
-    openOrClose(rows, on);
-    rebuild(rows);
-}
-
-/// For rows that are built into a block afterwards.
-void RowTree::openOrClose(const std::vector<Node>& rows, bool on)
-{
+    const std::vector<Row> rows = takeApart(cut(below(node)));
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        const bool branch = i + 1 < rows.size() && depth(rows[i + 1]) > depth(rows[i]);
+        const bool branch = i + 1 < rows.size() && rows[i + 1].depth > rows[i].depth;
         if (branch || !on)
-            set(rows[i], Expanded, on);
-        if (has(rows[i], Unread))
-            set(rows[i], IgnoresWishes, !on);
+            m_marks.set(rows[i].node, m_closedBy, !on);
+    }
+    insert(first, build(rows), node);
+}
+
+void RowTree::setAllOpen(bool on)
+{
+    Node last = none;
+    for (Node node = on ? first(m_root) : none; node != none; node = next(node)) {
+        if (last != none && depth(node) > depth(last))
+            m_marks.set(last, m_closedBy, false);
+        last = node;
+    }
+    // Each row hides all below it, or none: then the counts follow from what a node has anyway.
+    for (Node node = 1; node < m_nodes.size(); ++node) {
+        Data& data = m_nodes[node];
+        if (data.size == 0)
+            continue;
+        if (!on)
+            m_marks.set(node, m_closedBy, true);
+        const quint32 above = data.up == none ? 0 : m_nodes[data.up].minDepth;
+        data.shift = on ? 0 : qint32(data.minDepth - above);
+        data.closed = on ? 0 : qint32(data.depth - data.minDepth);
+        data.lowest = on ? data.size : data.minCount;
     }
 }
 
-int RowTree::closedAbove(Node node) const
+void RowTree::selected(const std::vector<Node>& rows, bool on)
 {
-    int closed = m_nodes[node].closed;
-    for (; node != none; node = m_nodes[node].up)
-        closed += m_nodes[node].shift;
-    return closed;
-}
-
-int RowTree::closedAboveChildren(Node parent) const
-{
-    return parent == none ? 0 : closedAbove(parent) + (has(parent, Expanded) ? 0 : 1);
-}
-
-void RowTree::mark(const std::vector<Node>& rows, bool selected)
-{
-    for (const Node row : rows)
-        set(row, Selected, selected);
-    if (rows.size() > std::size_t(size()) / shareToCountAll) {
-        countSelected(m_root);
-        return;
-    }
-    for (const Node row : rows) {
-        for (Node node = row; node != none; node = m_nodes[node].up)
-            m_nodes[node].selected += selected ? 1u : ~0u;
+    m_countsSelected = m_countsSelected && rows.size() <= std::size_t(size()) / shareToCountAll;
+    for (auto row = rows.begin(); m_countsSelected && row != rows.end(); ++row) {
+        for (Node node = contains(*row) ? *row : none; node != none; node = m_nodes[node].up)
+            m_nodes[node].selected += on ? 1u : ~0u;
     }
 }
 
-quint32 RowTree::countSelected(Node node)
+quint32 RowTree::countSelected(Node node) const
 {
     if (node == none)
         return 0;
     Data& data = m_nodes[node];
-    data.selected =
-        (has(node, Selected) ? 1u : 0u) + countSelected(data.left) + countSelected(data.right);
+    data.selected = (m_marks.has(node, RowMarks::Selected) ? 1u : 0u) + countSelected(data.left) +
+                    countSelected(data.right);
     return data.selected;
 }
 

@@ -2,17 +2,14 @@
 
 #include "row_tree.h"
 
-#include <algorithm>
 #include <limits>
 
 namespace kyr::panel {
 
 RowTree::Node RowTree::at(int row) const
 {
-    Node node = m_root;
-    if (row < 0 || row >= shownCount())
-        return none;
-    while (node != none && m_nodes[node].shift == 0) {
+    Node node = row < 0 || row >= shownCount() ? none : m_root;
+    while (node != none) {
         const int above = shownIn(m_nodes[node].left);
         if (row < above) {
             node = m_nodes[node].left;
@@ -20,10 +17,10 @@ RowTree::Node RowTree::at(int row) const
         }
         row -= above;
         if (m_nodes[node].closed == 0 && row-- == 0)
-            return node;
+            break;
         node = m_nodes[node].right;
     }
-    return none;
+    return node;
 }
 
 RowTree::Node RowTree::atOrder(int order) const
@@ -32,15 +29,11 @@ RowTree::Node RowTree::atOrder(int order) const
     while (node != none) {
         const int before = int(m_nodes[m_nodes[node].left].size);
         if (order == before)
-            return node;
-        if (order < before) {
-            node = m_nodes[node].left;
-        } else {
-            order -= before + 1;
-            node = m_nodes[node].right;
-        }
+            break;
+        node = order < before ? m_nodes[node].left : m_nodes[node].right;
+        order -= order < before ? 0 : before + 1;
     }
-    return none;
+    return node;
 }
 
 RowTree::Position RowTree::position(Node node) const
@@ -65,9 +58,7 @@ RowTree::Position RowTree::position(Node node) const
 
 int RowTree::row(Node node) const
 {
-    if (node == none)
-        return -1;
-    const Position found = position(node);
+    const Position found = node == none ? Position{0, 0, false} : position(node);
     return found.shown ? found.rowsAbove : -1;
 }
 
@@ -80,19 +71,32 @@ int RowTree::nearestRow(Node node) const
 
 int RowTree::rowsBefore(int order) const
 {
+    const auto [closedAbove, rows] = lowestIn(m_root, 0, order);
+    return closedAbove == 0 ? rows : 0;
+}
+
+int RowTree::selectedBefore(int order) const
+{
     int rows = 0;
-    Node node = m_root;
-    while (node != none && m_nodes[node].shift == 0) {
+    for (Node node = m_root; node != none;) {
         const int before = int(m_nodes[m_nodes[node].left].size);
-        if (order <= before) {
-            node = m_nodes[node].left;
-            continue;
-        }
-        rows += shownIn(m_nodes[node].left) + (m_nodes[node].closed == 0 ? 1 : 0);
-        order -= before + 1;
-        node = m_nodes[node].right;
+        if (order > before)
+            rows += int(m_nodes[m_nodes[node].left].selected) +
+                    (m_marks.has(node, RowMarks::Selected) ? 1 : 0);
+        node = order <= before ? m_nodes[node].left : m_nodes[node].right;
+        order -= order <= before ? 0 : before + 1;
     }
     return rows;
+}
+
+int RowTree::selectedIn(Range orders) const
+{
+    if (orders.count() == 0)
+        return 0;
+    if (!m_countsSelected)
+        countSelected(m_root);
+    m_countsSelected = true;
+    return selectedBefore(orders.end) - selectedBefore(orders.first);
 }
 
 RowTree::Node RowTree::first(Node root) const
@@ -102,16 +106,21 @@ RowTree::Node RowTree::first(Node root) const
     return root;
 }
 
-RowTree::Node RowTree::next(Node node) const
+/// The first node above that has this one on its other side.
+RowTree::Node RowTree::upFrom(Node node, Node Data::*side) const
 {
-    if (m_nodes[node].right != none)
-        return first(m_nodes[node].right);
     Node up = m_nodes[node].up;
-    while (up != none && m_nodes[up].right == node) {
+    while (up != none && m_nodes[up].*side == node) {
         node = up;
         up = m_nodes[node].up;
     }
     return up;
+}
+
+RowTree::Node RowTree::next(Node node) const
+{
+    const Node right = m_nodes[node].right;
+    return right != none ? first(right) : upFrom(node, &Data::right);
 }
 
 RowTree::Node RowTree::findChild(Node node, quint32 depth, quint32 number) const
@@ -119,7 +128,7 @@ RowTree::Node RowTree::findChild(Node node, quint32 depth, quint32 number) const
     while (node != none) {
         const Data& left = m_nodes[m_nodes[node].left];
         const quint32 matches = left.minDepth == depth ? left.minCount : 0;
-        // A shallower row on the left ends the family there: the child is before it or nowhere.
+        // A shallower row on the left ends the siblings there: the child is before it or nowhere.
         if (left.minDepth < depth || number < matches) {
             node = m_nodes[node].left;
             continue;
@@ -143,23 +152,19 @@ RowTree::Node RowTree::child(Node parent, int number) const
         return findChild(m_root, 0, quint32(number));
     const quint32 depth = m_nodes[parent].depth + 1u;
     quint32 left = quint32(number);
-    Node node = parent;
-    while (node != none) {
+    for (Node node = parent; true;) {
         const Node piece = m_nodes[node].right;
         const Data& rows = m_nodes[piece];
         const quint32 matches = rows.minDepth == depth ? rows.minCount : 0;
         if (rows.minDepth < depth || left < matches)
             return findChild(piece, depth, left);
         left -= matches;
-        while (m_nodes[node].up != none && m_nodes[m_nodes[node].up].right == node)
-            node = m_nodes[node].up;
-        node = m_nodes[node].up;
+        node = upFrom(node, &Data::right);
         if (node == none || m_nodes[node].depth < depth)
             return none;
         if (m_nodes[node].depth == depth && left-- == 0)
             return node;
     }
-    return none;
 }
 
 RowTree::Place RowTree::place(Node node) const
@@ -171,13 +176,10 @@ RowTree::Place RowTree::place(Node node) const
     while (m_nodes[piece].minDepth >= depth) {
         if (m_nodes[piece].minDepth == depth)
             number += m_nodes[piece].minCount;
-        while (m_nodes[node].up != none && m_nodes[m_nodes[node].up].left == node)
-            node = m_nodes[node].up;
-        node = m_nodes[node].up;
+        node = upFrom(node, &Data::left);
         if (node == none || m_nodes[node].depth < depth)
             return {node, int(number)};
-        if (m_nodes[node].depth == depth)
-            ++number;
+        number += m_nodes[node].depth == depth ? 1 : 0;
         piece = m_nodes[node].left;
     }
     while (true) {
@@ -186,12 +188,10 @@ RowTree::Place RowTree::place(Node node) const
             piece = m_nodes[piece].right;
             continue;
         }
-        if (right.minDepth == depth)
-            number += right.minCount;
+        number += right.minDepth == depth ? right.minCount : 0;
         if (m_nodes[piece].depth < depth)
             return {piece, int(number)};
-        if (m_nodes[piece].depth == depth)
-            ++number;
+        number += m_nodes[piece].depth == depth ? 1 : 0;
         piece = m_nodes[piece].left;
     }
 }
@@ -201,9 +201,7 @@ RowTree::Node RowTree::afterBranch(Node node) const
     const quint32 depth = m_nodes[node].depth;
     Node piece = m_nodes[node].right;
     while (m_nodes[piece].minDepth > depth) {
-        while (m_nodes[node].up != none && m_nodes[m_nodes[node].up].right == node)
-            node = m_nodes[node].up;
-        node = m_nodes[node].up;
+        node = upFrom(node, &Data::right);
         if (node == none || m_nodes[node].depth <= depth)
             return node;
         piece = m_nodes[node].right;
@@ -218,16 +216,16 @@ RowTree::Node RowTree::afterBranch(Node node) const
     }
 }
 
-int RowTree::branchEnd(Node node) const
+RowTree::Range RowTree::below(Node node) const
 {
     const Node after = node == none ? none : afterBranch(node);
-    return after == none ? size() : order(after);
+    return {node == none ? 0 : order(node) + 1, after == none ? size() : order(after)};
 }
 
 int RowTree::orderOfChild(Node parent, int number) const
 {
     const Node node = child(parent, number);
-    return node == none ? branchEnd(parent) : order(node);
+    return node == none ? below(parent).end : order(node);
 }
 
 bool RowTree::hasBranch(Node node) const
@@ -238,64 +236,34 @@ bool RowTree::hasBranch(Node node) const
 
 bool RowTree::showsChildren(Node parent) const
 {
-    return parent == none || (has(parent, Expanded) && position(parent).shown);
+    return parent == none || (isOpen(parent) && position(parent).shown);
 }
 
 /// The lowest number of closed rows above, seen from above the node, and how many rows have it.
 std::pair<int, int> RowTree::lowestIn(Node node, int first, int last) const
 {
-    constexpr int infinite = std::numeric_limits<int>::max() / 2;
     if (first >= last || node == none)
-        return {infinite, 0};
+        return {std::numeric_limits<int>::max() / 2, 0};
     const Data& data = m_nodes[node];
     if (first <= 0 && last >= int(data.size))
         return {data.shift, int(data.lowest)};
     const int before = int(m_nodes[data.left].size);
-    std::pair<int, int> lowest{infinite, 0};
+    std::pair<int, int> lowest = lowestIn(data.left, first, std::min(last, before));
     const auto add = [&lowest](const std::pair<int, int>& part) {
         if (part.first < lowest.first)
             lowest = part;
         else if (part.first == lowest.first)
             lowest.second += part.second;
     };
-    add(lowestIn(data.left, first, std::min(last, before)));
     if (first <= before && before < last)
         add({data.closed, 1});
     add(lowestIn(data.right, std::max(first - before - 1, 0), last - before - 1));
     return {lowest.first + data.shift, lowest.second};
 }
 
-int RowTree::countToOpen(Node node) const
+int RowTree::countIfShown(Range orders) const
 {
-    const int first = order(node) + 1;
-    return countIfShown(first, branchEnd(node) - first);
-}
-
-int RowTree::countIfShown(int order, int count) const
-{
-    return lowestIn(m_root, order, order + count).second;
-}
-
-int RowTree::selectedBefore(int order) const
-{
-    int count = 0;
-    Node node = m_root;
-    while (node != none) {
-        const int before = int(m_nodes[m_nodes[node].left].size);
-        if (order <= before) {
-            node = m_nodes[node].left;
-            continue;
-        }
-        count += int(m_nodes[m_nodes[node].left].selected) + (has(node, Selected) ? 1 : 0);
-        order -= before + 1;
-        node = m_nodes[node].right;
-    }
-    return count;
-}
-
-int RowTree::selectedBelow(Node node) const
-{
-    return selectedBefore(branchEnd(node)) - selectedBefore(order(node) + 1);
+    return lowestIn(m_root, orders.first, orders.end).second;
 }
 
 } // namespace kyr::panel

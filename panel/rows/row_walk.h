@@ -10,26 +10,27 @@ namespace kyr::panel {
 class RowWalk
 {
 public:
+    using Node = RowTree::Node;
+
     /// Starts at `node`, which stands for `index`.
-    RowWalk(const RowTree& rows, RowTree::Node node, const QModelIndex& index)
-        : m_rows(rows), m_node(node), m_index(index)
+    RowWalk(const RowTree& rows, Node node, const QModelIndex& index)
+        : m_rows(&rows), m_node(node), m_index(index)
     {}
 
     bool atEnd() const { return m_node == RowTree::none; }
-    RowTree::Node node() const { return m_node; }
+    Node node() const { return m_node; }
     const QModelIndex& index() const { return m_index; }
 
-    void next() { goTo(m_rows.next(m_node)); }
+    void next() { goTo(m_rows->next(m_node)); }
     void nextShown()
     {
-        goTo(m_rows.has(m_node, RowTree::Expanded) ? m_rows.next(m_node)
-                                                   : m_rows.afterBranch(m_node));
+        goTo(m_rows->isOpen(m_node) ? m_rows->next(m_node) : m_rows->afterBranch(m_node));
     }
 
 private:
-    void goTo(RowTree::Node node)
+    void goTo(Node node)
     {
-        int up = m_rows.depth(m_node) - m_rows.depth(node);
+        int up = m_rows->depth(m_node) - m_rows->depth(node);
         m_node = node;
         if (atEnd())
             return;
@@ -42,8 +43,8 @@ private:
         m_index = m_index.sibling(m_index.row() + 1, 0);
     }
 
-    const RowTree& m_rows;
-    RowTree::Node m_node;
+    const RowTree* m_rows;
+    Node m_node;
     QModelIndex m_index;
 };
 

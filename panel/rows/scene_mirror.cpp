@@ -17,90 +17,88 @@ void SceneMirror::setModel(QAbstractItemModel* model)
     if (m_model)
         m_model->disconnect(this);
     m_model = model;
-    m_change = {};
-    m_states.clear();
+    m_change.reset();
+    for (const Node group : std::exchange(m_groups, {}))
+        m_marks.destroy(group);
+    m_types.clear();
     connectModel();
-    start(wishes());
+    start();
 }
 
-/// Reads all anew.
-void SceneMirror::start(const FreshRows::StartOf& startOf)
+/// Reads all anew but what is known, if that is given; the scene's wishes are met already then.
+void SceneMirror::start(const QHash<QModelIndex, Node>* known)
 {
     ++m_version;
     m_reader.reset();
-    m_rows.clear();
-    forgetIndexes();
+    m_lastParent = m_lastChild = RowTree::none;
+    m_indexes.clear();
+    m_nodes.clear();
     m_toWriteBack = 0;
-    if (!m_model)
-        return;
-    m_expandedRole = m_model->roleNames().key("expanded", -1);
-    FreshRows fresh(m_rows, *m_model, startOf);
-    fresh.add({}, 0, 0, m_model->rowCount() - 1, 0);
-    std::vector<Node> rows;
-    while (!fresh.isDone())
-        fresh.step(rows);
-    m_rows.rebuild(rows);
+    const QList<Node> kept = known ? known->values() : QList<Node>();
+    const QSet<Node> keptNodes(kept.begin(), kept.end());
+    for (const RowTree::Row& row : m_rows.allRows()) {
+        if (!keptNodes.contains(row.node))
+            m_marks.destroy(row.node);
+    }
+    m_expandedRole = m_model ? m_model->roleNames().key("expanded", -1) : -1;
+    m_rows.rebuild(m_model ? readRows({}, 0, m_model->rowCount() - 1, 0, known)
+                           : std::vector<RowTree::Row>());
 }
 
-FreshRows::StartOf SceneMirror::wishes() const
+std::vector<RowTree::Row> SceneMirror::readRows(const QModelIndex& parent, int first, int last,
+                                                int depth, const QHash<QModelIndex, Node>* known)
 {
-    return [this](const QModelIndex& index, quint32 parentFlags) -> quint32 {
-        const quint32 ignores = parentFlags & RowTree::IgnoresWishes;
-        const bool opens =
-            ignores == 0 && m_expandedRole >= 0 && index.data(m_expandedRole).toBool();
-        return ignores | (opens ? quint32(RowTree::Expanded) : 0u) |
-               (opens || m_readsBranches ? 0u : quint32(RowTree::Unread));
-    };
-}
-
-/// The same with everything below.
-FreshRows::StartOf SceneMirror::allBelow() const
-{
-    return [start = wishes()](const QModelIndex& index, quint32 parentFlags) {
-        return start(index, parentFlags) & ~quint32(RowTree::Unread);
-    };
-}
-
-std::vector<SceneMirror::Node> SceneMirror::readRows(const QModelIndex& parent, quint32 parentFlags,
-                                                     int first, int last, int depth) const
-{
-    FreshRows fresh(m_rows, *m_model, wishes());
-    fresh.add(parent, parentFlags, first, last, depth);
-    std::vector<Node> rows;
-    while (!fresh.isDone())
-        fresh.step(rows);
-    return rows;
+    const QHash<QModelIndex, Node> nothing;
+    SceneReader reader(m_marks, *m_model,
+                       {known ? -1 : m_expandedRole, m_readsBranches, known ? *known : nothing});
+    reader.add(parent, first, last, depth);
+    while (reader.step()) {
+    }
+    return reader.take();
 }
 
 void SceneMirror::readChildren(Node node)
 {
-    if (!m_rows.has(node, RowTree::Unread))
+    if (!m_marks.has(node, RowMarks::Unread))
         return;
-    const QModelIndex index = indexOf(node);
-    const std::vector<Node> rows = readRows(index, m_rows.flags(node), 0,
-                                            m_model->rowCount(index) - 1, m_rows.depth(node) + 1);
     m_reader.reset();
-    m_rows.set(node, RowTree::Unread, false);
-    m_rows.insert(m_rows.order(node) + 1, m_rows.build(rows), node);
+    const QModelIndex index = indexOf(node);
+    const int last = m_model->rowCount(index) - 1;
+    m_marks.set(node, RowMarks::Unread, false);
+    m_rows.insert(m_rows.order(node) + 1,
+                  m_rows.build(readRows(index, 0, last, m_rows.depth(node) + 1)), node);
 }
 
 bool SceneMirror::readAll(const QDeadlineTimer& deadline)
 {
-    if (!m_model || (!m_reader && m_rows.unreadCount() == 0))
+    if (!m_model || m_marks.count(RowMarks::Unread) == 0)
         return true;
-    if (!m_reader)
-        m_reader =
-            std::make_unique<BranchReader>(m_rows, *m_model, walk(), RowTree::none, allBelow());
-    for (int row = 1; !m_reader->step(); ++row) {
+    if (!m_reader) {
+        m_reader = std::make_unique<SceneReader>(m_marks, *m_model,
+                                                 SceneReader::Start{m_expandedRole, true, {}});
+        m_reader->add(m_rows, walk(), RowTree::none);
+    }
+    for (int row = 1; m_reader->step(); ++row) {
         if (row % rowsBetweenClockReads == 0 && deadline.hasExpired())
             return false;
     }
-    const int before = m_rows.size();
-    const std::vector<Node> rows = m_reader->take();
+    m_rows.rebuild(m_reader->take());
     m_reader.reset();
-    if (int(rows.size()) > before)
-        m_rows.rebuild(rows);
     return true;
+}
+
+void SceneMirror::readBranch(Node node)
+{
+    m_reader.reset();
+    SceneReader reader(m_marks, *m_model, {m_expandedRole, true, {}});
+    reader.add(m_rows, RowWalk(m_rows, node, indexOf(node)), m_rows.afterBranch(node));
+    while (reader.step()) {
+    }
+    std::vector<RowTree::Row> rows = reader.take();
+    rows.erase(rows.begin());
+    const RowTree::Range below = m_rows.below(node);
+    m_rows.takeApart(m_rows.cut(below));
+    m_rows.insert(below.first, m_rows.build(rows), node);
 }
 
 RowWalk SceneMirror::walk() const
@@ -108,9 +106,19 @@ RowWalk SceneMirror::walk() const
     return {m_rows, m_rows.at(0), m_model ? m_model->index(0, 0) : QModelIndex()};
 }
 
+SceneMirror::Node SceneMirror::group(const QString& type)
+{
+    Node& group = m_groups[type];
+    if (group == RowTree::none) {
+        group = m_marks.create({RowMarks::Group});
+        m_types.insert(group, type);
+    }
+    return group;
+}
+
 QModelIndex SceneMirror::indexOf(Node node) const
 {
-    if (!m_model || node == RowTree::none)
+    if (!m_model || !m_rows.contains(node))
         return {};
     QVarLengthArray<std::pair<Node, int>, 32> path;
     QModelIndex index;
@@ -129,11 +137,10 @@ QModelIndex SceneMirror::indexOf(Node node) const
         at = place.parent;
     }
     for (int level = path.size() - 1; level >= 0; --level) {
-        const auto& [at, number] = path[level];
-        index = m_model->index(number, 0, index);
-        remember(at, index);
+        index = m_model->index(path[level].second, 0, index);
+        remember(path[level].first, index);
         if (level == 1) {
-            m_lastParent = at;
+            m_lastParent = path[level].first;
             m_lastParentIndex = index;
         }
     }
@@ -150,30 +157,29 @@ SceneMirror::Node SceneMirror::read(const QModelIndex& index)
     return find(index, true);
 }
 
-SceneMirror::Node SceneMirror::find(const QModelIndex& index, bool reads)
+/// Reads what leads to the row, if it may.
+SceneMirror::Node SceneMirror::find(QModelIndex index, bool reads)
 {
-    if (!index.isValid() || index.model() != m_model || index.column() != 0)
+    if (!m_model || index.model() != m_model)
         return RowTree::none;
     QVarLengthArray<QModelIndex, 32> path;
     Node node = RowTree::none;
-    for (QModelIndex at = index; at.isValid(); at = at.parent()) {
-        if (m_lastParent != RowTree::none && at == m_lastParentIndex) {
+    for (index = index.siblingAtColumn(0); index.isValid(); index = index.parent()) {
+        if (m_lastParent != RowTree::none && index == m_lastParentIndex) {
             node = m_lastParent;
             break;
         }
-        if (!m_nodes.isEmpty()) {
-            const auto known = m_nodes.constFind(at);
-            if (known != m_nodes.constEnd() && m_rows.place(*known).number == at.row()) {
-                node = *known;
-                break;
-            }
+        const auto known = m_nodes.constFind(index);
+        if (known != m_nodes.constEnd() && m_rows.place(*known).number == index.row()) {
+            node = *known;
+            break;
         }
-        path.append(at);
+        path.append(index);
     }
     for (int level = path.size() - 1; level >= 0; --level) {
         if (reads && node != RowTree::none)
             readChildren(node);
-        node = m_rows.child(node, path[level].row());
+        node = child(node, path[level].row());
         if (node == RowTree::none)
             return node;
         remember(node, path[level]);
@@ -185,94 +191,79 @@ SceneMirror::Node SceneMirror::find(const QModelIndex& index, bool reads)
     return node;
 }
 
+/// Whoever asks for a row often asks for the one behind it next.
+SceneMirror::Node SceneMirror::child(Node parent, int number) const
+{
+    Node node = RowTree::none;
+    if (m_lastChild != RowTree::none && m_lastPlace.parent == parent) {
+        if (m_lastPlace.number == number)
+            return m_lastChild;
+        if (m_lastPlace.number + 1 == number) {
+            node = m_rows.afterBranch(m_lastChild);
+            if (node != RowTree::none && m_rows.depth(node) != m_rows.depth(m_lastChild))
+                return RowTree::none;
+        }
+    }
+    if (node == RowTree::none)
+        node = m_rows.child(parent, number);
+    m_lastChild = node;
+    m_lastPlace = {parent, number};
+    return node;
+}
+
 /// An index is good until rows before it come or go, which its number tells, or it moves.
 void SceneMirror::remember(Node node, const QModelIndex& index) const
 {
     const int depth = m_rows.depth(node);
     if (depth == 0 || depth % levelsBetweenIndexes != 0)
         return;
-    if (const auto old = m_indexes.constFind(node); old != m_indexes.constEnd())
-        m_nodes.remove(*old);
+    forget(node);
     m_indexes.insert(node, index);
     m_nodes.insert(index, node);
 }
 
-void SceneMirror::forget(const std::vector<Node>& rows) const
+void SceneMirror::forget(Node node) const
 {
-    for (const Node node : rows) {
-        if (m_indexes.isEmpty())
-            return;
-        if (const auto old = m_indexes.find(node); old != m_indexes.end()) {
-            m_nodes.remove(*old);
-            m_indexes.erase(old);
-        }
+    if (const auto old = m_indexes.find(node); old != m_indexes.end()) {
+        m_nodes.remove(*old);
+        m_indexes.erase(old);
     }
 }
 
-void SceneMirror::forgetIndexes() const
+void SceneMirror::setOpen(Node node, RowTree::Range below, bool on)
 {
-    m_lastParent = RowTree::none;
-    m_indexes.clear();
-    m_nodes.clear();
-}
-
-void SceneMirror::setBranchExpanded(Node node, bool on)
-{
-    if (on)
-        readBranch(node);
-    m_rows.setBranchExpanded(node, on);
-}
-
-void SceneMirror::readBranch(Node node)
-{
-    BranchReader reader(m_rows, *m_model, RowWalk(m_rows, node, indexOf(node)),
-                        m_rows.afterBranch(node), allBelow());
-    while (!reader.step()) {
-    }
-    m_reader.reset();
-    const int order = m_rows.order(node) + 1;
-    m_rows.cut(order, m_rows.branchEnd(node) - order);
-    std::vector<Node> rows = reader.take();
-    rows.erase(rows.begin());
-    m_rows.insert(order, m_rows.build(rows), node);
-}
-
-void SceneMirror::setAllExpanded(bool on)
-{
-    if (on)
-        readAll(QDeadlineTimer(QDeadlineTimer::Forever));
-    m_rows.setAllExpanded(on);
-}
-
-void SceneMirror::setClosedWhileFound(Node node, bool on)
-{
-    m_rows.set(node, RowTree::ClosedWhileFound, on);
-    m_anyClosedWhileFound = m_anyClosedWhileFound || on;
-}
-
-void SceneMirror::forgetFound()
-{
-    if (!std::exchange(m_anyClosedWhileFound, false))
+    if (m_rows.isOpen(node) == on)
         return;
-    for (const Node node : m_rows.allRows())
-        m_rows.set(node, RowTree::ClosedWhileFound, false);
+    m_marks.set(node, RowMarks::Closed, !on);
+    m_rows.opened(node, below, on);
+}
+
+void SceneMirror::setBranchOpen(Node node, bool on)
+{
+    readBranch(node);
+    m_rows.setBranchOpen(node, on);
+}
+
+void SceneMirror::setAllOpen(bool on)
+{
+    readAll(QDeadlineTimer(QDeadlineTimer::Forever));
+    m_rows.setAllOpen(on);
 }
 
 void SceneMirror::writeBack(Node node)
 {
-    if (m_expandedRole < 0 || node == RowTree::none)
+    if (m_expandedRole < 0)
         return;
     const QModelIndex index = indexOf(node);
-    const bool expanded = m_rows.has(node, RowTree::Expanded);
-    if (index.data(m_expandedRole).toBool() != expanded)
-        m_model->setData(index, expanded, m_expandedRole);
+    if (index.data(m_expandedRole).toBool() != m_rows.isOpen(node))
+        m_model->setData(index, m_rows.isOpen(node), m_expandedRole);
 }
 
 bool SceneMirror::writeAllBack(const QDeadlineTimer& deadline)
 {
     Node node = m_expandedRole < 0 ? RowTree::none : m_rows.atOrder(m_toWriteBack);
     for (; node != RowTree::none; node = m_rows.next(node)) {
-        if (m_rows.hasBranch(node) || m_rows.has(node, RowTree::IgnoresWishes))
+        if (m_rows.hasBranch(node))
             writeBack(node);
         if (++m_toWriteBack % rowsBetweenClockReads == 0 && deadline.hasExpired())
             return false;
@@ -281,42 +272,44 @@ bool SceneMirror::writeAllBack(const QDeadlineTimer& deadline)
     return true;
 }
 
-void SceneMirror::mark(const QItemSelection& ranges, bool selected, std::vector<Node>& changed)
+void SceneMirror::forgetClosedWhileFound()
 {
-    const std::size_t before = changed.size();
+    if (m_marks.count(RowMarks::ClosedWhileFound) == 0)
+        return;
+    for (const RowTree::Row& row : m_rows.allRows())
+        m_marks.set(row.node, RowMarks::ClosedWhileFound, false);
+}
+
+std::vector<SceneMirror::Node> SceneMirror::select(const QItemSelection& ranges, bool on)
+{
+    std::vector<Node> changed;
     for (const QItemSelectionRange& range : ranges) {
         if (!range.isValid() || range.model() != m_model || range.left() > 0)
             continue;
-        Node parent = RowTree::none;
-        if (range.parent().isValid()) {
-            parent = find(range.parent(), selected);
-            if (parent == RowTree::none)
-                continue;
-            if (selected)
-                readChildren(parent);
-        }
-        Node node = m_rows.child(parent, range.top());
+        Node node = find(range.topLeft(), on);
         for (int number = range.top(); number <= range.bottom() && node != RowTree::none;
              ++number) {
-            if (m_rows.has(node, RowTree::Selected) != selected) {
-                m_rows.set(node, RowTree::Selected, selected);
+            if (m_marks.has(node, RowMarks::Selected) != on)
                 changed.push_back(node);
-            }
+            m_marks.set(node, RowMarks::Selected, on);
             if (number < range.bottom())
                 node = m_rows.afterBranch(node);
         }
     }
-    m_rows.mark({changed.begin() + std::ptrdiff_t(before), changed.end()}, selected);
+    m_rows.selected(changed, on);
+    return changed;
 }
 
-void SceneMirror::clearMarks()
+void SceneMirror::clearSelection()
 {
-    std::vector<Node> marked;
-    for (const Node node : m_rows.allRows()) {
-        if (m_rows.has(node, RowTree::Selected))
-            marked.push_back(node);
+    std::vector<Node> changed;
+    Node node = m_marks.count(RowMarks::Selected) > 0 ? m_rows.atOrder(0) : RowTree::none;
+    for (; node != RowTree::none; node = m_rows.next(node)) {
+        if (m_marks.has(node, RowMarks::Selected))
+            changed.push_back(node);
+        m_marks.set(node, RowMarks::Selected, false);
     }
-    m_rows.mark(marked, false);
+    m_rows.selected(changed, false);
 }
 
 } // namespace kyr::panel

@@ -2,63 +2,68 @@
 
 namespace kyr::panel {
 
-using Node = RowTree::Node;
+SceneReader::~SceneReader()
+{
+    for (const RowTree::Node node : m_new)
+        m_marks.destroy(node);
+}
 
-void FreshRows::add(const QModelIndex& parent, quint32 parentFlags, int first, int last, int depth)
+void SceneReader::add(const QModelIndex& parent, int first, int last, int depth)
 {
     if (first <= last)
-        m_levels.push_back({parent, parentFlags, first, last, depth});
+        m_levels.push_back({parent, first, last, depth});
 }
 
-void FreshRows::step(std::vector<Node>& rows)
+void SceneReader::add(const RowTree& rows, const RowWalk& walk, RowTree::Node end)
 {
-    if (isDone())
-        return;
-    Level& level = m_levels.back();
-    const QModelIndex index = m_model.index(level.row, 0, level.parent);
-    const quint32 flags = m_startOf(index, level.flags);
-    const int depth = level.depth;
-    rows.push_back(m_rows.create(depth, flags));
-    if (++level.row > level.last)
-        m_levels.pop_back();
-    if ((flags & RowTree::Unread) == 0)
-        add(index, flags, 0, m_model.rowCount(index) - 1, depth + 1);
+    m_rows = &rows;
+    m_walk.emplace(walk);
+    m_end = end;
 }
 
-BranchReader::~BranchReader()
+RowTree::Node SceneReader::nodeFor(const QModelIndex& index)
 {
-    for (const auto& [first, last] : m_new) {
-        const auto begin = m_all.begin();
-        m_rows.destroy({begin + std::ptrdiff_t(first), begin + std::ptrdiff_t(last)});
-    }
+    const auto known = m_start.known.constFind(index);
+    if (known != m_start.known.constEnd())
+        return *known;
+    const bool opens = m_start.expandedRole >= 0 && index.data(m_start.expandedRole).toBool();
+    const RowTree::Node node = opens ? m_marks.create({}) : m_marks.create({RowMarks::Closed});
+    m_marks.set(node, RowMarks::Unread, !opens && !m_start.readsAll);
+    m_new.push_back(node);
+    return node;
 }
 
-bool BranchReader::step()
+bool SceneReader::step()
 {
-    if (!m_fresh.isDone()) {
-        m_fresh.step(m_all);
-        m_new.back().second = m_all.size();
-        return false;
-    }
-    const Node node = m_walk.node();
-    if (node == m_end)
+    if (!m_levels.empty()) {
+        Level& level = m_levels.back();
+        const QModelIndex index = m_scene.index(level.row, 0, level.parent);
+        const int depth = level.depth;
+        if (++level.row > level.last)
+            m_levels.pop_back();
+        const RowTree::Node node = nodeFor(index);
+        m_all.push_back({node, depth});
+        if (!m_marks.has(node, RowMarks::Unread))
+            add(index, 0, m_scene.rowCount(index) - 1, depth + 1);
         return true;
-    m_all.push_back(node);
-    if (m_rows.has(node, RowTree::Unread)) {
-        const QModelIndex& index = m_walk.index();
-        m_read.push_back(node);
-        m_new.emplace_back(m_all.size(), m_all.size());
-        m_fresh.add(index, m_rows.flags(node), 0, m_model.rowCount(index) - 1,
-                    m_rows.depth(node) + 1);
     }
-    m_walk.next();
-    return false;
+    if (!m_walk || m_walk->node() == m_end)
+        return false;
+    const RowTree::Node node = m_walk->node();
+    const QModelIndex& index = m_walk->index();
+    m_all.push_back({node, m_rows->depth(node)});
+    if (m_marks.has(node, RowMarks::Unread)) {
+        m_read.push_back(node);
+        add(index, 0, m_scene.rowCount(index) - 1, m_rows->depth(node) + 1);
+    }
+    m_walk->next();
+    return true;
 }
 
-std::vector<Node> BranchReader::take()
+std::vector<RowTree::Row> SceneReader::take()
 {
-    for (const Node node : m_read)
-        m_rows.set(node, RowTree::Unread, false);
+    for (const RowTree::Node node : m_read)
+        m_marks.set(node, RowMarks::Unread, false);
     m_new.clear();
     return std::move(m_all);
 }

@@ -420,7 +420,8 @@ private:
                 m_outline.model.expandAll();
             else
                 m_outline.model.collapseAll();
-            m_open.clear();
+            if (!open)
+                m_open.clear();
             for (const Item* item : all()) {
                 if (open && !item->children.empty())
                     m_open.insert(item);

@@ -53,7 +53,7 @@ struct Outline
         for (int row = 0; row < model.count(); ++row) {
             const QModelIndex index = model.index(row);
             const int hidden = index.data(Model::HiddenSelectedRole).toInt();
-            rows += QString(model.rowDepth(row), QLatin1Char('.')) +
+            rows += QString(index.data(Model::DepthRole).toInt(), QLatin1Char('.')) +
                     (model.isRowExpanded(row) ? "-" : "") + index.data().toString() +
                     (model.isRowSelected(row) ? "*" : "") +
                     (hidden > 0 ? '#' + QString::number(hidden) : QString()) +
