@@ -191,7 +191,7 @@ protected:
 
 TEST_F(EditorLongPasteTest, cancelTakesAllBackAndTheWindowStaysLive)
 {
-    constexpr int objectCount = 100000;
+    constexpr int objectCount = 40000;
     prepare(objectCount);
     const int before = steps();
     for (const bool byKey : {true, false}) {
@@ -245,7 +245,7 @@ TEST_F(EditorLongPasteTest, cancelTakesAllBackAndTheWindowStaysLive)
 
 TEST_F(EditorLongPasteTest, sceneAndEditorMayGoInTheMiddle)
 {
-    constexpr int objectCount = 50000;
+    constexpr int objectCount = 20000;
     prepare(objectCount);
     session.edit()->pasteProperties();
     ASSERT_TRUE(session.task()->isRunning()) << qPrintable(message());
