@@ -37,6 +37,19 @@ protected:
     {
         return QTest::qWaitFor([&] { return !isOpen(name); });
     }
+    /// In both themes.
+    void expectLegible(std::initializer_list<QQuickItem*> items)
+    {
+        for (const bool dark : {false, true}) {
+            session.theme()->show(dark);
+            for (QQuickItem* item : items) {
+                ContrastCheck check;
+                check.skipsDisabled = true;
+                check.look(item, 1);
+                EXPECT_GT(check.checked(), 1);
+            }
+        }
+    }
     QString state()
     {
         return QString("%1 %2 %3")
@@ -56,7 +69,8 @@ TEST_F(EditorKeyboardTest, popupsOwnTheKeysUntilEscapeAndCanBeRead)
     click(rowPoint("Nearer"));
     display.press("ctrl+shift+c");
     const QString before = state();
-    // and does nothing else
+    expectLegible({item("inspector"), item("status_bar"), item("log_view"), item("browser_panel")});
+    // Name, how it opens, and whether Enter leaves it and does nothing else.
     const std::tuple<const char*, std::function<void()>, bool> popups[] = {
         {"confirm_dialog", [this] { display.press("ctrl+q"); }, false},
         {"message_dialog",
@@ -105,13 +119,7 @@ TEST_F(EditorKeyboardTest, popupsOwnTheKeysUntilEscapeAndCanBeRead)
             display.press("Tab");
         }
         EXPECT_EQ(state().toStdString(), before.toStdString());
-        for (const bool dark : {false, true}) {
-            session.theme()->show(dark);
-            ContrastCheck check;
-            check.skipsDisabled = true;
-            check.look(overlay(), 1);
-            EXPECT_GT(check.checked(), 1);
-        }
+        expectLegible({overlay()});
         display.press("Escape");
         EXPECT_TRUE(closes(name));
         EXPECT_EQ(state().toStdString(), before.toStdString());

@@ -60,7 +60,6 @@ Item {
         text: field.prefix
         color: field.prefixColor
         font { pixelSize: 10; bold: true }
-        opacity: field.readOnly ? 0.6 : 1
         textFormat: Text.PlainText
     }
     TextInput {

@@ -6,7 +6,8 @@ Row {
 
     readonly property var components: line.value
     readonly property var axes: ["X", "Y", "Z", "W"]
-    readonly property var colors: ["#d9534f", "#5aa84f", "#4a86d8", "#9a9a9a"]
+    readonly property var colors: theme.dark ? ["#e8807c", "#6cb860", "#6fa4ea", "#a8aeb6"]
+                                             : ["#bf302c", "#2a7523", "#2a63b8", "#5b636c"]
 
     spacing: 3
 
