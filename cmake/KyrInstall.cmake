@@ -45,12 +45,15 @@ install(FILES
     ${PROJECT_BINARY_DIR}/KyrSceneOutlineConfigVersion.cmake
     DESTINATION ${KYR_INSTALL_CMAKEDIR})
 
+# Relative to the file itself: the package may be unpacked anywhere.
+file(RELATIVE_PATH kyr_pkgconfig_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(cmake/kyr_scene_outline.pc.in ${PROJECT_BINARY_DIR}/kyr_scene_outline.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/kyr_scene_outline.pc
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
 if(KYR_IS_TOP_LEVEL)
     set(CPACK_GENERATOR DEB)
+    set(CPACK_STRIP_FILES ON)
     set(CPACK_PACKAGE_NAME kyr-scene-outline)
     set(CPACK_PACKAGE_CONTACT "Kyr Scene Outline developers")
     set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)

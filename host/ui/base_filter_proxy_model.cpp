@@ -1,5 +1,7 @@
 #include "base_filter_proxy_model.h"
 
+#include "number_value.h"
+
 #include <QCollator>
 #include <QLocale>
 
@@ -17,22 +19,6 @@ int compareTexts(const QString& left, const QString& right)
         return numeric;
     }();
     return collator.compare(left, right);
-}
-
-bool isNumber(const QVariant& value)
-{
-    switch (value.userType()) {
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Double:
-    case QMetaType::Float:
-    case QMetaType::Bool:
-        return true;
-    default:
-        return false;
-    }
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "filter_query.h"
 
+#include "number_value.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>
@@ -92,21 +94,6 @@ std::optional<bool> flagOf(const QString& text)
         word == QLatin1String("off") || word == QLatin1String("0"))
         return false;
     return std::nullopt;
-}
-
-bool isNumber(const QVariant& value)
-{
-    switch (value.userType()) {
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Double:
-    case QMetaType::Float:
-        return true;
-    default:
-        return false;
-    }
 }
 
 /// Numbers that differ in noise alone are the same.

@@ -3,7 +3,6 @@
 #include <host/scene/asset_model.h>
 #include <host/scene/asset_selection.h>
 #include <host/ui/action.h>
-#include <host/ui/base_filter_proxy_model.h>
 #include <host/ui/popup_menu.h>
 #include <host/ui/text_predicate.h>
 #include <kyr_cpp_utils/signal.h>

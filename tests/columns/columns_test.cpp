@@ -130,16 +130,6 @@ TEST_F(ScenePropertyTest, giveValuesFitToShowAndSort)
     EXPECT_EQ(model.roleNames().value(role("light.intensity")), "light.intensity");
 }
 
-TEST_F(ScenePropertyTest, togglesAreSetAsOneStep)
-{
-    EXPECT_TRUE(model.setData(row(0), true, role("locked")));
-    EXPECT_EQ(value(0, "locked"), QVariant(true));
-    EXPECT_TRUE(model.setData(row(0), true, role("locked")));
-    EXPECT_EQ(document.undoStack().count(), 1);
-    document.undoStack().undo();
-    EXPECT_EQ(value(0, "locked"), QVariant(false));
-}
-
 TEST_F(ScenePropertyTest, textsAreTakenForWhatTheyMeanOrRefused)
 {
     const auto set = [this](const char* path, const char* text) {

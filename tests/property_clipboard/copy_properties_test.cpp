@@ -39,48 +39,20 @@ TEST_F(CopyProperties, WritesTheDocument)
     lamp->nest("inside", unclear);
     select({addBag(lamp)});
 
-    EXPECT_EQ(copied(), std::string(R"(<?xml version="1.0" encoding="UTF-8"?>
-<objects>
-  <object>
-    <type>N4test11PropertyBagE</type>
-    <property>
-      <name>title</name>
-      <value>a "lamp" &amp; more</value>
-      <type>NSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE</type>
-    </property>
-    <property>
-      <name>first.second.third</name>
-      <value>true</value>
-      <type>b</type>
-    </property>
-    <property>
-      <name>opaque</name>
-      <value />
-      <type>N12_GLOBAL__N_16NoTextE</type>
-    </property>
-    <property>
-      <name>scripted</name>
-      <value>3</value>
-      <type>i</type>
-    </property>
-    <property>
-      <name>fixed</name>
-      <value>4</value>
-      <type>i</type>
-    </property>
-    <property>
-      <name>read</name>
-      <value>5</value>
-      <type>i</type>
-    </property>
-    <property>
-      <name>read</name>
-      <value>0.5</value>
-      <type>f</type>
-    </property>
-  </object>
-</objects>
-)") + '\0');
+    const auto property = [](const std::string& name, const std::string& value, const char* type) {
+        return "    <property>\n      <name>" + name + "</name>\n      " +
+               (value.empty() ? "<value />" : "<value>" + value + "</value>") + "\n      <type>" +
+               type + "</type>\n    </property>\n";
+    };
+    EXPECT_EQ(copied(), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<objects>\n  <object>\n"
+                        "    <type>N4test11PropertyBagE</type>\n" +
+                            property("title", "a \"lamp\" &amp; more",
+                                     "NSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE") +
+                            property("first.second.third", "true", "b") +
+                            property("opaque", "", "N12_GLOBAL__N_16NoTextE") +
+                            property("scripted", "3", "i") + property("fixed", "4", "i") +
+                            property("read", "5", "i") + property("read", "0.5", "f") +
+                            "  </object>\n</objects>\n" + '\0');
     EXPECT_THAT(messages.take(),
                 ElementsAre("4 Copy properties: cannot copy value from property 'inside.state' "
                             "with undefined state",

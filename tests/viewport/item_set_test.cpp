@@ -83,17 +83,12 @@ bool isShown(const ViewportItem& item)
 
 bool separated(const SeenTriangle& triangle, const QRectF& rectangle, double x, double y)
 {
-    double low = 1e300, high = -1e300, rectangleLow = 1e300, rectangleHigh = -1e300;
-    for (const Point& corner : triangle) {
-        low = std::min(low, corner.x * x + corner.y * y);
-        high = std::max(high, corner.x * x + corner.y * y);
-    }
-    for (const QPointF& corner : {rectangle.topLeft(), rectangle.topRight(), rectangle.bottomLeft(),
-                                  rectangle.bottomRight()}) {
-        rectangleLow = std::min(rectangleLow, corner.x() * x + corner.y() * y);
-        rectangleHigh = std::max(rectangleHigh, corner.x() * x + corner.y() * y);
-    }
-    return high < rectangleLow || low > rectangleHigh;
+    const auto [low, high] =
+        std::minmax({triangle[0].x * x + triangle[0].y * y, triangle[1].x * x + triangle[1].y * y,
+                     triangle[2].x * x + triangle[2].y * y});
+    const auto [left, right] = std::minmax({rectangle.left() * x, rectangle.right() * x});
+    const auto [top, bottom] = std::minmax({rectangle.top() * y, rectangle.bottom() * y});
+    return high < left + top || low > right + bottom;
 }
 
 // Separating axes in the plane of the screen.
