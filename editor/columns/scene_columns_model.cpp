@@ -15,7 +15,7 @@ constexpr quintptr groupLevel = 0;
 
 std::size_t groupOf(const QModelIndex& column)
 {
-    return static_cast<std::size_t>(column.internalId() - 1);
+    return std::size_t(column.internalId() - 1);
 }
 
 int widthOf(PropertyKind kind)
@@ -120,7 +120,7 @@ const SceneColumnsModel::Column* SceneColumnsModel::columnAt(const QModelIndex& 
 {
     if (!index.isValid() || index.internalId() == groupLevel)
         return nullptr;
-    return &m_groups[groupOf(index)].columns[static_cast<std::size_t>(index.row())];
+    return &m_groups[groupOf(index)].columns[std::size_t(index.row())];
 }
 
 QHash<int, QByteArray> SceneColumnsModel::roleNames() const
@@ -149,16 +149,16 @@ QModelIndex SceneColumnsModel::parent(const QModelIndex& index) const
 {
     if (!columnAt(index))
         return {};
-    return createIndex(static_cast<int>(groupOf(index)), 0, groupLevel);
+    return createIndex(int(groupOf(index)), 0, groupLevel);
 }
 
 int SceneColumnsModel::rowCount(const QModelIndex& parent) const
 {
     if (!parent.isValid())
-        return static_cast<int>(m_groups.size());
+        return int(m_groups.size());
     if (parent.internalId() != groupLevel)
         return 0;
-    return static_cast<int>(m_groups[static_cast<std::size_t>(parent.row())].columns.size());
+    return int(m_groups[std::size_t(parent.row())].columns.size());
 }
 
 int SceneColumnsModel::columnCount(const QModelIndex&) const
@@ -171,7 +171,7 @@ QVariant SceneColumnsModel::data(const QModelIndex& index, int role) const
     const Column* column = columnAt(index);
     if (!column) {
         const bool isTitle = index.isValid() && role == Qt::DisplayRole;
-        return isTitle ? m_groups[static_cast<std::size_t>(index.row())].title : QVariant();
+        return isTitle ? m_groups[std::size_t(index.row())].title : QVariant();
     }
     switch (role) {
     case Qt::DisplayRole:
@@ -187,7 +187,7 @@ QVariant SceneColumnsModel::data(const QModelIndex& index, int role) const
     case ToggleRole:
         return column->isToggle;
     case AlignmentRole:
-        return static_cast<int>(column->alignment);
+        return int(column->alignment);
     case EditableRole:
         return column->isEditable;
     case ChoicesRole:
@@ -204,7 +204,7 @@ bool SceneColumnsModel::setData(const QModelIndex& index, const QVariant& value,
         return false;
     const int order = value.toInt();
     if (column->order != order) {
-        m_groups[groupOf(index)].columns[static_cast<std::size_t>(index.row())].order = order;
+        m_groups[groupOf(index)].columns[std::size_t(index.row())].order = order;
         Q_EMIT dataChanged(index, index, {ColumnOrderRole});
     }
     return true;

@@ -134,12 +134,12 @@ const kyr::ReflectedClass& MeshComponent::reflectedClass() const
 
 int MeshComponent::vertexCount() const noexcept
 {
-    return asset ? static_cast<int>(asset->geometry->vertices().size()) : 0;
+    return asset ? int(asset->geometry->vertices().size()) : 0;
 }
 
 int MeshComponent::triangleCount() const noexcept
 {
-    return asset ? static_cast<int>(asset->geometry->triangleCount()) : 0;
+    return asset ? int(asset->geometry->triangleCount()) : 0;
 }
 
 lumo::Vector3 MeshComponent::size() const noexcept

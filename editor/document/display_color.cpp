@@ -26,9 +26,9 @@ QColor displayColor(const lumo::Color& linear)
 
 lumo::Color linearColor(const QColor& display)
 {
-    const auto channel = [](double value) { return linearFromDisplay(static_cast<float>(value)); };
+    const auto channel = [](double value) { return linearFromDisplay(float(value)); };
     return {channel(display.redF()), channel(display.greenF()), channel(display.blueF()),
-            static_cast<float>(display.alphaF())};
+            float(display.alphaF())};
 }
 
 } // namespace editor

@@ -47,7 +47,7 @@ bool takeStep(std::string_view& path, Step& step)
         const auto [rest, error] = std::from_chars(path.data() + at + 1, end, step.occurrence);
         if (error != std::errc() || rest == end || *rest != ']')
             return false;
-        at = static_cast<std::size_t>(rest - path.data()) + 1;
+        at = std::size_t(rest - path.data()) + 1;
     }
     if (at < path.size() && path[at] != '/')
         return false;

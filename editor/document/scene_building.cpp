@@ -22,7 +22,7 @@ struct Place
 
 Place endOf(SceneObject& parent)
 {
-    return {parent, static_cast<int>(parent.children().size())};
+    return {parent, int(parent.children().size())};
 }
 
 Place behindPrimary(const SceneDocument& document, const IAssetSelection& selection)

@@ -57,7 +57,7 @@ SceneDocument::RowsChange::RowsChange(SceneDocument& document, SceneObjectPtr pa
     , m_parent(std::move(parent))
     , m_objects(std::move(objects))
     , m_row(row)
-    , m_count(static_cast<int>(m_objects.size()))
+    , m_count(int(m_objects.size()))
     , m_isInsertion(true)
 {
     changes(m_parent);
@@ -97,7 +97,7 @@ SceneDocument::MoveChange::MoveChange(SceneDocument& document, SceneObjectPtr fr
     if (m_to != m_from)
         changes(m_to);
     for (int i = first; i < first + count; ++i)
-        changes(m_from->m_children[static_cast<std::size_t>(i)]);
+        changes(m_from->m_children[std::size_t(i)]);
 }
 
 void SceneDocument::MoveChange::apply()
@@ -129,7 +129,7 @@ void SceneDocument::OrderChange::revert()
 {
     std::vector<int> rows(m_oldRows.size());
     for (std::size_t row = 0; row < rows.size(); ++row)
-        rows[static_cast<std::size_t>(m_oldRows[row])] = static_cast<int>(row);
+        rows[std::size_t(m_oldRows[row])] = int(row);
     document().reorder(*m_parent, rows);
 }
 

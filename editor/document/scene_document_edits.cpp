@@ -99,7 +99,7 @@ bool SceneDocument::rename(const SceneObjectPtr& object, const QString& name)
 
 bool SceneDocument::insert(const SceneObjects& objects, SceneObject& parent, int row)
 {
-    const int count = static_cast<int>(parent.children().size());
+    const int count = int(parent.children().size());
     const bool areFree = std::all_of(objects.begin(), objects.end(), [](const auto& object) {
         return object && !object->document() && !object->parent();
     });
@@ -180,7 +180,7 @@ bool SceneDocument::reparent(const SceneObjects& objects, SceneObject& parent, i
         std::any_of(moving.begin(), moving.end(), [&parent](const SceneObjectPtr& object) {
             return object.get() == &parent || parent.isInside(*object);
         });
-    const int count = static_cast<int>(parent.children().size());
+    const int count = int(parent.children().size());
     if (moving.empty() || isCircular || !contains(&parent) || row < -1 || row > count)
         return false;
 
@@ -192,9 +192,7 @@ bool SceneDocument::reparent(const SceneObjects& objects, SceneObject& parent, i
         return set;
     }();
     int anchorRow = row < 0 ? count : row;
-    const auto childAt = [&parent](int at) {
-        return parent.children()[static_cast<std::size_t>(at)].get();
-    };
+    const auto childAt = [&parent](int at) { return parent.children()[std::size_t(at)].get(); };
     while (anchorRow < count && isMoving.count(childAt(anchorRow)) != 0)
         ++anchorRow;
     const SceneObject* anchor = anchorRow < count ? childAt(anchorRow) : nullptr;
@@ -210,7 +208,7 @@ bool SceneDocument::reparent(const SceneObjects& objects, SceneObject& parent, i
         while (next + length != moving.end() && (*(next + length))->parent() == from.get() &&
                (*(next + length))->row() == first + length)
             ++length;
-        const int target = anchor ? anchor->row() : static_cast<int>(parent.children().size());
+        const int target = anchor ? anchor->row() : int(parent.children().size());
         const QMatrix4x4 oldBase = worldTransform(*from);
         const bool staysHere = from.get() == &parent && first <= target && target <= first + length;
         if (!staysHere) {
@@ -223,7 +221,7 @@ bool SceneDocument::reparent(const SceneObjects& objects, SceneObject& parent, i
                 placeInWorld(*object, oldBase * matrixOf(*(*object)->transform()));
         }
         next += length;
-        placed += static_cast<std::size_t>(length);
+        placed += std::size_t(length);
     }
     return true;
 }
@@ -285,9 +283,9 @@ void SceneDocument::gather(SceneObject& parent, const SceneObjects& children)
     std::iota(order.begin(), order.end(), 0);
     std::vector<bool> isGathered(order.size());
     for (const SceneObjectPtr& child : children)
-        isGathered[static_cast<std::size_t>(child->row())] = true;
+        isGathered[std::size_t(child->row())] = true;
     std::stable_partition(order.begin() + children.front()->row(), order.end(),
-                          [&](int row) { return bool(isGathered[static_cast<std::size_t>(row)]); });
+                          [&](int row) { return bool(isGathered[std::size_t(row)]); });
     perform(std::make_unique<OrderChange>(*this, parent.shared_from_this(), std::move(order)), {});
 }
 

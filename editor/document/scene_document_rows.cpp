@@ -17,7 +17,7 @@ SceneObjects::difference_type offset(int row)
 
 void SceneDocument::insertRows(SceneObject& parent, int row, SceneObjects objects)
 {
-    const int last = row + static_cast<int>(objects.size()) - 1;
+    const int last = row + int(objects.size()) - 1;
     Q_EMIT rowsAboutToBeInserted(&parent, row, last);
     for (const SceneObjectPtr& object : objects) {
         object->m_parent = &parent;
@@ -79,7 +79,7 @@ void SceneDocument::moveRows(SceneObject& from, int first, int count, SceneObjec
     noteShape(to);
     if (&from != &to) {
         for (int i = row; i < row + count; ++i) {
-            spreadInherited(*to.m_children[static_cast<std::size_t>(i)],
+            spreadInherited(*to.m_children[std::size_t(i)],
                             ChangeAspect::Visibility | ChangeAspect::Lock);
         }
     }
@@ -92,7 +92,7 @@ void SceneDocument::reorder(SceneObject& parent, const std::vector<int>& oldRows
     SceneObjects reordered;
     reordered.reserve(children.size());
     for (const int oldRow : oldRows)
-        reordered.push_back(std::move(children[static_cast<std::size_t>(oldRow)]));
+        reordered.push_back(std::move(children[std::size_t(oldRow)]));
     children = std::move(reordered);
     parent.m_numberedChildren = 0;
     Q_EMIT childrenReordered(&parent, oldRows);

@@ -114,10 +114,10 @@ int SceneObject::row() const noexcept
         return 0;
     const auto& siblings = m_parent->m_children;
     int& numbered = m_parent->m_numberedChildren;
-    if (m_row >= numbered || siblings[static_cast<std::size_t>(m_row)].get() != this) {
-        const int count = static_cast<int>(siblings.size());
+    if (m_row >= numbered || siblings[std::size_t(m_row)].get() != this) {
+        const int count = int(siblings.size());
         for (; numbered < count; ++numbered)
-            siblings[static_cast<std::size_t>(numbered)]->m_row = numbered;
+            siblings[std::size_t(numbered)]->m_row = numbered;
     }
     return m_row;
 }

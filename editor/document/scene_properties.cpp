@@ -47,14 +47,14 @@ void SceneProperties::addProperty(const kyr::IReflected& holder, const Steps& st
 
 void SceneProperties::add(SceneProperty property)
 {
-    property.m_role = firstRole + static_cast<int>(m_list.size());
+    property.m_role = firstRole + int(m_list.size());
     m_list.push_back(std::move(property));
 }
 
 const SceneProperty* SceneProperties::find(int role) const noexcept
 {
-    const bool isKnown = role >= firstRole && role < firstRole + static_cast<int>(m_list.size());
-    return isKnown ? &m_list[static_cast<std::size_t>(role - firstRole)] : nullptr;
+    const bool isKnown = role >= firstRole && role < firstRole + int(m_list.size());
+    return isKnown ? &m_list[std::size_t(role - firstRole)] : nullptr;
 }
 
 const SceneProperty* SceneProperties::find(const std::string& path) const noexcept

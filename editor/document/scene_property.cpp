@@ -126,9 +126,8 @@ std::optional<lumo::Variant> SceneProperty::edited(SceneObject& object, const QV
 
 double SceneProperty::numberOf(const lumo::Variant& value, int component)
 {
-    return component >= 0
-               ? shownNumber(componentsOf(value).values[static_cast<std::size_t>(component)])
-               : shownValue(value).toDouble();
+    return component >= 0 ? shownNumber(componentsOf(value).values[std::size_t(component)])
+                          : shownValue(value).toDouble();
 }
 
 double SceneProperty::bounded(double number) const
@@ -141,7 +140,7 @@ lumo::Variant SceneProperty::withNumber(const lumo::Variant& value, int componen
 {
     const double kept = bounded(number);
     if (component >= 0)
-        return withComponent(value, component, static_cast<float>(kept));
+        return withComponent(value, component, float(kept));
     lumo::Variant result = value;
     const bool isWhole = propertyKind(value) == PropertyKind::Integer;
     lumo::VariantConverter::convert(

@@ -78,7 +78,7 @@ void SceneItemModel::followDocument()
                 Q_EMIT dataChanged(index(row, 0, indexOf(target)),
                                    index(row + count - 1, 0, indexOf(target)), {PathRole});
                 for (int i = row; i < row + count; ++i)
-                    emitPathsBelow(*target->children()[static_cast<std::size_t>(i)]);
+                    emitPathsBelow(*target->children()[std::size_t(i)]);
             });
     connect(from, &SceneDocument::childrenAboutToBeReordered, this,
             [this](SceneObject* parent) { Q_EMIT layoutAboutToBeChanged({indexOf(parent)}); });
@@ -128,7 +128,7 @@ QModelIndex SceneItemModel::index(int row, int column, const QModelIndex& parent
     if (!parent.isValid())
         return createIndex(row, column, m_document.root().get());
     const auto& children = objectAt(parent)->children();
-    return createIndex(row, column, children[static_cast<std::size_t>(row)].get());
+    return createIndex(row, column, children[std::size_t(row)].get());
 }
 
 QModelIndex SceneItemModel::parent(const QModelIndex& index) const
@@ -140,7 +140,7 @@ int SceneItemModel::rowCount(const QModelIndex& parent) const
 {
     if (!parent.isValid())
         return 1;
-    return parent.column() == 0 ? static_cast<int>(objectAt(parent)->children().size()) : 0;
+    return parent.column() == 0 ? int(objectAt(parent)->children().size()) : 0;
 }
 
 int SceneItemModel::columnCount(const QModelIndex&) const
@@ -165,7 +165,7 @@ QVariant SceneItemModel::data(const QModelIndex& index, int role) const
     case kyr::TypeRole:
         return QString(kindId(object.kind()));
     case kyr::CountRole:
-        return static_cast<int>(object.children().size());
+        return int(object.children().size());
     case kyr::ObjectRole:
         return QVariant::fromValue(object.reflected());
     case kyr::ExpandedRole:
