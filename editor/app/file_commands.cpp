@@ -33,7 +33,7 @@ FileCommands::FileCommands(SceneDocument& document, LoadController& loader, QObj
         const QString path = m_document.filePath();
         const FileStamp known = std::exchange(m_loading, {});
         setConflict(NoConflict);
-        m_watch.follow(path, known.modified.isValid() ? known : FileStamp::of(path));
+        m_watch.follow(path, known.exists() ? known : FileStamp::of(path));
     });
     connect(&m_loader, &LoadController::failed, this, [this] { m_loading = {}; });
     connect(&m_watch, &FileWatch::changed, this, [this] {
@@ -62,12 +62,16 @@ void FileCommands::open()
 
 void FileCommands::openFile(const QString& path)
 {
-    if (!isOpen(path))
+    if (!isOpen(path)) {
         unlessUnsaved([this, path] { load(path); });
-    else if (m_watch.isChanged())
-        setConflict(FileChanged);
-    else
-        Q_EMIT reopened();
+        return;
+    }
+    m_watch.ask([this](bool isChanged) {
+        if (isChanged)
+            setConflict(FileChanged);
+        else
+            Q_EMIT reopened();
+    });
 }
 
 bool FileCommands::isOpen(const QString& path) const
@@ -82,10 +86,13 @@ void FileCommands::save()
     const QString path = m_document.filePath();
     if (!isOwnFormat(path))
         saveAs();
-    else if (m_watch.isChanged())
-        setConflict(SaveWaits);
     else
-        saveTo(path);
+        m_watch.ask([this, path](bool isChanged) {
+            if (isChanged)
+                setConflict(SaveWaits);
+            else
+                saveTo(path);
+        });
 }
 
 void FileCommands::saveAs()
@@ -104,6 +111,12 @@ void FileCommands::quit()
         m_afterSaving = [this] { quit(); };
     else
         unlessUnsaved([this] { Q_EMIT quitConfirmed(); });
+}
+
+void FileCommands::markUnsaved(const QString& path, const FileStamp& known)
+{
+    m_loading = known;
+    m_document.markUnsaved(path);
 }
 
 void FileCommands::saveAndContinue()

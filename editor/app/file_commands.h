@@ -36,6 +36,8 @@ public:
     ~FileCommands() override;
 
     SceneSaver* saver() { return &m_saver; }
+    /// The open scene's file as it was read or written last.
+    const FileStamp& knownFile() const { return m_watch.known(); }
 
     /// An empty scene without a file.
     void newScene();
@@ -49,6 +51,8 @@ public:
     Q_INVOKABLE void save();
     Q_INVOKABLE void saveAs();
     Q_INVOKABLE void quit();
+    /// The open scene is unsaved changes of a file that was in the state `known`.
+    void markUnsaved(const QString& path, const FileStamp& known);
 
     // Answers to the question that `confirming` asks.
     bool isConfirming() const { return bool(m_afterConfirmation); }
@@ -92,7 +96,7 @@ private:
     SceneSaver m_saver;
     FileWatch m_watch;
     PathDialog m_dialog;
-    /// Of the file that is being opened, from before it is read.
+    /// Of the file that the document is about to take, from before it was read.
     FileStamp m_loading;
     Continuation m_afterConfirmation;
     Continuation m_afterSaving;

@@ -1,6 +1,7 @@
 #include "recovery_entry.h"
 
 #include <QCoreApplication>
+#include <QDataStream>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -31,8 +32,9 @@ RecoveryEntry::RecoveryEntry(const QString& folder)
     if (!m_lock.tryLock(0))
         return;
     QFile origin(m_folder + QLatin1String(originName));
+    QDataStream stream(&origin);
     if (origin.open(QIODevice::ReadOnly))
-        m_originalPath = QString::fromUtf8(origin.readAll());
+        stream >> m_originalPath >> m_original.modified >> m_original.size >> m_original.digest;
 }
 
 bool RecoveryEntry::isFull() const
@@ -53,17 +55,18 @@ QDateTime RecoveryEntry::written() const
     return QFileInfo(scenePath()).lastModified();
 }
 
-void RecoveryEntry::setOriginalPath(const QString& path)
+void RecoveryEntry::setOriginal(const QString& path, const FileStamp& known)
 {
-    if (path == m_originalPath && QFileInfo::exists(m_folder + QLatin1String(originName)))
-        return;
-    removeScene();
+    if (path != m_originalPath)
+        removeScene();
     m_originalPath = path;
+    m_original = known;
     QSaveFile origin(m_folder + QLatin1String(originName));
-    if (origin.open(QIODevice::WriteOnly)) {
-        origin.write(path.toUtf8());
-        origin.commit();
-    }
+    QDataStream stream(&origin);
+    if (!origin.open(QIODevice::WriteOnly))
+        return;
+    stream << m_originalPath << m_original.modified << m_original.size << m_original.digest;
+    origin.commit();
 }
 
 void RecoveryEntry::removeScene()

@@ -1,13 +1,14 @@
 #pragma once
 
-#include <QDateTime>
+#include "file_stamp.h"
+
 #include <QLockFile>
 #include <QString>
 
 namespace editor {
 
-/// The folder of one session's unsaved work: the scene, what file it is of, and a lock that lives
-/// as long as the session does.
+/// The folder of one session's unsaved work: the scene, what file it is of in which state, and a
+/// lock that lives as long as the session does.
 class RecoveryEntry
 {
 public:
@@ -22,10 +23,12 @@ public:
     QString scenePath() const;
     /// The file that it is of; empty for a scene that was never saved.
     QString originalPath() const { return m_originalPath; }
+    /// That file as the session had read or written it last.
+    const FileStamp& original() const { return m_original; }
     QDateTime written() const;
 
     /// Says what the scene that will be written is. Removes one of another file.
-    void setOriginalPath(const QString& path);
+    void setOriginal(const QString& path, const FileStamp& known);
     void removeScene();
     /// With all that is in it.
     void remove();
@@ -33,6 +36,7 @@ public:
 private:
     QString m_folder;
     QString m_originalPath;
+    FileStamp m_original;
     QLockFile m_lock;
 };
 

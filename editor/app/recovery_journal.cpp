@@ -1,5 +1,6 @@
 #include "recovery_journal.h"
 
+#include "file_commands.h"
 #include "recovery_entry.h"
 #include "report.h"
 
@@ -23,10 +24,12 @@ constexpr qint64 pausesPerDuration = 20;
 
 } // namespace
 
-RecoveryJournal::RecoveryJournal(SceneDocument& document, LoadController& loader, QObject* parent)
+RecoveryJournal::RecoveryJournal(SceneDocument& document, LoadController& loader,
+                                 FileCommands& files, QObject* parent)
     : QObject(parent)
     , m_document(document)
     , m_loader(loader)
+    , m_files(files)
     , m_saver(std::make_unique<SceneSaver>(document))
 {
     m_timer.setInterval(lookPeriod);
@@ -149,7 +152,7 @@ void RecoveryJournal::finishRecovery(const QString& path)
     if (!m_opening || path != m_opening->scenePath())
         return;
     m_recovered = std::move(m_opening);
-    m_document.markUnsaved(m_recovered->originalPath());
+    m_files.markUnsaved(m_recovered->originalPath(), m_recovered->original());
     reportNote(tr("Recovered unsaved work of %1").arg(m_document.title()));
 }
 
@@ -163,7 +166,7 @@ void RecoveryJournal::look()
 
 void RecoveryJournal::write()
 {
-    m_own->setOriginalPath(m_document.filePath());
+    m_own->setOriginal(m_document.filePath(), m_files.knownFile());
     m_isBehind = false;
     m_isWanted = true;
     m_pause.restart();

@@ -12,6 +12,7 @@
 
 namespace editor {
 
+class FileCommands;
 class RecoveryEntry;
 
 /// Keeps unsaved work from being lost with the program: writes the scene to a folder of this
@@ -28,8 +29,9 @@ class RecoveryJournal final : public QObject
     Q_PROPERTY(bool outdated READ isOutdated NOTIFY offerChanged)
 
 public:
-    /// Document and loader must outlive it.
-    RecoveryJournal(SceneDocument& document, LoadController& loader, QObject* parent = nullptr);
+    /// All must outlive it.
+    RecoveryJournal(SceneDocument& document, LoadController& loader, FileCommands& files,
+                    QObject* parent = nullptr);
     /// What is unsaved now is given up.
     ~RecoveryJournal() override;
 
@@ -61,6 +63,7 @@ private:
 
     SceneDocument& m_document;
     LoadController& m_loader;
+    FileCommands& m_files;
     std::unique_ptr<SceneSaver> m_saver;
     QTimer m_timer;
     QElapsedTimer m_pause;

@@ -1,14 +1,15 @@
 #pragma once
 
+#include <map>
+#include <set>
 #include <string>
-#include <unordered_map>
-#include <unordered_set>
 
 namespace editor {
 
 class SceneObject;
 
-/// Finds names that no child of one parent has yet. Linear in the children, once.
+/// Finds names that no child of one parent has yet. O(n log n) in the children, once, whatever
+/// the names: nothing depends on a hash.
 class SiblingNames
 {
 public:
@@ -20,8 +21,8 @@ public:
     std::string next(const std::string& name);
 
 private:
-    std::unordered_set<std::string> m_taken;
-    std::unordered_map<std::string, int> m_lastNumber;
+    std::set<std::string> m_taken;
+    std::map<std::string, int> m_lastNumber;
 };
 
 } // namespace editor

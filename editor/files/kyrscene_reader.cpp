@@ -13,8 +13,8 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <map>
 #include <optional>
-#include <unordered_map>
 
 #include <unistd.h>
 
@@ -307,7 +307,7 @@ private:
     int m_noteCount = 0;
     int m_done = 0;
     // By shape, or by identifier with "#" before it.
-    std::unordered_map<std::string, MeshAssetPtr> m_assets;
+    std::map<std::string, MeshAssetPtr> m_assets;
     std::vector<std::pair<pugi::xml_node, SceneObject*>> m_open;
     std::vector<std::pair<kyr::BoundProperty, std::string>> m_references;
 };

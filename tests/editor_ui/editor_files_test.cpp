@@ -98,17 +98,24 @@ TEST_F(EditorFilesTest, failedSaveTellsWhyAndASavedSceneOpensWithItsChanges)
     EXPECT_FALSE(session.undoStatus()->canUndo());
 }
 
-TEST_F(EditorFilesTest, importedFileIsNeverWritten)
+TEST_F(EditorFilesTest, importedFileSaysOnceWhatIsMissingAndIsNeverWritten)
 {
-    writeOther("scene.glb");
-    const QByteArray before = contents("scene.glb");
-    session.document()->markSaved(path("scene.glb"));
+    const QByteArray foreign =
+        R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0],"extras":{"a":1}}],)"
+        R"("nodes":[{"name":"Far","extras":{"b":2}}]})";
+    write("scene.gltf", foreign);
+    const int before = session.log()->problemCount();
+    QSignalSpy loaded(session.loader(), &editor::LoadController::loaded);
+    session.files()->openFile(path("scene.gltf"));
+    ASSERT_TRUE(loaded.wait());
+    EXPECT_TRUE(text("message_text").contains("extras are not imported: 2"));
     session.document()->rename(object("Far"), "Further");
-    session.files()->save();
+    displayKey("ctrl+s");
     chooseFile("Save Scene As");
     EXPECT_TRUE(QTest::qWaitFor([this] { return !session.document()->isModified(); }));
     EXPECT_EQ(session.document()->filePath(), path("scene.kyrscene"));
-    EXPECT_EQ(contents("scene.glb"), before);
+    EXPECT_EQ(contents("scene.gltf"), foreign);
+    EXPECT_EQ(session.log()->problemCount(), before + 1) << "told once";
 }
 
 TEST_F(EditorFilesTest, exportSaysWhatTheFileWillNotCarry)
@@ -151,6 +158,24 @@ TEST_F(EditorFilesTest, fileThatSomebodyElseChangedIsAskedAbout)
     EXPECT_TRUE(contents(name).contains("Further"));
     save();
     EXPECT_EQ(session.files()->conflict(), FileCommands::NoConflict) << "our own save is no change";
+
+    QSignalSpy saved(session.files(), &FileCommands::saved);
+    for (const bool differs : {false, true}) {
+        const auto isRead = [this] { return !session.files()->knownFile().digest.isEmpty(); };
+        ASSERT_TRUE(QTest::qWaitFor(isRead));
+        asked.clear();
+        saved.clear();
+        write(name, contents(name).replace("Near", differs ? "Nerd" : "Near"));
+        QFile file(path(name));
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        file.setFileTime(QDateTime::currentDateTime().addSecs(5), QFile::FileModificationTime);
+        file.close();
+        session.files()->save();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return asked.count() + saved.count() > 0; }));
+        EXPECT_EQ(asked.count(), int(differs)) << "a file that was only touched is no other";
+    }
+    session.files()->keepMine();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !session.files()->saver()->isSaving(); }));
 
     session.document()->rename(object("Further"), "Mine");
     writeOther(name);

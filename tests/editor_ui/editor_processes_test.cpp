@@ -138,6 +138,13 @@ TEST(EditorProcessesTest, unsavedWorkOutlivesTheProgram)
         ASSERT_TRUE(first.waitsForTitle("• scene.kyrscene"));
         ASSERT_TRUE(QTest::qWaitFor([&] { return !journals().isEmpty(); }, patience));
     }
+    // Somebody else writes as many bytes between the end and the next start.
+    std::string theirs = before;
+    theirs.replace(theirs.find("Box 1"), 5, "Bin 1");
+    QFile file(scene);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(theirs.data(), qint64(theirs.size()));
+    file.close();
     {
         EditorProcess second(scene, settings);
         ASSERT_TRUE(second.waitsForTitle("scene.kyrscene"));
@@ -145,10 +152,16 @@ TEST(EditorProcessesTest, unsavedWorkOutlivesTheProgram)
         ASSERT_TRUE(other.waitsForTitle("scene.kyrscene"));
         second.press("space");
         ASSERT_TRUE(second.waitsForTitle("• scene.kyrscene"));
-        EXPECT_EQ(contents(scene), before);
+        // It asks at once, and after a "later" again.
+        QTest::qWait(1500);
+        second.press("Escape");
         second.press("ctrl+s");
+        QTest::qWait(1500);
+        EXPECT_EQ(contents(scene), theirs);
+        for (const char* key : {"ISO_Left_Tab", "ISO_Left_Tab", "space"})
+            second.press(key);
         ASSERT_TRUE(second.waitsForTitle("scene.kyrscene"));
-        EXPECT_NE(contents(scene), before);
+        EXPECT_NE(contents(scene), theirs);
     }
     EXPECT_EQ(journals(), QStringList()) << "what is saved needs no journal";
 }

@@ -37,11 +37,13 @@ QByteArray gltfWithNodes(const QByteArray& nodes)
            "]}";
 }
 
-/// A triangle, of a buffer in another file.
-QByteArray gltfWithBuffer(const QByteArray& uri)
+/// Three points, as triangle or lines, of a buffer in another file.
+QByteArray gltfWithBuffer(const QByteArray& uri, const QByteArray& mode = "4")
 {
     return R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],"nodes":[{"mesh":0}],)"
-           R"("meshes":[{"primitives":[{"attributes":{"POSITION":0}}]}],"accessors":[{"count":3,)"
+           R"("meshes":[{"name":"M","primitives":[{"mode":)" +
+           mode +
+           R"(,"attributes":{"POSITION":0}}]}],"accessors":[{"count":3,)"
            R"("bufferView":0,"componentType":5126,"type":"VEC3"}],"bufferViews":[{"buffer":0,)"
            R"("byteLength":36}],"buffers":[{"byteLength":36,"uri":")" +
            uri + R"("}]})";
@@ -161,6 +163,12 @@ TEST(SceneImport, mendsWhatItCanAndSaysSo)
     const std::tuple<const char*, QByteArray, const char*> rows[] = {
         {"a.gltf", gltfWithNodes(R"({"name":"Far","translation":[1e300,0,0]})"), "node 0 \"Far\""},
         {"a.gltf", gltfWithNodes(R"({"extras":{"a":1}})"), "extras are not imported: 1"},
+        {"a.gltf", gltfWithBuffer("my%20data.bin", "3"), "with such: 1 (M"},
+        {"a.dae",
+         "<COLLADA xmlns='http://www.collada.org/2005/11/COLLADASchema' version='1.4.1'>"
+         "<library_visual_scenes><visual_scene id='City'><node id='n'/></visual_scene>"
+         "</library_visual_scenes><scene><instance_visual_scene url='#City'/></scene></COLLADA>",
+         "the root node \"City\" only holds"},
         {"a.kyrscene",
          "<kyrscene><scene><object kind='group' name='G'><transform position='inf 0 0'"
          "/></object></scene></kyrscene>",
@@ -169,6 +177,7 @@ TEST(SceneImport, mendsWhatItCanAndSaysSo)
          "no valid UTF-8"},
     };
     QTemporaryDir folder;
+    write(folder, "my data.bin", QByteArray(36, '\0'));
     for (const auto& [name, content, note] : rows) {
         const SceneImport import = importScene(write(folder, name, content));
         ASSERT_TRUE(import.root) << import.error.toStdString();
@@ -272,6 +281,8 @@ TEST(SceneImport, refusesBadFilesInSecondsWithTheirReason)
         {"a.gltf", gltfWithBuffer("pipe"), "\"pipe\" is no regular file"},
         {"a.gltf", gltfWithBuffer("link"), "\"link\" is neither beside nor below"},
         {"a.gltf", gltfWithBuffer("../../../../../../etc/passwd"), "neither beside nor below"},
+        {"a.gltf", gltfWithBuffer("..%2f..%2f..%2f..%2f..%2fetc/passwd"),
+         "neither beside nor below"},
         {"a.gltf", gltfWithBuffer("/etc/passwd"), "etc/passwd"},
         {"a.gltf", gltfWithBuffer("http://nowhere/x.bin"), "is an address"},
         // Each level has the one below it twice.

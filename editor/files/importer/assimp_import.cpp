@@ -119,7 +119,8 @@ void importWithAssimp(const QString& path, SceneStreamWriter& writer)
     Assimp::Importer importer;
     configure(importer);
     auto* handler = new Handler(writer);
-    auto* folder = new SceneFolder(path);
+    auto* folder =
+        new SceneFolder(path, isGltf(path) ? FileNames::PercentEncoded : FileNames::Plain);
     // The importer owns both from here on.
     importer.SetProgressHandler(handler);
     importer.SetIOHandler(folder);
@@ -141,7 +142,8 @@ void importWithAssimp(const QString& path, SceneStreamWriter& writer)
         writer.fail(damage);
         return;
     }
-    const QStringList notes = folder->refusals() + leftOut(*scene) + gltf.notes;
+    const QStringList notes = folder->refusals() + leftOut(*scene) + gltf.notes +
+                              (isGltf(path) ? QStringList() : lostRoot(*scene, path));
     // Where vertices are shared by the format itself, their number is the author's.
     scene = process(importer, *handler, isGltf(path));
     if (!scene) {

@@ -12,12 +12,15 @@
 #include <assimp/mesh.h>
 #include <assimp/scene.h>
 
+#include <algorithm>
 #include <deque>
-#include <unordered_map>
+#include <map>
 
 namespace editor {
 
 namespace {
+
+constexpr int namesShown = 5;
 
 QString tr(const char* text)
 {
@@ -31,7 +34,6 @@ class ByNodeName
 public:
     void add(const T& item) { m_items[item.mName.C_Str()].push_back(&item); }
 
-    bool has(const aiNode& node) const { return m_items.count(node.mName.C_Str()) != 0; }
     /// Null for a node that is none. Nodes of the same name get one after the other.
     const T* take(const aiNode& node)
     {
@@ -46,7 +48,7 @@ public:
     }
 
 private:
-    std::unordered_map<std::string, std::deque<const T*>> m_items;
+    std::map<std::string, std::deque<const T*>> m_items;
 };
 
 /// A node as the library has it, and as its file does: -1 where that is not known.
@@ -104,9 +106,13 @@ public:
             for (unsigned i = 0; i < source.node->mNumChildren; ++i)
                 addNode(childOf(source, i), object);
         }
-        if (m_undrawn > 0)
-            m_writer.note(
-                tr("points and lines are not drawn; meshes with such: %1").arg(m_undrawn));
+        if (m_undrawn > 0) {
+            const QString names = m_undrawnNames.join(QStringLiteral(", "));
+            m_writer.note(tr("of points and lines only the vertices are kept, and they are not "
+                             "drawn; meshes with such: %1 (%2)")
+                              .arg(m_undrawn)
+                              .arg(m_undrawn > namesShown ? names + QStringLiteral(", …") : names));
+        }
     }
 
 private:
@@ -118,8 +124,7 @@ private:
             for (std::size_t i = 0; i < m_gltf->roots.size(); ++i)
                 nodes.push_back(
                     {m_gltf->roots.size() == 1 ? &root : root.mChildren[i], m_gltf->roots[i]});
-        } else if (root.mNumMeshes == 0 && root.mTransformation.IsIdentity() &&
-                   !m_lights.has(root) && !m_cameras.has(root)) {
+        } else if (hasBareRoot(m_scene)) {
             for (unsigned i = 0; i < root.mNumChildren; ++i)
                 nodes.push_back({root.mChildren[i], -1});
         } else {
@@ -226,7 +231,8 @@ private:
                               .arg(arrays.badVertices)
                               .arg(mesh.mNumVertices));
         }
-        m_undrawn += arrays.otherFaces > 0 ? 1 : 0;
+        if (arrays.otherFaces > 0 && ++m_undrawn <= namesShown)
+            m_undrawnNames.append(QString::fromUtf8(nameFrom(mesh.mName, "Mesh")).left(80));
         return m_writer.mesh(arrays.positions, arrays.normals, arrays.indices);
     }
 
@@ -286,10 +292,20 @@ private:
     QMatrix4x4 m_lightPlace;
     QMatrix4x4 m_cameraPlace;
     int m_undrawn = 0;
+    QStringList m_undrawnNames;
     bool m_hasFirst = false;
 };
 
 } // namespace
+
+bool hasBareRoot(const aiScene& scene)
+{
+    const aiNode& root = *scene.mRootNode;
+    const auto isAtRoot = [&root](const auto* item) { return item->mName == root.mName; };
+    return root.mNumMeshes == 0 && root.mTransformation.IsIdentity() &&
+           std::none_of(scene.mLights, scene.mLights + scene.mNumLights, isAtRoot) &&
+           std::none_of(scene.mCameras, scene.mCameras + scene.mNumCameras, isAtRoot);
+}
 
 void writeObjects(const aiScene& scene, const GltfDocument* gltf, ConeAngles cones,
                   SceneStreamWriter& writer)

@@ -1,6 +1,10 @@
 #include "left_out.h"
 
+#include "assimp_scene_builder.h"
+
 #include <QCoreApplication>
+#include <QFileInfo>
+#include <QRegularExpression>
 
 #include <assimp/material.h>
 #include <assimp/mesh.h>
@@ -68,6 +72,18 @@ QStringList leftOut(const aiScene& scene)
     if (parts.isEmpty())
         return {};
     return {tr("not imported are %1").arg(parts.join(QStringLiteral(", ")))};
+}
+
+QStringList lostRoot(const aiScene& scene, const QString& path)
+{
+    // The library makes a name up where a format has none.
+    static const QRegularExpression madeUp(
+        QStringLiteral("^(|<.*>|\\$.*|RootNode|VisualSceneNode|3MF|AC(World|Poly)_.*|Pivot-.*)$"));
+    const QString name = QString::fromUtf8(nameFrom(scene.mRootNode->mName, ""));
+    if (!hasBareRoot(scene) || madeUp.match(name).hasMatch() ||
+        name.endsWith(QFileInfo(path).fileName()) || name == QFileInfo(path).completeBaseName())
+        return {};
+    return {tr("the root node \"%1\" only holds the others; the scene stands for it").arg(name)};
 }
 
 } // namespace editor

@@ -62,8 +62,8 @@ private:
 
 } // namespace
 
-SceneFolder::SceneFolder(const QString& scenePath)
-    : m_folder(QFileInfo(QFileInfo(scenePath).absolutePath()).canonicalFilePath())
+SceneFolder::SceneFolder(const QString& scenePath, FileNames names)
+    : m_folder(QFileInfo(QFileInfo(scenePath).absolutePath()).canonicalFilePath()), m_names(names)
 {
     // Importers may name files without their folder.
     QDir::setCurrent(m_folder);
@@ -103,9 +103,18 @@ void SceneFolder::Close(Assimp::IOStream* file)
     delete file;
 }
 
-QString SceneFolder::allowedPath(const char* path) const
+// A file that has the name as it is written comes first: not every writer encodes it.
+QString SceneFolder::fileNamed(const char* path) const
 {
     const QString name = QFile::decodeName(path);
+    if (m_names == FileNames::Plain || name == m_scene || QFileInfo::exists(name))
+        return name;
+    return QFile::decodeName(QByteArray::fromPercentEncoding(path));
+}
+
+QString SceneFolder::allowedPath(const char* path) const
+{
+    const QString name = fileNamed(path);
     const QString shown = name.startsWith(m_folder) ? name.mid(m_folder.size()) : name;
     if (shown.contains(QLatin1String("://"))) {
         refuse(

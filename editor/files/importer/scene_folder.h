@@ -9,13 +9,20 @@
 
 namespace editor {
 
+/// How a scene writes the names of other files: as they are, or with %20 for a space.
+enum class FileNames
+{
+    Plain,
+    PercentEncoded,
+};
+
 /// The files an importer gets to see: regular ones beside or below the scene, for reading. Links
 /// count where they lead to.
 class SceneFolder final : public Assimp::IOSystem
 {
 public:
     /// `scenePath` is absolute. Makes its folder the current one.
-    explicit SceneFolder(const QString& scenePath);
+    SceneFolder(const QString& scenePath, FileNames names);
 
     /// Where importers find the scene.
     const QString& scene() const { return m_scene; }
@@ -31,6 +38,7 @@ public:
     bool DeleteFile(const std::string&) override { return false; }
 
 private:
+    QString fileNamed(const char* path) const;
     /// Where the file is; empty when it is not there or not allowed.
     QString allowedPath(const char* path) const;
     void refuse(const QString& reason) const;
@@ -38,6 +46,7 @@ private:
     // With a slash behind it.
     QString m_folder;
     QString m_scene;
+    FileNames m_names;
     std::set<QString> m_opened;
     mutable QStringList m_refusals;
 };
