@@ -1,3 +1,4 @@
+#include "display_input.h"
 #include "editor_test.h"
 #include "row_of_boxes.h"
 
@@ -110,7 +111,7 @@ TEST_F(EditorFilesTest, importedFileSaysOnceWhatIsMissingAndIsNeverWritten)
     ASSERT_TRUE(loaded.wait());
     EXPECT_TRUE(text("message_text").contains("extras are not imported: 2"));
     session.document()->rename(object("Far"), "Further");
-    displayKey("ctrl+s");
+    DisplayInput(window).press("ctrl+s");
     chooseFile("Save Scene As");
     EXPECT_TRUE(QTest::qWaitFor([this] { return !session.document()->isModified(); }));
     EXPECT_EQ(session.document()->filePath(), path("scene.kyrscene"));
