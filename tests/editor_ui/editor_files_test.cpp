@@ -186,21 +186,6 @@ TEST_F(EditorFilesTest, fileThatSomebodyElseChangedIsAskedAbout)
     EXPECT_EQ(session.files()->conflict(), FileCommands::NoConflict);
 }
 
-TEST_F(EditorFilesTest, unsavedChangesAreAskedFor)
-{
-    session.document()->rename(object("Far"), "Further");
-    QSignalSpy quit(session.files(), &editor::FileCommands::quitConfirmed);
-    session.files()->quit();
-    EXPECT_TRUE(session.files()->isConfirming());
-    key(Qt::Key_Escape);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !session.files()->isConfirming(); }));
-    EXPECT_EQ(quit.count(), 0);
-
-    session.files()->quit();
-    session.files()->discardAndContinue();
-    EXPECT_EQ(quit.count(), 1);
-}
-
 TEST_F(EditorFilesTest, programWritesAPictureOrSaysWhyNotAndLeavesNothingBehind)
 {
     const QTemporaryDir home;

@@ -136,18 +136,20 @@ TEST_F(EditorKeyboardTest, popupsOwnTheKeysUntilEscapeAndCanBeRead)
     EXPECT_NE(state(), before) << "the keys work again";
 }
 
-TEST_F(EditorKeyboardTest, enterPressesTheDefaultButton)
+TEST_F(EditorKeyboardTest, unsavedChangesAreAskedForAndEnterSavesThem)
 {
     session.document()->markSaved(directory.filePath("stage.kyrscene"));
     session.document()->rename(object("Near"), "Nearer");
     QSignalSpy quit(session.files(), &editor::FileCommands::quitConfirmed);
     QSignalSpy saved(session.files(), &editor::FileCommands::saved);
-    display.press("ctrl+q");
-    ASSERT_TRUE(QTest::qWaitFor([this] { return popupHasFocus(); }));
-    display.press("Return");
-    EXPECT_TRUE(closes("confirm_dialog"));
-    EXPECT_EQ(saved.count(), 1);
-    EXPECT_EQ(quit.count(), 1);
+    for (const auto& [keys, count] : {std::pair("Escape", 0), {"Return", 1}}) {
+        display.press("ctrl+q");
+        ASSERT_TRUE(QTest::qWaitFor([this] { return popupHasFocus(); }));
+        display.press(keys);
+        EXPECT_TRUE(closes("confirm_dialog")) << keys;
+        EXPECT_EQ(saved.count(), count) << keys;
+        EXPECT_EQ(quit.count(), count) << keys;
+    }
 }
 
 TEST_F(EditorKeyboardTest, eachKeyMeansOneCommandAndRedoHasTwo)

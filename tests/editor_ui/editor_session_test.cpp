@@ -121,7 +121,10 @@ TEST_F(EditorRecentTest, filesAreKnownRevertedAndClosed)
         session.build()->add(editor::newObjects().front());
         display.press(keys);
         EXPECT_TRUE(session.files()->isConfirming()) << keys;
-        session.files()->discardAndContinue();
+        const QObject* question = window->findChild<QObject*>("confirm_dialog");
+        ASSERT_TRUE(QTest::qWaitFor([&] { return question->property("opened").toBool(); }));
+        display.press("Tab Return");
+        EXPECT_FALSE(session.files()->isConfirming()) << "discarded";
         EXPECT_EQ(session.document()->filePath(), QString());
         EXPECT_EQ(session.document()->objectCount(), 0);
         EXPECT_FALSE(session.document()->isModified());

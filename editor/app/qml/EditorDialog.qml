@@ -16,10 +16,22 @@ Dialog {
             button.clicked();
     }
 
+    // Tab goes through the buttons as they stand, which is not the order in which they are made.
+    function chainButtons() {
+        for (let i = 0; i < footer.count; ++i) {
+            const isLast = i + 1 === footer.count;
+            footer.itemAt(i).KeyNavigation.tab = isLast ? focusItem || footer.itemAt(0)
+                                                        : footer.itemAt(i + 1);
+            footer.itemAt(i).KeyNavigation.right = isLast ? null : footer.itemAt(i + 1);
+        }
+    }
+
     function takeFocus() {
         const first = focusItem || standardButton(defaultButton);
-        if (visible && first)
-            first.forceActiveFocus(Qt.TabFocusReason);
+        if (!visible || !first)
+            return;
+        chainButtons();
+        first.forceActiveFocus(Qt.TabFocusReason);
     }
 
     anchors.centerIn: Overlay.overlay
