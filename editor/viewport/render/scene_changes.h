@@ -61,7 +61,10 @@ struct SceneChanges
     std::optional<SceneColors> colors;
 
     /// Whether the picture below the outlines is another one.
-    bool touchScene() const { return items || !patches.empty() || !additions.empty() || view || colors; }
+    bool touchScene() const
+    {
+        return items || !patches.empty() || !additions.empty() || view || colors;
+    }
 };
 
 } // namespace editor
