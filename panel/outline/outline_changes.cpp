@@ -18,7 +18,7 @@ void OutlineModel::aboutToChange(const SceneChange& change)
     const RowTree::Range& orders = change.orders;
     if (change.kind == SceneChange::Reset)
         return beginReset();
-    if (change.kind == SceneChange::Remove) {
+    if (change.kind == SceneChange::Remove && !m_hovered.empty()) {
         const auto goes = [&](Node node) {
             const int at = m_mirror.rows().order(node);
             return at >= orders.first && at < orders.end;

@@ -137,7 +137,11 @@ void OutlineModel::work(const QDeadlineTimer& deadline)
         m_pass = std::make_unique<ArrangementPass>(m_mirror, m_settings);
     }
     const bool endless = m_restarts > patience;
-    if (m_pass->work(endless ? forever : deadline) && (endless || !deadline.hasExpired()))
+    // To show the rows takes about a slice.
+    const auto hasTime = [&] {
+        return deadline.isForever() || deadline.remainingTime() > sliceMilliseconds / 2;
+    };
+    if (m_pass->work(endless ? forever : deadline) && (endless || hasTime()))
         finishPass();
 }
 
@@ -165,14 +169,21 @@ void OutlineModel::finishPass()
 /// Whether these rows show already.
 bool OutlineModel::shows(const ArrangementPass& pass) const
 {
-    const auto leads = [this](Node node) { return marks().has(node, RowMarks::Leads); };
-    return m_arranged && m_rules->nests() == pass.rules().nests() &&
-           m_arranged->closedBy() == pass.rules().closedBy() &&
-           m_arranged->allRows() == pass.rows() &&
-           std::all_of(pass.leads().begin(), pass.leads().end(), leads) &&
-           std::size_t(std::count_if(pass.rows().begin(), pass.rows().end(),
-                                     [&](const RowTree::Row& row) { return leads(row.node); })) ==
-               pass.leads().size();
+    if (!m_arranged || m_rules->nests() != pass.rules().nests() ||
+        m_rules->closedBy() != pass.rules().closedBy() ||
+        std::size_t(m_arranged->size()) != pass.rows().size())
+        return false;
+    std::size_t leads = 0;
+    Node node = m_arranged->atOrder(0);
+    for (const RowTree::Row& row : pass.rows()) {
+        if (row.node != node || row.depth != m_arranged->depth(node))
+            return false;
+        leads += matches(node) ? 0 : 1;
+        node = m_arranged->next(node);
+    }
+    return leads == pass.leads().size() &&
+           std::none_of(pass.leads().begin(), pass.leads().end(),
+                        [this](Node lead) { return matches(lead); });
 }
 
 void OutlineModel::replace(const ArrangementPass* pass)

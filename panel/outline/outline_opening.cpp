@@ -40,8 +40,9 @@ void OutlineModel::open(Node node, bool on)
         return;
     if (on)
         readToOpen(node);
-    const RowTree::Range below = rows().below(node);
-    const int row = rows().row(node);
+    const RowTree::Position at = rows().position(node);
+    const RowTree::Range below{at.order + 1, rows().branchEnd(node)};
+    const int row = at.shown ? at.rowsAbove : -1;
     if (row >= 0 && on)
         announceInsertion(row + 1, rows().countIfShown(below));
     else if (row >= 0)
@@ -55,7 +56,9 @@ void OutlineModel::open(Node node, bool on)
     endAnnounced();
     if (followsScene())
         m_mirror.writeBack(node);
-    rowChanged(node, {ExpandedRole, HiddenSelectedRole, HiddenHoveredRole});
+    if (limited(row) >= 0)
+        Q_EMIT dataChanged(index(row), index(row),
+                           {ExpandedRole, HiddenSelectedRole, HiddenHoveredRole});
 }
 
 void OutlineModel::openBranch(Node node, bool on)

@@ -196,7 +196,7 @@ int OutlineModel::orderFor(Node node, Node parent) const
 void OutlineModel::moveToItsPlace(Node node)
 {
     const Node parent = rows().parent(node);
-    const RowTree::Range branch{rows().order(node), rows().below(node).end};
+    const RowTree::Range branch{rows().order(node), rows().branchEnd(node)};
     const RowTree::Range leaving = rows().rowsIn(branch);
     const Node block = m_arranged->cut(branch);
     const int target = orderFor(node, parent);

@@ -18,7 +18,9 @@ PanelTextField {
     property bool refused: false
     property string before
 
-    readonly property var choices: column < 0 ? [] : columns[column].choices
+    // Null for the name, and while the columns go.
+    readonly property var edited: column >= 0 && column < columns.length ? columns[column] : null
+    readonly property var choices: edited ? edited.choices : []
     readonly property int smallestWidth: 64
 
     signal closed()
@@ -102,10 +104,10 @@ PanelTextField {
     leftPadding: style.spacing
     clearable: false
     invalid: refused
-    horizontalAlignment: column >= 0 && columns[column].alignment === Qt.AlignRight
+    horizontalAlignment: edited && edited.alignment === Qt.AlignRight
                          ? TextInput.AlignRight : TextInput.AlignLeft
 
-    Accessible.name: column < 0 ? qsTr("New name") : columns[column].title
+    Accessible.name: edited ? edited.title : qsTr("New name")
     Accessible.description: choices.join(", ")
 
     onTextEdited: refused = false

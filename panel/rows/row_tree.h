@@ -94,6 +94,8 @@ public:
     Node afterBranch(Node node) const;
     /// The orders of the row's descendants; of all rows for none.
     Range below(Node node) const;
+    /// The order of the first row after them.
+    int branchEnd(Node node) const;
     /// Where the child with the number is or would go.
     int orderOfChild(Node parent, int number) const;
     bool hasBranch(Node node) const;

@@ -71,8 +71,19 @@ int RowTree::nearestRow(Node node) const
 
 int RowTree::rowsBefore(int order) const
 {
-    const auto [closedAbove, rows] = lowestIn(m_root, 0, order);
-    return closedAbove == 0 ? rows : 0;
+    int rows = 0;
+    for (Node node = m_root; node != none && m_nodes[node].shift == 0;) {
+        const Node left = m_nodes[node].left;
+        const int before = int(m_nodes[left].size);
+        if (order <= before) {
+            node = left;
+            continue;
+        }
+        rows += shownIn(left) + (m_nodes[node].closed == 0 ? 1 : 0);
+        order -= before + 1;
+        node = m_nodes[node].right;
+    }
+    return rows;
 }
 
 int RowTree::selectedBefore(int order) const
@@ -218,14 +229,19 @@ RowTree::Node RowTree::afterBranch(Node node) const
 
 RowTree::Range RowTree::below(Node node) const
 {
+    return {node == none ? 0 : order(node) + 1, branchEnd(node)};
+}
+
+int RowTree::branchEnd(Node node) const
+{
     const Node after = node == none ? none : afterBranch(node);
-    return {node == none ? 0 : order(node) + 1, after == none ? size() : order(after)};
+    return after == none ? size() : order(after);
 }
 
 int RowTree::orderOfChild(Node parent, int number) const
 {
     const Node node = child(parent, number);
-    return node == none ? below(parent).end : order(node);
+    return node == none ? branchEnd(parent) : order(node);
 }
 
 bool RowTree::hasBranch(Node node) const

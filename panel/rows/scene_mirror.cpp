@@ -30,7 +30,7 @@ void SceneMirror::start(const QHash<QModelIndex, Node>* known)
 {
     ++m_version;
     m_reader.reset();
-    m_lastParent = m_lastChild = RowTree::none;
+    forgetLast();
     m_indexes.clear();
     m_nodes.clear();
     m_toWriteBack = 0;
@@ -128,7 +128,7 @@ QModelIndex SceneMirror::indexOf(Node node) const
             break;
         }
         const RowTree::Place place = m_rows.place(at);
-        if (const auto known = m_indexes.constFind(at);
+        if (const auto known = m_indexes.isEmpty() ? m_indexes.constEnd() : m_indexes.constFind(at);
             known != m_indexes.constEnd() && known->row() == place.number) {
             index = *known;
             break;
@@ -169,7 +169,7 @@ SceneMirror::Node SceneMirror::find(QModelIndex index, bool reads)
             node = m_lastParent;
             break;
         }
-        const auto known = m_nodes.constFind(index);
+        const auto known = m_nodes.isEmpty() ? m_nodes.constEnd() : m_nodes.constFind(index);
         if (known != m_nodes.constEnd() && m_rows.place(*known).number == index.row()) {
             node = *known;
             break;
@@ -194,21 +194,27 @@ SceneMirror::Node SceneMirror::find(QModelIndex index, bool reads)
 /// Whoever asks for a row often asks for the one behind it next.
 SceneMirror::Node SceneMirror::child(Node parent, int number) const
 {
+    const auto depth = std::size_t(m_rows.childDepth(parent));
+    Found& last = m_lastChildren[depth % m_lastChildren.size()];
+    const bool known = last.node != RowTree::none && last.place.parent == parent;
+    if (known && last.place.number == number)
+        return last.node;
     Node node = RowTree::none;
-    if (m_lastChild != RowTree::none && m_lastPlace.parent == parent) {
-        if (m_lastPlace.number == number)
-            return m_lastChild;
-        if (m_lastPlace.number + 1 == number) {
-            node = m_rows.afterBranch(m_lastChild);
-            if (node != RowTree::none && m_rows.depth(node) != m_rows.depth(m_lastChild))
-                return RowTree::none;
-        }
-    }
-    if (node == RowTree::none)
+    if (known && last.place.number + 1 == number) {
+        node = m_rows.afterBranch(last.node);
+        if (node != RowTree::none && m_rows.depth(node) != int(depth))
+            node = RowTree::none;
+    } else {
         node = m_rows.child(parent, number);
-    m_lastChild = node;
-    m_lastPlace = {parent, number};
+    }
+    last = {node, {parent, number}};
     return node;
+}
+
+void SceneMirror::forgetLast() const
+{
+    m_lastParent = RowTree::none;
+    m_lastChildren = {};
 }
 
 /// An index is good until rows before it come or go, which its number tells, or it moves.
@@ -224,6 +230,8 @@ void SceneMirror::remember(Node node, const QModelIndex& index) const
 
 void SceneMirror::forget(Node node) const
 {
+    if (m_indexes.isEmpty())
+        return;
     if (const auto old = m_indexes.find(node); old != m_indexes.end()) {
         m_nodes.remove(*old);
         m_indexes.erase(old);

@@ -8,6 +8,7 @@
 #include <QPersistentModelIndex>
 #include <QPointer>
 
+#include <array>
 #include <memory>
 #include <optional>
 
@@ -103,6 +104,7 @@ private:
     Node child(Node parent, int number) const;
     void remember(Node node, const QModelIndex& index) const;
     void forget(Node node) const;
+    void forgetLast() const;
     std::vector<RowTree::Row> readRows(const QModelIndex& parent, int first, int last, int depth,
                                        const QHash<QModelIndex, Node>* known = nullptr);
     void readBranch(Node node);
@@ -136,8 +138,12 @@ private:
     // What was found last, good until rows come, go or move.
     mutable Node m_lastParent = RowTree::none;
     mutable QModelIndex m_lastParentIndex;
-    mutable Node m_lastChild = RowTree::none;
-    mutable RowTree::Place m_lastPlace;
+    struct Found
+    {
+        Node node = RowTree::none;
+        RowTree::Place place;
+    };
+    mutable std::array<Found, 4> m_lastChildren; ///< One for some levels each.
     mutable QHash<Node, QModelIndex> m_indexes;
     mutable QHash<QModelIndex, Node> m_nodes;
 };

@@ -41,14 +41,14 @@ SceneChange& SceneMirror::begin(SceneChange::Kind kind)
     ++m_version;
     m_reader.reset();
     m_toWriteBack = 0;
-    m_lastParent = m_lastChild = RowTree::none;
+    forgetLast();
     m_change.emplace().kind = kind;
     return *m_change;
 }
 
 void SceneMirror::end()
 {
-    m_lastParent = m_lastChild = RowTree::none;
+    forgetLast();
     const SceneChange change = *m_change;
     m_change.reset();
     Q_EMIT changed(change);
