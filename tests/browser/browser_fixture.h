@@ -94,7 +94,12 @@ class BrowserTest : public testing::Test
 protected:
     void create(const QString& tree, int columns = 1)
     {
-        model = std::make_unique<TreeModel>(tree, columns);
+        create(std::make_unique<TreeModel>(tree, columns));
+    }
+    void create(std::unique_ptr<TreeModel> scene)
+    {
+        browser.reset();
+        model = std::move(scene);
         assetModel = std::make_unique<HookedAssetModel>(model.get());
         browser = std::make_unique<SceneBrowserData>(assetModel.get(), &selection, nullptr);
     }

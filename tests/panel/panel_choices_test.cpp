@@ -1,5 +1,6 @@
 // The choices of modes and filters in the panel's window.
 
+#include "editor_parts.h"
 #include "scene_panel_fixture.h"
 
 #include <QQmlProperty>
@@ -11,16 +12,10 @@ class PanelChoicesTest : public ScenePanelTest
 protected:
     void openChoices()
     {
-        mode.labels = QStringList{"Hierarchy", "Flat", "Type"};
-        kind.title = QStringLiteral("Type");
-        kind.labels = QStringList{"All", "Meshes", "Lights"};
-        visibility.title = QStringLiteral("Visibility");
-        visibility.labels = QStringList{"All", "Visible", "Hidden"};
         open(house());
-        browser->setProperty("selectableData", QVariant::fromValue<QObject*>(&mode));
-        browser->setProperty("filterData",
-                             QVariantList{QVariant::fromValue<QObject*>(&kind),
-                                          QVariant::fromValue<QObject*>(&visibility)});
+        browser->setSelectableData(&mode);
+        browser->addFilterData(&kind);
+        browser->addFilterData(&visibility);
         window.settle();
     }
     /// Opens the choice and clicks on one of its entries.
@@ -40,16 +35,16 @@ protected:
         window.click(label->mapToScene({label->width() / 2, label->height() / 2}).toPoint());
     }
 
-    FakeChoice mode;
-    FakeChoice kind;
-    FakeChoice visibility;
+    Modes mode;
+    Filter kind{"Type", {"All", "Meshes", "Lights"}};
+    Filter visibility{"Visibility", {"All", "Visible", "Hidden"}};
 };
 
 TEST_F(PanelChoicesTest, TheModeArrangesTheRows)
 {
     openChoices();
     choose("mode_choice", 1);
-    EXPECT_EQ(mode.currentIndex, 1);
+    EXPECT_EQ(mode.currentIndex(), 1);
     EXPECT_TRUE(QTest::qWaitFor([this] { return window.rows() == "House Wall Roof Tile Tree"; }))
         << window.rows();
     window.press(Qt::Key_Down);
@@ -65,13 +60,13 @@ TEST_F(PanelChoicesTest, FiltersAreChosenByMouseAndByKeys)
 {
     openChoices();
     choose("filter_choice_1", 2);
-    EXPECT_EQ(visibility.currentIndex, 2);
+    EXPECT_EQ(visibility.currentIndex(), 2);
     window.press(Qt::Key_Space);
     window.press(Qt::Key_Up);
-    EXPECT_EQ(visibility.currentIndex, 2) << "not before it is confirmed";
+    EXPECT_EQ(visibility.currentIndex(), 2) << "not before it is confirmed";
     window.press(Qt::Key_Return);
-    EXPECT_EQ(visibility.currentIndex, 1);
-    EXPECT_EQ(kind.currentIndex, 0);
+    EXPECT_EQ(visibility.currentIndex(), 1);
+    EXPECT_EQ(kind.currentIndex(), 0);
 }
 
 TEST_F(PanelChoicesTest, NoChoiceIsCutShort)

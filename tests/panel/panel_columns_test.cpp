@@ -4,11 +4,8 @@
 
 #include <QSettings>
 #include <QSignalSpy>
-#include <QSortFilterProxyModel>
 #include <QStandardItemModel>
 #include <QTemporaryDir>
-
-using test::TreeModel;
 
 namespace {
 
@@ -22,64 +19,63 @@ enum ColumnRole
     EditableRole,
 };
 
-/// Chosen columns in their order, as a browser offers them.
-class Columns : public QSortFilterProxyModel
+/// Columns that are all chosen.
+class Columns : public QStandardItemModel
 {
 public:
     Columns()
     {
-        m_columns.setItemRoleNames({{Qt::DisplayRole, "display"},
-                                    {IdRole, "columnId"},
-                                    {OrderRole, "columnOrder"},
-                                    {ValueRole, "valueRole"},
-                                    {WidthRole, "width"},
-                                    {ToggleRole, "toggle"},
-                                    {EditableRole, "editable"}});
+        setItemRoleNames({{Qt::DisplayRole, "display"},
+                          {IdRole, "columnId"},
+                          {OrderRole, "columnOrder"},
+                          {ValueRole, "valueRole"},
+                          {WidthRole, "width"},
+                          {ToggleRole, "toggle"},
+                          {EditableRole, "editable"}});
         add(QStringLiteral("type"), TreeModel::TypeRole, false);
         add(QStringLiteral("children"), TreeModel::CountRole, false);
         add(QStringLiteral("shown"), TreeModel::EnabledRole, true);
-        setSortRole(OrderRole);
-        setDynamicSortFilter(true);
-        setSourceModel(&m_columns);
-        sort(0);
+        chosen.select(QItemSelection(index(0, 0), index(rowCount() - 1, 0)),
+                      QItemSelectionModel::Select);
     }
 
-    std::string order() const
-    {
-        QStringList ids;
-        for (int row = 0; row < rowCount(); ++row)
-            ids += index(row, 0).data(IdRole).toString();
-        return ids.join(QLatin1Char(' ')).toStdString();
-    }
+    QItemSelectionModel chosen{this};
 
 private:
     void add(const QString& id, int valueRole, bool toggle)
     {
         auto* column = new QStandardItem(id);
         column->setData(id, IdRole);
-        column->setData(m_columns.rowCount() * 5, OrderRole);
+        column->setData(rowCount() * 5, OrderRole);
         column->setData(valueRole, ValueRole);
         column->setData(50, WidthRole);
         column->setData(toggle, ToggleRole);
         column->setData(id == QLatin1String("type"), EditableRole);
-        m_columns.appendRow(column);
+        appendRow(column);
     }
-
-    QStandardItemModel m_columns;
 };
 
 class PanelColumnsTest : public ScenePanelTest
 {
 protected:
+    ~PanelColumnsTest() override { delete window.panel(); }
     void openColumns()
     {
         open(house());
         showColumns(&columns);
     }
-    void showColumns(QAbstractItemModel* model)
+    void showColumns(Columns* shown)
     {
-        browser->setSelectedColumns(model);
+        browser->setColumnsModel(shown, shown ? &shown->chosen : nullptr);
         window.settle();
+    }
+    std::string order() const
+    {
+        const QAbstractItemModel* shown = browser->selectedColumnsModel();
+        QStringList ids;
+        for (int row = 0; row < shown->rowCount(); ++row)
+            ids += shown->index(row, 0).data(IdRole).toString();
+        return ids.join(QLatin1Char(' ')).toStdString();
     }
     QQuickItem* cell(const char* row, const char* column) const
     {
@@ -99,9 +95,9 @@ TEST_F(PanelColumnsTest, CellsFollowTheScene)
     ASSERT_TRUE(cell("row_House", "cell_type"));
     EXPECT_EQ(cell("row_House", "cell_type")->property("text").toString(), QStringLiteral("mesh"));
     EXPECT_EQ(cell("row_House", "cell_children")->property("text").toString(), QStringLiteral("2"));
-    const QModelIndex house = scene->find(QStringLiteral("House"));
+    const QModelIndex house = model->find(QStringLiteral("House"));
     EXPECT_TRUE(cell("row_House", "cell_shown")->property("checked").toBool());
-    scene->setData(house, false, TreeModel::EnabledRole);
+    model->setData(house, false, TreeModel::EnabledRole);
     EXPECT_FALSE(cell("row_House", "cell_shown")->property("checked").toBool());
     showColumns(nullptr);
     EXPECT_FALSE(cell("row_House", "cell_type"));
@@ -114,7 +110,7 @@ TEST_F(PanelColumnsTest, AToggleActsOnAllSelectedRowsInOneStep)
     const auto visible = [this] {
         std::string text;
         for (const char* name : {"House", "Wall", "Roof", "Tree"})
-            text += scene->item(scene->find(QLatin1String(name)))->visible ? '1' : '0';
+            text += model->item(model->find(QLatin1String(name)))->visible ? '1' : '0';
         return text;
     };
     window.click(window.at(60, 1));
@@ -124,12 +120,12 @@ TEST_F(PanelColumnsTest, AToggleActsOnAllSelectedRowsInOneStep)
     EXPECT_EQ(begins.size(), 1);
     window.click(middleOf(cell("row_Roof", "cell_shown")));
     EXPECT_EQ(visible(), "1000") << "a row that is not selected goes alone";
-    EXPECT_EQ(selected(), "Wall Tree");
+    EXPECT_EQ(selectedRows(), "Wall Tree");
     for (int i = 0; i < 2; ++i)
         window.press(Qt::Key_Right, Qt::ControlModifier);
     window.press(Qt::Key_Space);
     EXPECT_EQ(visible(), "1101") << "by keyboard";
-    EXPECT_EQ(selected(), "Wall Tree");
+    EXPECT_EQ(selectedRows(), "Wall Tree");
 }
 
 TEST_F(PanelColumnsTest, ACellIsEditedInAllSelectedRowsInOneStep)
@@ -139,14 +135,14 @@ TEST_F(PanelColumnsTest, ACellIsEditedInAllSelectedRowsInOneStep)
     const auto types = [this] {
         QStringList all;
         for (const char* name : {"House", "Wall", "Roof", "Tree"})
-            all += scene->item(scene->find(QLatin1String(name)))->type;
+            all += model->item(model->find(QLatin1String(name)))->type;
         return all.join(QLatin1Char(' ')).toStdString();
     };
     const QQuickItem* field = window.item("cell_field");
     window.click(window.at(60, 1));
     window.click(window.at(60, 3), Qt::ControlModifier);
     window.click(middleOf(cell("row_Wall", "cell_type")));
-    EXPECT_EQ(selected(), "Wall Tree") << "a click in a cell keeps the rows that it is about";
+    EXPECT_EQ(selectedRows(), "Wall Tree") << "a click in a cell keeps the rows that it is about";
     window.doubleClick(middleOf(cell("row_Wall", "cell_type")));
     EXPECT_EQ(field->property("text").toString(), QStringLiteral("mesh"));
     window.type("big lamp");
@@ -160,7 +156,7 @@ TEST_F(PanelColumnsTest, ACellIsEditedInAllSelectedRowsInOneStep)
     EXPECT_FALSE(field->isVisible());
     EXPECT_EQ(types(), "mesh big mesh big");
     EXPECT_EQ(begins.size(), 1);
-    EXPECT_EQ(selected(), "Wall Tree");
+    EXPECT_EQ(selectedRows(), "Wall Tree");
     // By keyboard, from the name to the next cell that takes a text.
     window.press(Qt::Key_Home);
     for (const Qt::Key key : {Qt::Key_F2, Qt::Key_Tab})
@@ -194,7 +190,7 @@ TEST_F(PanelColumnsTest, ColumnsThatNeedMoreRoomScrollSideways)
     EXPECT_LE(right(), PanelWindow::width) << "the keyboard brings its cell into view";
     EXPECT_EQ(middleOf(cell("row_Wall", "cell_shown")).x(), window.middle("header_shown").x());
     window.click(middleOf(cell("row_Wall", "cell_shown")));
-    EXPECT_FALSE(scene->item(scene->find(QStringLiteral("Wall")))->visible);
+    EXPECT_FALSE(model->item(model->find(QStringLiteral("Wall")))->visible);
 }
 
 TEST_F(PanelColumnsTest, TheHeaderSortsResizesAndReorders)
@@ -209,7 +205,7 @@ TEST_F(PanelColumnsTest, TheHeaderSortsResizesAndReorders)
     window.click(window.middle("header_children"));
     EXPECT_EQ(window.rows(), "Tree House Wall Roof");
     window.drag(window.middle("header_shown"), window.middle("header_type") - QPoint(15, 0));
-    EXPECT_EQ(columns.order(), "shown type children");
+    EXPECT_EQ(order(), "shown type children");
     EXPECT_EQ(window.rows(), "Tree House Wall Roof") << "a drag does not sort";
     const int width = int(window.item("header_shown")->width());
     const QPoint border = window.middle("header_shown") - QPoint(width / 2, 0);
@@ -232,13 +228,13 @@ TEST_F(PanelColumnsTest, WidthsAndSortingComeBack)
     }
     PanelWindow second;
     Columns fresh;
-    browser->setSelectedColumns(&fresh);
+    browser->setColumnsModel(&fresh, &fresh.chosen);
     second.open(browser.get());
     second.panel()->setProperty("settingsName", QStringLiteral("outline"));
     second.settle();
     EXPECT_NEAR(second.item("header_shown")->width(), 70, 1);
     EXPECT_EQ(second.rows(), "Tree House Wall Roof");
-    browser->setSelectedColumns(nullptr);
+    browser->setColumnsModel(nullptr, nullptr);
 }
 
 } // namespace

@@ -4,8 +4,6 @@
 
 #include <QSignalSpy>
 
-using test::TreeModel;
-
 namespace {
 
 using PanelDraggingTest = ScenePanelTest;
@@ -14,12 +12,12 @@ TEST_F(PanelDraggingTest, DragsRowsOntoAndBetweenOthers)
 {
     open(house());
     QSignalSpy ends(window.panel(), SIGNAL(editEnds()));
-    browser->selectionModel()->select(scene->find(QStringLiteral("Tree")),
+    browser->selectionModel()->select(model->find(QStringLiteral("Tree")),
                                       QItemSelectionModel::Select);
     window.drag(window.at(120, 3), window.at(120, 2));
-    EXPECT_EQ(scene->find(QStringLiteral("Tree")).parent().data().toString(),
+    EXPECT_EQ(model->find(QStringLiteral("Tree")).parent().data().toString(),
               QStringLiteral("Roof"));
-    EXPECT_EQ(selected(), "Tree");
+    EXPECT_EQ(selectedRows(), "Tree");
     const QPoint aboveWall = window.at(120, 1) - QPoint(0, PanelWindow::rowHeight / 2 - 2);
     window.drag(window.at(120, 2), aboveWall);
     EXPECT_EQ(window.rows(), "House Roof Wall");
@@ -36,7 +34,7 @@ TEST_F(PanelDraggingTest, ADragInASortedTreeDropsOntoRowsOnly)
     EXPECT_EQ(window.rows(), "House Roof Wall Tree");
     const QPoint aboveRoof = window.at(120, 1) - QPoint(0, PanelWindow::rowHeight / 2 - 2);
     window.drag(window.at(120, 3), aboveRoof);
-    EXPECT_EQ(scene->find(QStringLiteral("Tree")).parent().data().toString(),
+    EXPECT_EQ(model->find(QStringLiteral("Tree")).parent().data().toString(),
               QStringLiteral("Roof"));
 }
 
@@ -49,7 +47,7 @@ TEST_F(PanelDraggingTest, SeveralRowsKeepTheirOrderSelectionAndExpansion)
     const QPoint belowD = window.at(120, 5) + QPoint(0, PanelWindow::rowHeight / 2 - 2);
     window.drag(window.at(120, 3), belowD);
     EXPECT_EQ(window.rows(), "B D A A1 C C1");
-    EXPECT_EQ(selected(), "C A");
+    EXPECT_EQ(selectedRows(), "C A");
 }
 
 TEST_F(PanelDraggingTest, AClosedRowOpensUnderARestingDrag)
@@ -59,7 +57,7 @@ TEST_F(PanelDraggingTest, AClosedRowOpensUnderARestingDrag)
     EXPECT_EQ(window.rows(), "House Wall Roof Tree");
     EXPECT_TRUE(QTest::qWaitFor([this] { return window.rows() == "House Wall Roof Tile Tree"; }));
     window.release(window.at(120, 3));
-    EXPECT_EQ(scene->find(QStringLiteral("Tree")).parent().data().toString(),
+    EXPECT_EQ(model->find(QStringLiteral("Tree")).parent().data().toString(),
               QStringLiteral("Tile"));
 }
 
@@ -74,7 +72,7 @@ TEST_F(PanelDraggingTest, EdgesScrollUnderADragUntilTheEnd)
     EXPECT_TRUE(QTest::qWaitFor([&] { return window.scrolled() == 0; })) << window.scrolled();
     window.press(Qt::Key_Escape);
     window.release(window.at(120, 0));
-    EXPECT_EQ(scene->rowCount(), 60) << "Escape drops nothing";
+    EXPECT_EQ(model->rowCount(), 60) << "Escape drops nothing";
 }
 
 } // namespace

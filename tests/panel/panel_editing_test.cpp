@@ -1,12 +1,11 @@
 // Filtering and renaming in the panel's window.
 
+#include "editor_parts.h"
 #include "scene_panel_fixture.h"
 
 #include <host/ui/text_predicate.h>
 
 #include <QSignalSpy>
-
-using test::TreeModel;
 
 namespace {
 
@@ -18,7 +17,7 @@ protected:
     void openFilter(TreeModel::Items rows)
     {
         open(std::move(rows));
-        browser->setProperty("filterPredicate", QVariant::fromValue<QObject*>(&predicate));
+        browser->setFilterPredicate(&predicate);
         window.settle();
     }
 
@@ -28,7 +27,7 @@ protected:
 TEST_F(PanelEditingTest, FiltersByKeyboardAndCountsWhatItHides)
 {
     openFilter(house());
-    browser->selectionModel()->select(scene->find(QStringLiteral("Tree")),
+    browser->selectionModel()->select(model->find(QStringLiteral("Tree")),
                                       QItemSelectionModel::Select);
     window.press(Qt::Key_F, Qt::ControlModifier);
     window.type("tile");
@@ -39,14 +38,14 @@ TEST_F(PanelEditingTest, FiltersByKeyboardAndCountsWhatItHides)
     EXPECT_EQ(window.panel()->property("hiddenSelectionCount").toInt(), 1);
     EXPECT_EQ(window.panel()->property("statusText").toString(),
               QStringLiteral("1 selected, 1 hidden"));
-    EXPECT_EQ(selected(), "Tree");
+    EXPECT_EQ(selectedRows(), "Tree");
     window.press(Qt::Key_Down);
     window.press(Qt::Key_End);
-    EXPECT_EQ(selected(), "Tile") << "Down goes to the tree";
-    browser->selectionModel()->select(scene->find(QStringLiteral("Tree")),
+    EXPECT_EQ(selectedRows(), "Tile") << "Down goes to the tree";
+    browser->selectionModel()->select(model->find(QStringLiteral("Tree")),
                                       QItemSelectionModel::ClearAndSelect);
     window.press(Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(selected(), "Tile") << "neither what is hidden nor what only leads there";
+    EXPECT_EQ(selectedRows(), "Tile") << "neither what is hidden nor what only leads there";
     window.press(Qt::Key_F, Qt::ControlModifier);
     window.press(Qt::Key_Escape);
     EXPECT_EQ(window.rows(), "House Wall Roof Tree");
@@ -63,12 +62,12 @@ TEST_F(PanelEditingTest, CountsWhatTheFilterHidesBelowACollapsedRow)
     for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Home, Qt::Key_Left})
         window.press(key);
     ASSERT_EQ(window.rows(), "House");
-    browser->selectionModel()->select(scene->find(QStringLiteral("Roof")),
+    browser->selectionModel()->select(model->find(QStringLiteral("Roof")),
                                       QItemSelectionModel::ClearAndSelect);
     const auto hidden = [this] { return window.panel()->property("hiddenSelectionCount").toInt(); };
     window.settle();
     EXPECT_EQ(hidden(), 0);
-    scene->setData(scene->find(QStringLiteral("Roof")), QStringLiteral("Gable"), Qt::EditRole);
+    model->setData(model->find(QStringLiteral("Roof")), QStringLiteral("Gable"), Qt::EditRole);
     EXPECT_TRUE(QTest::qWaitFor([&] { return hidden() == 1; }));
 }
 
@@ -95,11 +94,9 @@ TEST_F(PanelEditingTest, SaysWhatItDoesNotUnderstand)
 
 TEST_F(PanelEditingTest, NamesTheFilterThatFindsNothingAndClearsIt)
 {
-    FakeChoice kind;
-    kind.title = QStringLiteral("Type");
-    kind.labels = QStringList{"All", "Lights"};
+    Filter kind("Type", {"All", "Lights"});
     openFilter(house());
-    browser->setProperty("filterData", QVariantList{QVariant::fromValue<QObject*>(&kind)});
+    browser->addFilterData(&kind);
     kind.setProperty("currentIndex", 1);
     window.press(Qt::Key_F, Qt::ControlModifier);
     window.type("<b>");
@@ -109,7 +106,7 @@ TEST_F(PanelEditingTest, NamesTheFilterThatFindsNothingAndClearsIt)
               QStringLiteral("Nothing found for “<b>”, Type: Lights"));
     window.click(window.middle("clear_filter"));
     EXPECT_TRUE(QTest::qWaitFor([this] { return window.rows() == "House Wall Roof Tree"; }));
-    EXPECT_EQ(kind.currentIndex, 0);
+    EXPECT_EQ(kind.currentIndex(), 0);
     EXPECT_EQ(window.item("filter_field")->property("text").toString(), QString());
 }
 
@@ -144,7 +141,7 @@ TEST_F(PanelEditingTest, RenamesInPlaceUntilTheNameIsGood)
     window.press(Qt::Key_Escape);
     EXPECT_EQ(window.rows(), "House Fence Roof Tree");
     window.press(Qt::Key_Down);
-    EXPECT_EQ(selected(), "Roof") << "the tree has the keyboard again";
+    EXPECT_EQ(selectedRows(), "Roof") << "the tree has the keyboard again";
 }
 
 TEST_F(PanelEditingTest, RenamingEndsWithItsRow)
@@ -152,7 +149,7 @@ TEST_F(PanelEditingTest, RenamingEndsWithItsRow)
     open(house());
     window.click(window.at(120, 1));
     window.press(Qt::Key_F2);
-    scene->remove(scene->find(QStringLiteral("House")), 0, 1);
+    model->remove(model->find(QStringLiteral("House")), 0, 1);
     window.settle();
     EXPECT_FALSE(window.item("cell_field")->isVisible());
     EXPECT_EQ(window.rows(), "House Roof Tree");

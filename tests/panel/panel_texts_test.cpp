@@ -90,7 +90,7 @@ TEST_F(PanelTextsTest, NoNamePaintsOverOtherRows)
     const QString pile = QString(60, QChar(0x0301)) + QString(60, QChar(0x0323));
     for (const QString& name : {QStringLiteral("one\ntwo\nthree\nfour"), QStringLiteral("o") + pile,
                                 QStringLiteral("<font size=7>big<br>bigger</font>")}) {
-        scene->setData(scene->index(0, 0, scene->find(QStringLiteral("House"))), name,
+        model->setData(model->index(0, 0, model->find(QStringLiteral("House"))), name,
                        Qt::EditRole);
         EXPECT_EQ(otherRows(), before) << name.toStdString();
     }

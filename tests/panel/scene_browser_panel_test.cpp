@@ -1,3 +1,4 @@
+#include "editor_parts.h"
 #include "scene_panel_fixture.h"
 
 #include <host/ui/text_predicate.h>
@@ -5,8 +6,6 @@
 #include <QStandardItemModel>
 
 #include <gtest/gtest.h>
-
-using test::TreeModel;
 
 namespace {
 
@@ -17,15 +16,15 @@ TEST_F(ScenePanelTest, SelectsByMouseAndKeyboard)
     open(house());
     EXPECT_EQ(window.count(), 4);
     window.click(window.at(120, 1));
-    EXPECT_EQ(selected(), "Wall");
+    EXPECT_EQ(selectedRows(), "Wall");
     window.click(window.at(120, 3), Qt::ControlModifier);
-    EXPECT_EQ(selected(), "Wall Tree");
+    EXPECT_EQ(selectedRows(), "Wall Tree");
     window.press(Qt::Key_Up, Qt::ShiftModifier);
-    EXPECT_EQ(selected(), "Roof Tree");
+    EXPECT_EQ(selectedRows(), "Roof Tree");
     window.press(Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(calls(QStringLiteral("select")), QStringList{QStringLiteral("select all")});
+    EXPECT_EQ(selectedRows(), "Tile Wall Roof House Tree");
     window.click(window.at(120, 8));
-    EXPECT_EQ(selected(), "");
+    EXPECT_EQ(selectedRows(), "");
 }
 
 TEST_F(ScenePanelTest, OpensRowsByTheirArrowsThatTellWhatTheyHide)
@@ -42,54 +41,55 @@ TEST_F(ScenePanelTest, OpensRowsByTheirArrowsThatTellWhatTheyHide)
     browser->selectionModel()->clear();
     window.click(window.at(26, 2));
     EXPECT_FALSE(mark());
-    scene->item(scene->find(QStringLiteral("Tile")))->hovered = true;
-    const QModelIndex tile = scene->find(QStringLiteral("Tile"));
-    Q_EMIT scene->dataChanged(tile, tile, {TreeModel::HoverRole});
+    model->item(model->find(QStringLiteral("Tile")))->hovered = true;
+    const QModelIndex tile = model->find(QStringLiteral("Tile"));
+    Q_EMIT model->dataChanged(tile, tile, {TreeModel::HoverRole});
     EXPECT_TRUE(mark());
     window.click(window.at(26, 2));
-    EXPECT_EQ(selected(), "");
+    EXPECT_EQ(selectedRows(), "");
     window.click(window.at(12, 0));
     EXPECT_EQ(window.count(), 2);
-    Q_EMIT browser->expandAllRequested();
+    browser->expandAll();
     EXPECT_EQ(window.count(), 5);
-    Q_EMIT browser->collapseAllRequested();
+    browser->collapseAll();
     EXPECT_EQ(window.count(), 2);
 }
 
 TEST_F(ScenePanelTest, TellsTheBrowserOfHoverMenuAndActivation)
 {
     open(house());
+    const auto menus = std::make_shared<MenuRequests>();
+    browser->setPopupMenuProvider(menus);
     for (const QPoint point :
          {window.at(100, 1), window.at(160, 1), window.at(100, 2), QPoint(100, 5)})
         window.movePointer(point);
-    EXPECT_EQ(calls(QStringLiteral("(un)?hover")).join(QLatin1Char(',')).toStdString(),
-              "hover Wall,hover Roof,unhover");
+    EXPECT_EQ(selection.takeLog(), "hover(Wall) hover(Roof) hover() ");
     window.click(window.at(100, 3), {}, Qt::RightButton);
-    EXPECT_EQ(selected(), "Tree");
-    EXPECT_EQ(calls(QStringLiteral("menu")).size(), 1);
+    EXPECT_EQ(selectedRows(), "Tree");
+    EXPECT_EQ(menus->count, 1);
     window.doubleClick(window.at(100, 1));
-    EXPECT_EQ(calls(QStringLiteral("activate")), QStringList{QStringLiteral("activate Wall")});
+    EXPECT_EQ(assetModel->activated(), QModelIndexList{model->find("Wall")});
 }
 
 TEST_F(ScenePanelTest, HoverEndsWhenTheRowUnderThePointerGoes)
 {
     open(house());
     window.movePointer(window.at(100, 3));
-    EXPECT_EQ(calls(QStringLiteral("hover")).size(), 1);
-    scene->remove({}, 1, 1);
+    EXPECT_EQ(selection.takeLog(), "hover(Tree) ");
+    model->remove({}, 1, 1);
     window.settle();
-    EXPECT_EQ(calls(QStringLiteral("unhover")).size(), 1);
+    EXPECT_EQ(selection.takeLog(), "hover() ");
 }
 
 TEST_F(ScenePanelTest, RowButtonsSetTheirStateAndLeaveTheSelectionAlone)
 {
     open(house());
-    const QModelIndex wall = scene->find(QStringLiteral("Wall"));
+    const QModelIndex wall = model->find(QStringLiteral("Wall"));
     window.click(window.at(310, 1));
-    EXPECT_FALSE(scene->item(wall)->visible);
+    EXPECT_FALSE(model->item(wall)->visible);
     window.click(window.at(310, 1));
-    EXPECT_TRUE(scene->item(wall)->visible);
-    EXPECT_EQ(selected(), "");
+    EXPECT_TRUE(model->item(wall)->visible);
+    EXPECT_EQ(selectedRows(), "");
 }
 
 TEST_F(ScenePanelTest, RevealsWhatIsHiddenAndNeverScrollsWhatIsInView)
@@ -97,7 +97,7 @@ TEST_F(ScenePanelTest, RevealsWhatIsHiddenAndNeverScrollsWhatIsInView)
     open(TreeModel::wide(100, 3));
     window.panel()->setProperty("alwaysReveal", true);
     const auto selectElsewhere = [&](const char* name) {
-        browser->selectionModel()->select(scene->find(QLatin1String(name)),
+        browser->selectionModel()->select(model->find(QLatin1String(name)),
                                           QItemSelectionModel::ClearAndSelect);
         window.settle();
     };
@@ -108,7 +108,7 @@ TEST_F(ScenePanelTest, RevealsWhatIsHiddenAndNeverScrollsWhatIsInView)
     EXPECT_EQ(window.scrolled(), (50 + 2 + 1 - 10) * rowHeight) << "only as far as it takes";
     selectElsewhere("group 45");
     EXPECT_EQ(window.scrolled(), 43 * rowHeight) << "in view already";
-    Q_EMIT browser->onShowItem(scene->find(QStringLiteral("group 0")));
+    Q_EMIT browser->onShowItem(model->find(QStringLiteral("group 0")));
     EXPECT_EQ(window.scrolled(), 0);
     window.press(Qt::Key_F);
     EXPECT_EQ(window.scrolled(), (45 + 1 - 10) * rowHeight);
@@ -117,9 +117,9 @@ TEST_F(ScenePanelTest, RevealsWhatIsHiddenAndNeverScrollsWhatIsInView)
 TEST_F(ScenePanelTest, KeepsTheTopRowWhenAllRowsOpen)
 {
     open(TreeModel::wide(200, 5));
-    Q_EMIT browser->onShowItem(scene->find(QStringLiteral("group 100")));
+    Q_EMIT browser->onShowItem(model->find(QStringLiteral("group 100")));
     const int top = window.scrolled() / rowHeight;
-    Q_EMIT browser->expandAllRequested();
+    browser->expandAll();
     window.settle();
     EXPECT_EQ(window.scrolled(), top * 6 * rowHeight);
 }
@@ -127,10 +127,10 @@ TEST_F(ScenePanelTest, KeepsTheTopRowWhenAllRowsOpen)
 TEST_F(ScenePanelTest, SortingKeepsTheCurrentRowInPlace)
 {
     open(TreeModel::wide(200, 5));
-    Q_EMIT browser->onShowItem(scene->find(QStringLiteral("group 60")));
+    Q_EMIT browser->onShowItem(model->find(QStringLiteral("group 60")));
     const int place = 60 - window.scrolled() / rowHeight;
     window.click(window.at(120, place));
-    ASSERT_EQ(selected(), "group 60");
+    ASSERT_EQ(selectedRows(), "group 60");
     const QPoint nameHeader(40, 10);
     window.click(nameHeader);
     window.click(nameHeader);
@@ -177,8 +177,9 @@ TEST_F(ScenePanelTest, FetchesRowsWhileScrollingAndOnRequest)
     predicate.setCondition("any", [](const QModelIndex&) { return true; });
     PanelWindow other;
     LazyScene half;
-    FakeBrowser filtered(&half);
-    filtered.setProperty("filterPredicate", QVariant::fromValue<QObject*>(&predicate));
+    test::TreeAssetModel halfAssets(&half);
+    SceneBrowserData filtered(&halfAssets, nullptr, nullptr);
+    filtered.setFilterPredicate(&predicate);
     other.open(&filtered);
     half.fetchMore({});
     ASSERT_TRUE(QTest::qWaitFor([&] { return other.item("fetch_all")->isVisible(); }));
@@ -187,27 +188,26 @@ TEST_F(ScenePanelTest, FetchesRowsWhileScrollingAndOnRequest)
     other.click(other.middle("fetch_all"));
     EXPECT_TRUE(QTest::qWaitFor([&] { return other.count() == 100; })) << other.count();
     EXPECT_TRUE(QTest::qWaitFor([&] { return !other.item("fetch_all")->isVisible(); }));
-    filtered.setProperty("filterPredicate", QVariant());
+    filtered.setFilterPredicate(nullptr);
 }
 
 TEST_F(ScenePanelTest, ShowsAnOrdinaryModelWithoutABrowser)
 {
     open(house());
-    QStandardItemModel model;
-    model.appendRow(new QStandardItem(QStringLiteral("one")));
-    model.item(0)->appendRow(new QStandardItem(QStringLiteral("two")));
+    QStandardItemModel plain;
+    plain.appendRow(new QStandardItem(QStringLiteral("one")));
+    plain.item(0)->appendRow(new QStandardItem(QStringLiteral("two")));
     window.panel()->setProperty("browser", QVariant::fromValue<QObject*>(nullptr));
-    window.panel()->setProperty("model", QVariant::fromValue<QObject*>(&model));
+    window.panel()->setProperty("model", QVariant::fromValue<QObject*>(&plain));
     EXPECT_EQ(window.count(), 1);
     window.settle();
     window.click(window.at(12, 0));
     EXPECT_EQ(window.count(), 2);
-    const auto* selection =
-        window.panel()->property("selectionModel").value<QItemSelectionModel*>();
-    ASSERT_TRUE(selection);
+    const auto* own = window.panel()->property("selectionModel").value<QItemSelectionModel*>();
+    ASSERT_TRUE(own);
     window.click(window.at(120, 1));
     window.press(Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(selection->selectedIndexes().size(), 2);
+    EXPECT_EQ(own->selectedIndexes().size(), 2);
     window.panel()->setProperty("model", QVariant::fromValue<QObject*>(nullptr));
     EXPECT_EQ(window.count(), 0);
 }
@@ -221,14 +221,14 @@ TEST_F(ScenePanelTest, ShowsWhatTheEditorHangsAboveTheTree)
                       {});
     QObject context;
     context.setObjectName(QStringLiteral("statistics"));
-    FakePanel header;
+    Header header;
     header.component = &component;
     header.context = &context;
-    browser->setProperty("headerPanel", QVariant::fromValue(&header));
+    browser->setHeaderPanel(&header);
     EXPECT_EQ(window.item("header_slot")->height(), 30);
     window.click(QPoint(120, 30 + PanelWindow::headerHeight + 5));
-    EXPECT_EQ(selected(), "House");
-    browser->setProperty("headerPanel", QVariant::fromValue<QObject*>(nullptr));
+    EXPECT_EQ(selectedRows(), "House");
+    browser->setHeaderPanel(nullptr);
     EXPECT_EQ(window.item("header_slot")->height(), 0);
 }
 
