@@ -12,7 +12,7 @@ namespace kyr::panel {
 class KYR_SCENE_OUTLINE_PANEL_EXPORT RowEditor : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(kyr::panel::OutlineModel* flatModel MEMBER m_flat NOTIFY flatModelChanged)
+    Q_PROPERTY(kyr::panel::OutlineModel* outline MEMBER m_outline NOTIFY outlineChanged)
 
 public:
     using QObject::QObject;
@@ -26,7 +26,7 @@ public:
     Q_INVOKABLE bool rename(const QModelIndex& sourceIndex, const QString& name);
 
 Q_SIGNALS:
-    void flatModelChanged();
+    void outlineChanged();
     /// Around the changes of one click, with what they are about: one step to undo.
     void editBegins(const QString& text);
     void editEnds();
@@ -34,7 +34,7 @@ Q_SIGNALS:
 private:
     bool setAll(int row, int role, const QVariant& value, const QString& text);
 
-    QPointer<OutlineModel> m_flat;
+    QPointer<OutlineModel> m_outline;
 };
 
 } // namespace kyr::panel

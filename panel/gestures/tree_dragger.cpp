@@ -40,12 +40,12 @@ QModelIndexList inSceneOrder(const std::vector<QModelIndex>& rows)
 bool TreeDragger::begin(int row)
 {
     cancel();
-    const QModelIndex pressed = m_flat ? m_flat->sourceIndex(row) : QModelIndex();
+    const QModelIndex pressed = m_outline ? m_outline->sourceIndex(row) : QModelIndex();
     if (!pressed.isValid())
         return false;
     std::vector<QModelIndex> rows{pressed};
-    if (m_flat->isRowSelected(row))
-        rows = selectedRows<QModelIndex>(*m_flat);
+    if (m_outline->isRowSelected(row))
+        rows = selectedRows<QModelIndex>(*m_outline);
     const auto stays = [](const QModelIndex& index) {
         return (index.flags() & Qt::ItemIsDragEnabled) == 0;
     };
@@ -53,7 +53,7 @@ bool TreeDragger::begin(int row)
     if (rows.empty())
         return false;
     const QModelIndexList dragged = inSceneOrder(rows);
-    m_data.reset(m_flat->sourceModel()->mimeData(dragged));
+    m_data.reset(m_outline->sourceModel()->mimeData(dragged));
     if (!m_data)
         return false;
     m_count = dragged.size();
@@ -64,22 +64,22 @@ bool TreeDragger::begin(int row)
 
 TreeDragger::Target TreeDragger::targetAt(int row, Place place) const
 {
-    const QModelIndex index = m_flat->sourceIndex(row);
+    const QModelIndex index = m_outline->sourceIndex(row);
     if (row < 0)
-        return {QModelIndex(), m_flat->sourceModel()->rowCount()};
+        return {QModelIndex(), m_outline->sourceModel()->rowCount()};
     if (place == On)
         return {index, -1};
-    if (place == Below && m_flat->isRowExpanded(row) && m_flat->rowHasChildren(row))
+    if (place == Below && m_outline->isRowExpanded(row) && m_outline->rowHasChildren(row))
         return {index, 0};
     return {index.parent(), index.row() + (place == Below ? 1 : 0)};
 }
 
 bool TreeDragger::allows(const Target& target) const
 {
-    if (!m_flat->showsHierarchy() || (m_flat->sortRole() >= 0 && target.row >= 0))
+    if (!m_outline->showsHierarchy() || (m_outline->sortRole() >= 0 && target.row >= 0))
         return false;
-    return m_flat->sourceModel()->canDropMimeData(m_data.get(), Qt::MoveAction, target.row, 0,
-                                                  target.parent);
+    return m_outline->sourceModel()->canDropMimeData(m_data.get(), Qt::MoveAction, target.row, 0,
+                                                     target.parent);
 }
 
 bool TreeDragger::tries(int row, Place place)
@@ -91,7 +91,7 @@ bool TreeDragger::tries(int row, Place place)
 
 void TreeDragger::moveTo(int row, qreal fraction)
 {
-    if (!isActive() || !m_flat || !m_flat->sourceModel())
+    if (!isActive() || !m_outline || !m_outline->sourceModel())
         return;
     const Place nearest = fraction < 0.5 ? Above : Below;
     const bool between = fraction < betweenPart || fraction > 1 - betweenPart;
@@ -107,11 +107,11 @@ void TreeDragger::moveTo(int row, qreal fraction)
 bool TreeDragger::drop()
 {
     bool dropped = false;
-    if (isActive() && m_allowed && m_flat && m_flat->sourceModel()) {
+    if (isActive() && m_allowed && m_outline && m_outline->sourceModel()) {
         const Target target = targetAt(m_targetRow, m_place);
         const EditScope scope(*this, tr("Move"));
-        dropped = m_flat->sourceModel()->dropMimeData(m_data.get(), Qt::MoveAction, target.row, 0,
-                                                      target.parent);
+        dropped = m_outline->sourceModel()->dropMimeData(m_data.get(), Qt::MoveAction, target.row,
+                                                         0, target.parent);
     }
     cancel();
     return dropped;

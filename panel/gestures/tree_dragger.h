@@ -17,7 +17,7 @@ namespace kyr::panel {
 class KYR_SCENE_OUTLINE_PANEL_EXPORT TreeDragger : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(kyr::panel::OutlineModel* flatModel MEMBER m_flat NOTIFY flatModelChanged)
+    Q_PROPERTY(kyr::panel::OutlineModel* outline MEMBER m_outline NOTIFY outlineChanged)
     Q_PROPERTY(bool active READ isActive NOTIFY activeChanged)
     /// How many rows are dragged, and the name of the first.
     Q_PROPERTY(int count READ count NOTIFY activeChanged)
@@ -54,7 +54,7 @@ public:
     Place place() const { return m_place; }
 
 Q_SIGNALS:
-    void flatModelChanged();
+    void outlineChanged();
     void activeChanged();
     void dropPlaceChanged();
     /// Around the move of one drop: one step to undo.
@@ -72,7 +72,7 @@ private:
     Target targetAt(int row, Place place) const;
     bool allows(const Target& target) const;
 
-    QPointer<OutlineModel> m_flat;
+    QPointer<OutlineModel> m_outline;
     std::unique_ptr<QMimeData> m_data;
     int m_count = 0;
     QString m_name;

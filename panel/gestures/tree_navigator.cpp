@@ -17,25 +17,25 @@ bool has(int modifiers, Qt::KeyboardModifier modifier)
 
 TreeNavigator::TreeNavigator(QObject* parent) : QObject(parent) {}
 
-void TreeNavigator::setFlatModel(OutlineModel* model)
+void TreeNavigator::setOutline(OutlineModel* model)
 {
-    if (model == m_flat)
+    if (model == m_outline)
         return;
-    m_flat = model;
+    m_outline = model;
     m_anchor = QPersistentModelIndex();
     m_typeAhead.stop();
-    Q_EMIT flatModelChanged();
+    Q_EMIT outlineChanged();
 }
 
 QItemSelectionModel* TreeNavigator::selectionModel() const
 {
-    QItemSelectionModel* selection = m_flat ? m_flat->selectionModel() : nullptr;
-    return selection && selection->model() == m_flat->sourceModel() ? selection : nullptr;
+    QItemSelectionModel* selection = m_outline ? m_outline->selectionModel() : nullptr;
+    return selection && selection->model() == m_outline->sourceModel() ? selection : nullptr;
 }
 
 int TreeNavigator::currentRow() const
 {
-    return selectionModel() ? m_flat->currentRow() : -1;
+    return selectionModel() ? m_outline->currentRow() : -1;
 }
 
 QModelIndex TreeNavigator::primaryIndex() const
@@ -53,23 +53,23 @@ QModelIndex TreeNavigator::primaryIndex() const
 void TreeNavigator::select(int first, int last, Selection::SelectionFlags flags)
 {
     const QScopedValueRollback<bool> guard(m_changing, true);
-    selectionModel()->select(m_flat->sourceSelection(first, last), flags);
+    selectionModel()->select(m_outline->sourceSelection(first, last), flags);
 }
 
 void TreeNavigator::focus(int row)
 {
     const QScopedValueRollback<bool> guard(m_changing, true);
-    m_flat->setCurrentRow(row);
+    m_outline->setCurrentRow(row);
 }
 
 void TreeNavigator::setAnchor(int row)
 {
-    m_anchor = m_flat->sourceIndex(row);
+    m_anchor = m_outline->sourceIndex(row);
 }
 
 void TreeNavigator::extendTo(int row, bool keepOthers)
 {
-    int anchor = m_flat->nearestRow(m_anchor);
+    int anchor = m_outline->nearestRow(m_anchor);
     if (anchor < 0)
         anchor = currentRow() < 0 ? row : currentRow();
     setAnchor(anchor);
@@ -80,7 +80,7 @@ void TreeNavigator::extendTo(int row, bool keepOthers)
 
 void TreeNavigator::press(int row, int modifiers)
 {
-    if (!selectionModel() || row < 0 || row >= m_flat->count())
+    if (!selectionModel() || row < 0 || row >= m_outline->count())
         return;
     m_typeAhead.stop();
     if (has(modifiers, Qt::ShiftModifier)) {
@@ -89,17 +89,17 @@ void TreeNavigator::press(int row, int modifiers)
     }
     setAnchor(row);
     focus(row);
-    if (m_flat->isGroup(row))
+    if (m_outline->isGroup(row))
         return;
     if (has(modifiers, Qt::ControlModifier))
         select(row, row, Selection::Toggle);
-    else if (!m_flat->isRowSelected(row))
+    else if (!m_outline->isRowSelected(row))
         select(row, row, Selection::ClearAndSelect);
 }
 
 void TreeNavigator::release(int row, int modifiers)
 {
-    if (!selectionModel() || !m_flat->isRowSelected(row))
+    if (!selectionModel() || !m_outline->isRowSelected(row))
         return;
     if (!has(modifiers, Qt::ShiftModifier) && !has(modifiers, Qt::ControlModifier))
         select(row, row, Selection::ClearAndSelect);
@@ -107,7 +107,7 @@ void TreeNavigator::release(int row, int modifiers)
 
 void TreeNavigator::pressForMenu(int row)
 {
-    if (selectionModel() && !m_flat->isRowSelected(row))
+    if (selectionModel() && !m_outline->isRowSelected(row))
         press(row, Qt::NoModifier);
     else if (selectionModel())
         focus(row);
@@ -123,8 +123,8 @@ void TreeNavigator::clearSelection()
 
 void TreeNavigator::selectVisible()
 {
-    if (selectionModel() && m_flat->count() > 0)
-        select(0, m_flat->count() - 1, Selection::ClearAndSelect);
+    if (selectionModel() && m_outline->count() > 0)
+        select(0, m_outline->count() - 1, Selection::ClearAndSelect);
 }
 
 void TreeNavigator::selectMatches()
@@ -132,32 +132,32 @@ void TreeNavigator::selectMatches()
     if (!selectionModel())
         return;
     const QScopedValueRollback<bool> guard(m_changing, true);
-    selectionModel()->select(m_flat->matchingSelection(), Selection::ClearAndSelect);
+    selectionModel()->select(m_outline->matchingSelection(), Selection::ClearAndSelect);
 }
 
 void TreeNavigator::toggle(int row, int modifiers)
 {
-    if (!m_flat)
+    if (!m_outline)
         return;
-    const bool expand = !m_flat->isRowExpanded(row);
+    const bool expand = !m_outline->isRowExpanded(row);
     if (has(modifiers, Qt::ShiftModifier))
-        m_flat->setRowBranchExpanded(row, expand);
+        m_outline->setRowBranchExpanded(row, expand);
     else
-        m_flat->setRowExpanded(row, expand);
+        m_outline->setRowExpanded(row, expand);
     keepFocusVisible();
 }
 
 void TreeNavigator::expandAll()
 {
-    if (m_flat)
-        m_flat->expandAll();
+    if (m_outline)
+        m_outline->expandAll();
 }
 
 void TreeNavigator::collapseAll()
 {
-    if (!m_flat)
+    if (!m_outline)
         return;
-    m_flat->collapseAll();
+    m_outline->collapseAll();
     keepFocusVisible();
 }
 
@@ -165,7 +165,7 @@ void TreeNavigator::keepFocusVisible()
 {
     if (!selectionModel() || !selectionModel()->currentIndex().isValid() || currentRow() >= 0)
         return;
-    const int row = m_flat->nearestRow(selectionModel()->currentIndex());
+    const int row = m_outline->nearestRow(selectionModel()->currentIndex());
     if (row >= 0)
         focus(row);
 }

@@ -17,8 +17,8 @@ namespace kyr::panel {
 class KYR_SCENE_OUTLINE_PANEL_EXPORT TreeNavigator : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(kyr::panel::OutlineModel* flatModel READ flatModel WRITE setFlatModel NOTIFY
-                   flatModelChanged)
+    Q_PROPERTY(
+        kyr::panel::OutlineModel* outline READ outline WRITE setOutline NOTIFY outlineChanged)
     /// How many rows Page Up and Page Down move.
     Q_PROPERTY(int pageRows MEMBER m_pageRows NOTIFY pageRowsChanged)
     /// True inside the selection changes that a gesture makes.
@@ -29,8 +29,8 @@ class KYR_SCENE_OUTLINE_PANEL_EXPORT TreeNavigator : public QObject
 public:
     explicit TreeNavigator(QObject* parent = nullptr);
 
-    OutlineModel* flatModel() const { return m_flat; }
-    void setFlatModel(OutlineModel* model);
+    OutlineModel* outline() const { return m_outline; }
+    void setOutline(OutlineModel* model);
     bool isChanging() const { return m_changing; }
     bool isSearching() const { return m_typeAhead.isActive(); }
     TypeAhead& typeAhead() { return m_typeAhead; }
@@ -58,7 +58,7 @@ public:
     Q_INVOKABLE QModelIndex primaryIndex() const;
 
 Q_SIGNALS:
-    void flatModelChanged();
+    void outlineChanged();
     void pageRowsChanged();
     /// The row that a key has moved to should be in view.
     void rowReached(int row);
@@ -80,7 +80,7 @@ private:
     bool search(const QString& text);
     int pageStep() const { return qMax(1, m_pageRows - 1); }
 
-    QPointer<OutlineModel> m_flat;
+    QPointer<OutlineModel> m_outline;
     QPersistentModelIndex m_anchor;
     TypeAhead m_typeAhead;
     int m_pageRows = 20;

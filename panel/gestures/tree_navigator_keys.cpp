@@ -22,11 +22,11 @@ bool isLetters(const QString& text)
 
 bool TreeNavigator::key(int key, int modifiers, const QString& text)
 {
-    if (!selectionModel() || m_flat->count() == 0)
+    if (!selectionModel() || m_outline->count() == 0)
         return false;
     modifiers &= relevantModifiers;
     const int row = currentRow();
-    const int last = m_flat->count() - 1;
+    const int last = m_outline->count() - 1;
     switch (key) {
     case Qt::Key_Up:
         return moveTo(row < 0 ? last : row - 1, modifiers);
@@ -48,10 +48,10 @@ bool TreeNavigator::key(int key, int modifiers, const QString& text)
     case Qt::Key_Enter:
         if (row < 0)
             return false;
-        if (m_flat->isGroup(row))
+        if (m_outline->isGroup(row))
             toggle(row, modifiers);
         else
-            Q_EMIT activated(m_flat->sourceIndex(row));
+            Q_EMIT activated(m_outline->sourceIndex(row));
         return true;
     case Qt::Key_Space:
         return m_typeAhead.isActive() && modifiers == 0 ? search(text) : pressSpace(modifiers);
@@ -64,7 +64,7 @@ bool TreeNavigator::key(int key, int modifiers, const QString& text)
         break;
     case Qt::Key_Asterisk:
         if (row >= 0 && !m_typeAhead.isActive()) {
-            m_flat->setRowBranchExpanded(row, true);
+            m_outline->setRowBranchExpanded(row, true);
             return true;
         }
         break;
@@ -78,7 +78,7 @@ bool TreeNavigator::key(int key, int modifiers, const QString& text)
 bool TreeNavigator::moveTo(int row, int modifiers)
 {
     m_typeAhead.stop();
-    row = qBound(0, row, m_flat->count() - 1);
+    row = qBound(0, row, m_outline->count() - 1);
     const bool control = (modifiers & Qt::ControlModifier) != 0;
     if ((modifiers & Qt::ShiftModifier) != 0) {
         extendTo(row, control);
@@ -95,20 +95,20 @@ bool TreeNavigator::moveTo(int row, int modifiers)
 void TreeNavigator::selectAlone(int row)
 {
     setAnchor(row);
-    if (!m_flat->isGroup(row))
+    if (!m_outline->isGroup(row))
         select(row, row, Selection::ClearAndSelect);
 }
 
 bool TreeNavigator::moveIn(int modifiers)
 {
     const int row = currentRow();
-    if (row < 0 || !m_flat->rowHasChildren(row))
+    if (row < 0 || !m_outline->rowHasChildren(row))
         return row >= 0;
     if ((modifiers & Qt::ShiftModifier) != 0)
-        m_flat->setRowBranchExpanded(row, true);
-    else if (!m_flat->isRowExpanded(row))
-        m_flat->setRowExpanded(row, true);
-    else if (m_flat->parentRow(row + 1) == row)
+        m_outline->setRowBranchExpanded(row, true);
+    else if (!m_outline->isRowExpanded(row))
+        m_outline->setRowExpanded(row, true);
+    else if (m_outline->parentRow(row + 1) == row)
         return moveTo(row + 1, modifiers);
     return true;
 }
@@ -118,13 +118,13 @@ bool TreeNavigator::moveOut(int modifiers)
     const int row = currentRow();
     if (row < 0)
         return false;
-    const bool open = m_flat->isRowExpanded(row) && m_flat->rowHasChildren(row);
+    const bool open = m_outline->isRowExpanded(row) && m_outline->rowHasChildren(row);
     if ((modifiers & Qt::ShiftModifier) != 0)
-        m_flat->setRowBranchExpanded(row, false);
+        m_outline->setRowBranchExpanded(row, false);
     else if (open)
-        m_flat->setRowExpanded(row, false);
-    else if (m_flat->parentRow(row) >= 0)
-        return moveTo(m_flat->parentRow(row), modifiers);
+        m_outline->setRowExpanded(row, false);
+    else if (m_outline->parentRow(row) >= 0)
+        return moveTo(m_outline->parentRow(row), modifiers);
     return true;
 }
 
@@ -145,7 +145,7 @@ bool TreeNavigator::pressSpace(int modifiers)
 
 bool TreeNavigator::search(const QString& text)
 {
-    const int row = m_typeAhead.type(text, *m_flat, currentRow());
+    const int row = m_typeAhead.type(text, *m_outline, currentRow());
     if (row < 0)
         return true;
     focus(row);

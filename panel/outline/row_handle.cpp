@@ -4,7 +4,7 @@ namespace kyr::panel {
 
 bool RowHandle::assign(int row)
 {
-    const QModelIndex index = m_flat ? m_flat->sourceIndex(row) : QModelIndex();
+    const QModelIndex index = m_outline ? m_outline->sourceIndex(row) : QModelIndex();
     // A row that was removed meanwhile left an invalid index behind, which is still a change.
     if (m_index == index && m_assigned == index.isValid())
         return false;
@@ -15,12 +15,12 @@ bool RowHandle::assign(int row)
 
 bool RowHandle::standsFor(int row) const
 {
-    return m_flat && m_index.isValid() && m_flat->sourceIndex(row) == m_index;
+    return m_outline && m_index.isValid() && m_outline->sourceIndex(row) == m_index;
 }
 
 int RowHandle::row() const
 {
-    return m_flat ? m_flat->nearestRow(m_index) : -1;
+    return m_outline ? m_outline->nearestRow(m_index) : -1;
 }
 
 } // namespace kyr::panel

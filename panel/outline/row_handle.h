@@ -12,7 +12,7 @@ namespace kyr::panel {
 class KYR_SCENE_OUTLINE_PANEL_EXPORT RowHandle : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(kyr::panel::OutlineModel* flatModel MEMBER m_flat NOTIFY flatModelChanged)
+    Q_PROPERTY(kyr::panel::OutlineModel* outline MEMBER m_outline NOTIFY outlineChanged)
     Q_PROPERTY(QModelIndex sourceIndex READ sourceIndex)
 
 public:
@@ -27,10 +27,10 @@ public:
     Q_INVOKABLE bool standsFor(int row) const;
 
 Q_SIGNALS:
-    void flatModelChanged();
+    void outlineChanged();
 
 private:
-    QPointer<OutlineModel> m_flat;
+    QPointer<OutlineModel> m_outline;
     QPersistentModelIndex m_index;
     bool m_assigned = false;
 };

@@ -7,7 +7,7 @@ PanelTextField {
     id: field
 
     property Item list
-    property QtObject flatModel
+    property QtObject outline
     property QtObject rowEditor
     property QtObject layout
     property var columns: []
@@ -130,10 +130,10 @@ PanelTextField {
     RowHandle {
         id: handle
 
-        flatModel: field.flatModel
+        outline: field.outline
     }
     Connections {
-        target: field.flatModel
+        target: field.outline
 
         function onCountChanged() { Qt.callLater(field.follow); }
         function onRowsMoved() { Qt.callLater(field.follow); }

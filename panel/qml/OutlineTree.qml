@@ -7,12 +7,12 @@ FocusScope {
     id: tree
 
     property QtObject style
-    property alias sourceModel: flatModel.sourceModel
-    property alias selectionModel: flatModel.selectionModel
+    property alias sourceModel: outline.sourceModel
+    property alias selectionModel: outline.selectionModel
     // What filters the scene and how it is arranged.
-    property alias predicate: flatModel.predicate
-    property alias arrangement: flatModel.arrangement
-    readonly property alias flatModel: flatModel
+    property alias predicate: outline.predicate
+    property alias arrangement: outline.arrangement
+    readonly property alias outline: outline
     readonly property alias navigator: navigator
     readonly property alias rowEditor: rowEditor
     readonly property alias dragger: dragger
@@ -40,7 +40,7 @@ FocusScope {
             list.positionViewAtIndex(row, ListView.Contain);
     }
     function showIndex(sourceIndex) {
-        const row = flatModel.reveal(sourceIndex);
+        const row = outline.reveal(sourceIndex);
         layOut();
         showRow(row);
     }
@@ -65,19 +65,19 @@ FocusScope {
         if (list.height <= 0)
             return;
         const first = Math.floor((list.contentY - list.originY) / style.rowHeight);
-        flatModel.showing(first, first + Math.ceil(list.height / style.rowHeight));
+        outline.showing(first, first + Math.ceil(list.height / style.rowHeight));
     }
     function rowAt(y) {
         return list.indexAt(1, y + list.contentY);
     }
     function readColumns() {
-        if (flatModel.count === 0)
+        if (outline.count === 0)
             return;
-        const role = flatModel.sourceRole("rowButtonsModel");
-        const first = flatModel.isGroup(0) ? 1 : 0;
-        const buttons = role < 0 ? undefined : flatModel.data(flatModel.index(first, 0), role);
+        const role = outline.sourceRole("rowButtonsModel");
+        const first = outline.isGroup(0) ? 1 : 0;
+        const buttons = role < 0 ? undefined : outline.data(outline.index(first, 0), role);
         controls.buttonCount = buttons === undefined ? 0 : buttons.length;
-        hasCount = flatModel.sourceRole("count") >= 0;
+        hasCount = outline.sourceRole("count") >= 0;
     }
     // Of the cell that the keyboard is at, or the name.
     function startEditing() {
@@ -94,7 +94,7 @@ FocusScope {
     }
 
     OutlineModel {
-        id: flatModel
+        id: outline
 
         cellRoles: tree.columns.valueRoles
         sortRole: tree.columns.sortRole
@@ -119,7 +119,7 @@ FocusScope {
     TreeNavigator {
         id: navigator
 
-        flatModel: flatModel
+        outline: outline
         pageRows: Math.floor(list.height / tree.style.rowHeight)
         onRowReached: tree.showRow(row)
         onSelectAllRequested: tree.selectAllRequested()
@@ -128,17 +128,17 @@ FocusScope {
     RowEditor {
         id: rowEditor
 
-        flatModel: flatModel
+        outline: outline
     }
     TreeDragger {
         id: dragger
 
-        flatModel: flatModel
+        outline: outline
     }
     RowControls {
         id: controls
 
-        flatModel: flatModel
+        outline: outline
         rowEditor: rowEditor
         columns: tree.columns.columns
         onColumnReached: tree.layout.show(column)
@@ -147,7 +147,7 @@ FocusScope {
     RowAnchor {
         id: anchor
 
-        flatModel: flatModel
+        outline: outline
         navigator: navigator
         list: list
         rowHeight: tree.style.rowHeight
@@ -209,7 +209,7 @@ FocusScope {
         objectName: "outline_list"
         anchors { fill: parent; bottomMargin: columnBar.visible ? columnBar.height : 0 }
         clip: true
-        model: flatModel
+        model: outline
         reuseItems: true
         // Rows that are used again are made fast enough without any ahead.
         cacheBuffer: 0
@@ -260,7 +260,7 @@ FocusScope {
 
         style: tree.style
         list: list
-        flatModel: flatModel
+        outline: outline
         rowEditor: rowEditor
         layout: tree.layout
         columns: tree.columns.columns
@@ -291,13 +291,13 @@ FocusScope {
         style: tree.style
         list: list
         dragger: dragger
-        flatModel: flatModel
+        outline: outline
         onScrollRequested: tree.scrollBy(pixels)
     }
     Rectangle {
         // Without a focused row the whole tree shows that it has the keyboard.
         anchors.fill: parent
-        visible: tree.activeFocus && flatModel.count > 0 && !tree.hasCurrent
+        visible: tree.activeFocus && outline.count > 0 && !tree.hasCurrent
         color: "transparent"
         border.color: tree.style.focus
     }

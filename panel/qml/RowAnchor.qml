@@ -24,7 +24,7 @@ RowHandle {
         if (y <= 0)
             return -1;
         const top = list.indexAt(1, list.contentY);
-        return flatModel.isGroup(top) ? top + 1 : top;
+        return outline.isGroup(top) ? top + 1 : top;
     }
     function restore() {
         Qt.callLater(place);

@@ -5,7 +5,7 @@ import QtQuick 2.15
 QtObject {
     id: controls
 
-    property QtObject flatModel
+    property QtObject outline
     property QtObject rowEditor
     property var columns: []
     property int buttonCount: 0
@@ -29,14 +29,14 @@ QtObject {
         cursor = -1;
     }
     function clickButton(row, button) {
-        const role = flatModel.sourceRole("rowButtonsModel");
-        const state = flatModel.data(flatModel.index(row, 0), role)[button];
+        const role = outline.sourceRole("rowButtonsModel");
+        const state = outline.data(outline.index(row, 0), role)[button];
         if (state)
             rowEditor.setButton(row, state.id, state.checked !== true, state.toolTip || state.id);
     }
     function clickToggle(row, column) {
         const role = columns[column].valueRole;
-        const value = flatModel.data(flatModel.index(row, 0), role);
+        const value = outline.data(outline.index(row, 0), role);
         if (typeof value === "boolean")
             rowEditor.setCell(row, role, !value, columns[column].title);
     }

@@ -10,7 +10,7 @@ Item {
     property Item list
     property Item pointer
     property QtObject dragger
-    property QtObject flatModel
+    property QtObject outline
 
     readonly property real rowHeight: style.rowHeight
     readonly property real targetY: dragger.targetRow * rowHeight + list.originY - list.contentY
@@ -26,7 +26,7 @@ Item {
     function follow() {
         const y = pointer.mouseY + list.contentY - list.originY;
         const row = Math.floor(y / rowHeight);
-        dragger.moveTo(row < flatModel.count ? Math.max(0, row) : -1, y / rowHeight - row);
+        dragger.moveTo(row < outline.count ? Math.max(0, row) : -1, y / rowHeight - row);
     }
 
     Timer {
@@ -46,7 +46,7 @@ Item {
         id: opening
 
         interval: 700
-        onTriggered: area.flatModel.setRowExpanded(area.dragger.targetRow, true)
+        onTriggered: area.outline.setRowExpanded(area.dragger.targetRow, true)
     }
     Connections {
         property int row: -1
@@ -81,8 +81,8 @@ Item {
 
         visible: area.dragger.active && area.dragger.allowed
                  && area.dragger.place !== TreeDragger.On
-        x: area.style.spacing + (row < 0 ? 0 : area.flatModel.rowDepth(row) * area.style.indentation)
-        y: row < 0 ? area.flatModel.count * area.rowHeight + area.list.originY - area.list.contentY - 1
+        x: area.style.spacing + (row < 0 ? 0 : area.outline.rowDepth(row) * area.style.indentation)
+        y: row < 0 ? area.outline.count * area.rowHeight + area.list.originY - area.list.contentY - 1
                    : area.targetY + (area.dragger.place === TreeDragger.Below ? area.rowHeight : 0) - 1
         width: parent.width - x
         height: 2

@@ -54,7 +54,7 @@ MouseArea {
             controls.clickToggle(row, part.index);
         } else {
             // What is done in a cell is done in all selected rows.
-            keepsSelection = part.kind === "cell" && tree.flatModel.isRowSelected(row);
+            keepsSelection = part.kind === "cell" && tree.outline.isRowSelected(row);
             tree.navigator.press(row, mouse.modifiers);
             pressedRow = row;
         }
@@ -68,10 +68,10 @@ MouseArea {
             tree.editCell(row, part.index);
         if (part.kind !== "row")
             return;
-        if (tree.flatModel.isGroup(row))
+        if (tree.outline.isGroup(row))
             tree.navigator.toggle(row, mouse.modifiers);
         else
-            tree.activated(tree.flatModel.sourceIndex(row));
+            tree.activated(tree.outline.sourceIndex(row));
     }
 
     acceptedButtons: Qt.LeftButton | Qt.RightButton
@@ -113,7 +113,7 @@ MouseArea {
     RowHandle {
         id: hoverHandle
 
-        flatModel: pointer.tree.flatModel
+        outline: pointer.tree.outline
     }
     PanelToolTip {
         id: toolTip
@@ -122,7 +122,7 @@ MouseArea {
 
         // A click acts on all selected rows.
         function hiddenOnes(row) {
-            const model = pointer.tree.flatModel;
+            const model = pointer.tree.outline;
             return !row.selected || model.hiddenSelectedCount === 0 ? ""
                 : qsTr("\nFor %1 selected objects, %2 of them hidden by the filter")
                       .arg(model.selectedCount).arg(model.hiddenSelectedCount);

@@ -40,7 +40,7 @@ FocusScope {
     readonly property alias hiddenSelectionCount: selectionStatus.hidden
     readonly property string statusText: selectionStatus.text
     // Rows that the filter finds; below 0 while nothing filters.
-    readonly property int matchCount: tree.flatModel.matchCount
+    readonly property int matchCount: tree.outline.matchCount
 
     // For what a browser does by itself.
     // Before the browser's menu shows, with the place on the screen that it is about: the pointer, or
@@ -137,7 +137,7 @@ FocusScope {
     SelectionStatus {
         id: selectionStatus
 
-        flatModel: tree.flatModel
+        outline: tree.outline
     }
     ItemSelectionModel {
         id: ownSelection
@@ -181,7 +181,7 @@ FocusScope {
         predicate: panel.predicate
         mode: panel.mode
         matchCount: panel.matchCount
-        working: tree.flatModel.working
+        working: tree.outline.working
         filters: panel.browser && panel.browser.filterData ? panel.browser.filterData : []
         onFinished: tree.forceActiveFocus()
     }
@@ -202,7 +202,7 @@ FocusScope {
         objectName: "tree_notice"
         anchors { left: parent.left; right: parent.right; top: header.bottom }
         style: panel.style
-        flatModel: tree.flatModel
+        outline: tree.outline
     }
     OutlineTree {
         id: tree
@@ -244,7 +244,7 @@ FocusScope {
             panel.activated(sourceIndex);
         }
         onSelectAllRequested: {
-            if (tree.flatModel.matchCount >= 0)
+            if (tree.outline.matchCount >= 0)
                 panel.selectMatches();
             else if (panel.browser)
                 panel.browser.selectAll();
@@ -264,7 +264,7 @@ FocusScope {
         style: panel.style
         predicate: panel.predicate
         filters: filterBar.filters
-        filtered: tree.flatModel.arranged
+        filtered: tree.outline.arranged
         emptyText: panel.emptyText
         onCleared: tree.forceActiveFocus()
     }

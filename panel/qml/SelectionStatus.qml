@@ -2,9 +2,9 @@ import QtQuick 2.15
 
 // How many rows are selected, and how many of them a filter hides.
 QtObject {
-    property QtObject flatModel
-    readonly property int count: flatModel.selectedCount
-    readonly property int hidden: flatModel.hiddenSelectedCount
+    property QtObject outline
+    readonly property int count: outline.selectedCount
+    readonly property int hidden: outline.hiddenSelectedCount
     readonly property string text: hidden > 0 ? qsTr("%1 selected, %2 hidden").arg(count).arg(hidden)
                                  : count > 0 ? qsTr("%1 selected").arg(count) : ""
 }

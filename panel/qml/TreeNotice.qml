@@ -6,8 +6,8 @@ Item {
     id: notice
 
     property QtObject style
-    property QtObject flatModel
-    readonly property bool partial: flatModel.partial && flatModel.arranged
+    property QtObject outline
+    readonly property bool partial: outline.partial && outline.arranged
 
     implicitHeight: partial ? style.headerHeight : 0
     z: 1
@@ -40,12 +40,12 @@ Item {
         anchors { right: parent.right; rightMargin: notice.style.spacing; verticalCenter: parent.verticalCenter }
         visible: notice.partial
         style: notice.style
-        text: notice.flatModel.fetching ? qsTr("Stop") : qsTr("Load all")
+        text: notice.outline.fetching ? qsTr("Stop") : qsTr("Load all")
         onClicked: {
-            if (notice.flatModel.fetching)
-                notice.flatModel.stopFetching();
+            if (notice.outline.fetching)
+                notice.outline.stopFetching();
             else
-                notice.flatModel.fetchAll();
+                notice.outline.fetchAll();
         }
     }
     // Only what takes a while is worth a look.
@@ -71,7 +71,7 @@ Item {
         }
         Timer {
             interval: 200
-            running: notice.flatModel.working || notice.flatModel.fetching
+            running: notice.outline.working || notice.outline.fetching
             onRunningChanged: {
                 if (!running)
                     bar.visible = false;

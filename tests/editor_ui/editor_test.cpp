@@ -119,7 +119,7 @@ QPoint EditorDriver::centre(QQuickItem* item) const
 
 QStringList EditorDriver::rows()
 {
-    const auto* tree = item("outline_tree")->property("flatModel").value<QAbstractItemModel*>();
+    const auto* tree = item("outline_tree")->property("outline").value<QAbstractItemModel*>();
     QStringList names;
     for (int row = 0; row < tree->rowCount(); ++row)
         names.append(tree->index(row, 0).data().toString());

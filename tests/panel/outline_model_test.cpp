@@ -192,7 +192,7 @@ TEST(OutlineModelTest, GroupsTakeTheFocusAndLeaveTheSelection)
     Outline outline(street);
     outline.scene->item(outline.find("Lamp"))->type = QStringLiteral("light");
     TreeNavigator navigator;
-    navigator.setFlatModel(&outline.model);
+    navigator.setOutline(&outline.model);
     outline.arrange("type");
     navigator.press(1, Qt::NoModifier);
     navigator.key(Qt::Key_Down, Qt::NoModifier, {});

@@ -51,7 +51,7 @@ TEST_F(PanelBrowserTest, RowsInsertedUnderASelectedObjectAreMarkedOnceTheyExist)
     const auto* flat = window.panel()
                            ->property("tree")
                            .value<QQuickItem*>()
-                           ->property("flatModel")
+                           ->property("outline")
                            .value<QAbstractItemModel*>();
     ASSERT_EQ(flat->rowCount(), 4);
     const int selectedRole = flat->roleNames().key("selected");

@@ -28,7 +28,7 @@ class Gestures : public Outline
 public:
     Gestures() : Outline(street)
     {
-        navigator.setFlatModel(&model);
+        navigator.setOutline(&model);
         navigator.setProperty("pageRows", 4);
     }
 

@@ -222,7 +222,7 @@ ApplicationWindow {
         objectName: "status_bar"
         selectionText: browserPanel.hiddenSelectionCount > 0 ? browserPanel.statusText
                                                              : session.selectionStatus.summary
-        canSelectMatches: browserPanel.tree.flatModel.matchCount > 0
+        canSelectMatches: browserPanel.tree.outline.matchCount > 0
         onSelectMatchesRequested: browserPanel.selectMatches()
         onLogRequested: session.window.toggleLog()
     }
