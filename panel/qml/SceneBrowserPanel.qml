@@ -65,11 +65,6 @@ FocusScope {
     function selectMatches() {
         tree.navigator.selectMatches();
     }
-    // The filter's keys are the roles of what it filters.
-    function tellPredicate() {
-        if (predicate && predicate.model !== undefined)
-            predicate.model = model;
-    }
     function focusFilter() {
         filterBar.focusField();
     }
@@ -83,8 +78,6 @@ FocusScope {
         tree.navigator.collapseAll();
     }
 
-    onModelChanged: tellPredicate()
-    onPredicateChanged: tellPredicate()
     implicitWidth: 340
     implicitHeight: 480
 

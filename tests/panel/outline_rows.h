@@ -20,7 +20,6 @@ struct Outline
     {
         model.setSourceModel(scene.get());
         model.setSelectionModel(selection);
-        predicate.setModel(scene.get());
         model.setPredicate(&predicate);
     }
     explicit Outline(TreeModel::Items rows) : Outline(std::make_unique<TreeModel>(std::move(rows)))
