@@ -115,19 +115,8 @@ ApplicationWindow {
     WindowShortcuts {
         blocked: popups.open
     }
-    // The panel and the editor around it have one look.
-    PanelStyle {
+    EditorStyle {
         id: panelStyle
-
-        base: theme.pane
-        window: theme.palette.window
-        text: theme.text
-        dimText: theme.dimText
-        highlight: theme.accent
-        header: theme.header
-        separator: theme.border
-        error: theme.error
-        modified: theme.warning
     }
 
     menuBar: EditorMenuBar {}

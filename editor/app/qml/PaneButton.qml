@@ -16,7 +16,7 @@ AbstractButton {
     Accessible.name: description || text
 
     PanelToolTip {
-        style: PanelStyle {}
+        style: EditorStyle {}
         text: button.description
         visible: button.hovered && text !== ""
     }

@@ -102,14 +102,6 @@ Rectangle {
             font.pixelSize: 12
             textFormat: Text.PlainText
         }
-        Text {
-            anchors.verticalCenter: parent.verticalCenter
-            text: session.document.objectCount === 1 ? qsTr("1 object")
-                : qsTr("%1 objects").arg(Number(session.document.objectCount).toLocaleString(Qt.locale(), "f", 0))
-            color: theme.dimText
-            font.pixelSize: 12
-            textFormat: Text.PlainText
-        }
         PaneButton {
             anchors.verticalCenter: parent.verticalCenter
             text: session.log.problemCount > 0 ? qsTr("⚠ %1").arg(session.log.problemCount) : qsTr("Log")
