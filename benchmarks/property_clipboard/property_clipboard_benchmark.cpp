@@ -273,10 +273,10 @@ void pasteInSlices(benchmark::State& state)
 
 } // namespace
 
-BENCHMARK(copyFloor)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
-BENCHMARK(copy)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
-BENCHMARK(pasteFloor)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
-BENCHMARK(paste)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(copyFloor)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(copy)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(pasteFloor)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(paste)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(pasteOneOntoAll)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(copyInSlices)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(pasteInSlices)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);

@@ -158,39 +158,48 @@ void selectAll(benchmark::State& state)
 
 constexpr auto unit = benchmark::kMillisecond;
 
-BENCHMARK(buildRanges)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(unit);
+BENCHMARK(buildRanges)->Arg(1000)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(unit);
 BENCHMARK_TEMPLATE(swapAlternateRows, RowSelectionModel)
     ->Arg(1000)
     ->Arg(10000)
     ->Arg(100000)
+    ->Arg(1000000)
     ->Unit(unit);
 BENCHMARK_TEMPLATE(swapAlternateRows, Model)->Arg(1000)->Arg(5000)->Iterations(1)->Unit(unit);
 BENCHMARK_TEMPLATE(invertAlternateRows, RowSelectionModel)
     ->Arg(1000)
     ->Arg(10000)
     ->Arg(100000)
+    ->Arg(1000000)
     ->Unit(unit);
 BENCHMARK_TEMPLATE(invertAlternateRows, Model)->Arg(1000)->Iterations(1)->Unit(unit);
 BENCHMARK_TEMPLATE(toggleEveryRange, RowSelectionModel)
     ->Arg(1000)
     ->Arg(10000)
     ->Arg(100000)
+    ->Arg(1000000)
     ->Unit(unit);
 BENCHMARK_TEMPLATE(toggleEveryRange, Model)->Arg(1000)->Iterations(1)->Unit(unit);
-BENCHMARK_TEMPLATE(addOneToMany, RowSelectionModel)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(unit);
+BENCHMARK_TEMPLATE(addOneToMany, RowSelectionModel)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Arg(100000)
+    ->Arg(1000000)
+    ->Unit(unit);
 BENCHMARK_TEMPLATE(addOneToMany, Model)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(unit);
 BENCHMARK_TEMPLATE(replaceOneRangePerParent, RowSelectionModel)
     ->Arg(1000)
     ->Arg(10000)
     ->Arg(100000)
+    ->Arg(1000000)
     ->Unit(unit);
 BENCHMARK_TEMPLATE(replaceOneRangePerParent, Model)
     ->Arg(1000)
     ->Arg(5000)
     ->Iterations(1)
     ->Unit(unit);
-BENCHMARK(walkAllRows)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(unit);
-BENCHMARK(selectAll)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(unit);
+BENCHMARK(walkAllRows)->Arg(1000)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(unit);
+BENCHMARK(selectAll)->Arg(1000)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(unit);
 
 } // namespace
 

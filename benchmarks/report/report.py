@@ -1,0 +1,157 @@
+#!/usr/bin/env python3
+"""Runs the benchmarks that ./bench has built and writes docs/performance.md and its figure.
+
+--quick  sizes up to 100,000, one repetition; prints, writes nothing
+--check  as --quick; ends with 1 when a line grows more than allowed from 10,000 to 100,000 objects
+"""
+import json
+import os
+import re
+import subprocess
+import sys
+import tempfile
+
+from figure import draw
+from lines import FIGURE, MOST_GROWTH, NOT_HELD, ONCE, SIGNAL, SIZES, TABLES
+
+ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+PAGE = os.path.join(ROOT, "docs", "performance.md")
+FIGURE_FILE = os.path.join(ROOT, "docs", "images", "performance.svg")
+BEGIN, END = "<!-- written by ./bench -->", "<!-- end of what ./bench writes -->"
+NANOSECONDS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
+
+
+def run(program, pattern, repetitions):
+    """CPU time in nanoseconds by name, the median of the repetitions."""
+    path = os.path.join(ROOT, "build", "bench", "benchmarks", program, f"{program}_benchmark")
+    with tempfile.NamedTemporaryFile(suffix=".json") as output:
+        subprocess.run([path, f"--benchmark_out={output.name}", f"--benchmark_filter={pattern}",
+                        f"--benchmark_repetitions={repetitions}", "--benchmark_min_time=0.1"],
+                       check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        entries = json.load(output)["benchmarks"]
+    wanted = "median" if repetitions > 1 else None
+    return {entry["run_name"]: entry["cpu_time"] * NANOSECONDS[entry["time_unit"]]
+            for entry in entries if entry.get("aggregate_name") == wanted and "cpu_time" in entry}
+
+
+def measure(largest, repetitions, is_check):
+    sizes = [size for size in SIZES if (10_000 if is_check else 0) <= size <= largest]
+    times = {}
+    for title, program, lines in TABLES:
+        print(f"{title} ...", flush=True)
+        names = {name.format(n=count) for line in lines for name in line[1:] if name
+                 for size in sizes for count in (size, size // 2)}
+        # What takes long is run once.
+        once = {name for name in names if name.endswith(ONCE)}
+        found = times.setdefault(program, {})
+        for group, count in ((names - once, repetitions), (once, 1)):
+            if group:
+                found.update(run(program, f"^({'|'.join(sorted(group))})$", count))
+    if not is_check:
+        print("signal ...", flush=True)
+        times["signal"] = run("signal", r"^emit/", max(3, repetitions))
+    return times
+
+
+def time_text(nanoseconds):
+    for unit, size in (("s", 1e9), ("ms", 1e6), ("µs", 1e3)):
+        if nanoseconds >= size:
+            return f"{nanoseconds / size:.3g} {unit}"
+    return f"{nanoseconds:.3g} ns"
+
+
+def at(times, name, size):
+    return times.get(name.format(n=size)) if name else None
+
+
+def ratio(times, line, size):
+    ours, floor = at(times, line[1], size), at(times, line[2], size)
+    return f"{ours / floor:.2f}" if ours and floor else ""
+
+
+def growths(times, name):
+    known = {size: at(times, name, size) for size in SIZES}
+    return [(small, known[10 * small] / known[small]) for small in SIZES
+            if known[small] and known.get(10 * small)]
+
+
+def rival_text(times, line):
+    for size in reversed(SIZES):
+        # Some rivals are measured at half a size, where they still end in reasonable time.
+        for count in (size, size // 2):
+            rival = at(times, line[3], count)
+            if rival:
+                return f"{count:,}: {time_text(rival)}"
+    return ""
+
+
+def table_text(title, times, lines, largest):
+    sizes = [size for size in SIZES if size <= largest and any(at(times, line[1], size) for line in lines)]
+    text = [f"## {title}", "",
+            "| operation | " + " | ".join(f"{size:,}" for size in sizes) +
+            " | growth | over its floor | stock model |", "|---" * (len(sizes) + 4) + "|"]
+    for line in lines:
+        cells = [time_text(at(times, line[1], size)) if at(times, line[1], size) else "" for size in sizes]
+        growth = ", ".join(f"{value:.1f}" for small, value in growths(times, line[1]) if small >= 10_000)
+        over = ", ".join(filter(None, (ratio(times, line, size) for size in sizes if size >= 10_000)))
+        text.append(f"| {line[0]} | " + " | ".join(cells) + f" | {growth} | {over} | {rival_text(times, line)} |")
+    return "\n".join(text) + "\n"
+
+
+def signal_text(times):
+    text = ["## Signal", "",
+            "Nanoseconds of an emission, with a second thread parked: without one the C library skips its",
+            "locks. The bare loop does one lock and one pin a slot over a plain array and keeps no promise.", "",
+            "| slots | " + " | ".join(SIGNAL) + " | ours over the bare loop |", "|---" * (len(SIGNAL) + 2) + "|"]
+    for slots in (1, 10, 100, 1000):
+        row = {name: times.get(f"emit/{key}/{slots}") for name, key in SIGNAL.items()}
+        cells = [f"{value:.4g}" if value else "" for value in row.values()]
+        text.append(f"| {slots:,} | " + " | ".join(cells) + f" | {row['ours'] / row['bare loop']:.2f} |")
+    return "\n".join(text) + "\n"
+
+
+def machine_text(repetitions):
+    with open("/proc/cpuinfo", encoding="utf-8") as file:
+        model = re.search(r"model name\s*: (.*)", file.read())
+    load = os.getloadavg()[0]
+    return (f"{os.cpu_count()} cores ({model.group(1) if model else 'unknown'}), release build, CPU time, medians of "
+            f"{repetitions} repetitions, the stock model and 1,000 changes of rows measured once. The load of the last minute was {load:.1f} at the end of the run: "
+            "where it is above the number of cores, read ratios and not figures.\n")
+
+
+def check(times):
+    failed = False
+    for _, program, lines in TABLES:
+        for line in lines:
+            for small, growth in growths(times[program], line[1]):
+                bad = growth > MOST_GROWTH and line[0] not in NOT_HELD
+                failed = failed or bad
+                print(f"{'FAIL' if bad else 'ok':4} {growth:5.1f} x from {small:,}: {line[0]}")
+    return 1 if failed else 0
+
+
+def main():
+    is_check = "--check" in sys.argv
+    is_quick = is_check or "--quick" in sys.argv
+    largest, repetitions = (100_000, 1) if is_quick else (1_000_000, 3)
+    times = measure(largest, repetitions, is_check)
+    if is_check:
+        return check(times)
+    tables = [table_text(title, times[program], lines, largest) for title, program, lines in TABLES]
+    text = "\n".join([machine_text(repetitions), *tables, signal_text(times["signal"])])
+    print(text)
+    if is_quick:
+        return 0
+    with open(PAGE, encoding="utf-8") as file:
+        page = file.read()
+    before, rest = page.split(BEGIN)
+    after = rest.split(END)[1]
+    with open(PAGE, "w", encoding="utf-8") as file:
+        file.write(f"{before}{BEGIN}\n\n{text}\n{END}{after}")
+    every = {line[0]: (line, times[program]) for _, program, lines in TABLES for line in lines}
+    draw(FIGURE_FILE, [every[title] for title in FIGURE], SIZES)
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

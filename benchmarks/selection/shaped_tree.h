@@ -1,0 +1,105 @@
+#pragma once
+
+#include "wide_tree.h"
+
+#include <QAbstractItemModel>
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+namespace bench {
+
+/// How objects hang together. Bushy: half of them are parents.
+enum class Shape
+{
+    Flat,
+    ThousandLevels,
+    Chain,
+    ThousandParents,
+    Bushy
+};
+
+/// The parent of each object, -1 for top-level ones; parents come before their children.
+inline std::vector<int> parentsOf(Shape shape, int count)
+{
+    const int level = std::max(1, count / 1000);
+    std::vector<int> parents(static_cast<std::size_t>(count));
+    for (int object = 0; object < count; ++object) {
+        int& parent = parents[static_cast<std::size_t>(object)];
+        switch (shape) {
+        case Shape::Flat:
+            parent = -1;
+            break;
+        case Shape::ThousandLevels:
+            parent = object < level ? -1 : (object / level - 1) * level;
+            break;
+        case Shape::Chain:
+            parent = object - 1;
+            break;
+        case Shape::ThousandParents:
+            parent = object < 1000 ? -1 : object % 1000;
+            break;
+        case Shape::Bushy:
+            parent = object == 0 ? -1 : (object - 1) / 2;
+            break;
+        }
+    }
+    return parents;
+}
+
+/// Objects in one of the shapes; every row has one.
+class ShapedTree : public QAbstractItemModel
+{
+public:
+    ShapedTree(Shape shape, int count) : m_nodes(static_cast<std::size_t>(count) + 1)
+    {
+        const std::vector<int> parents = parentsOf(shape, count);
+        for (int object = 0; object < count; ++object) {
+            const auto parent =
+                static_cast<std::size_t>(parents[static_cast<std::size_t>(object)] + 1);
+            const auto id = static_cast<std::size_t>(object) + 1;
+            m_nodes[id].parent = parent;
+            m_nodes[id].row = static_cast<int>(m_nodes[parent].children.size());
+            m_nodes[id].object = std::make_shared<PlainObject>();
+            m_nodes[parent].children.push_back(id);
+        }
+    }
+
+    // Indexes carry the place of their node; 0 is the root, which has no index.
+    QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override
+    {
+        const auto& children = m_nodes[parent.internalId()].children;
+        return row < 0 || static_cast<std::size_t>(row) >= children.size()
+                   ? QModelIndex()
+                   : createIndex(row, column, children[static_cast<std::size_t>(row)]);
+    }
+    QModelIndex parent(const QModelIndex& child) const override
+    {
+        const std::size_t id = m_nodes[child.internalId()].parent;
+        return id == 0 ? QModelIndex() : createIndex(m_nodes[id].row, 0, id);
+    }
+    int rowCount(const QModelIndex& parent = {}) const override
+    {
+        return static_cast<int>(m_nodes[parent.internalId()].children.size());
+    }
+    int columnCount(const QModelIndex& = {}) const override { return 1; }
+    QVariant data(const QModelIndex& index, int role) const override
+    {
+        if (role != 358)
+            return {};
+        return QVariant::fromValue(kyr::ReflectedObject(m_nodes[index.internalId()].object));
+    }
+
+private:
+    struct Node
+    {
+        std::size_t parent = 0;
+        int row = 0;
+        std::vector<std::size_t> children;
+        std::shared_ptr<PlainObject> object;
+    };
+    std::vector<Node> m_nodes;
+};
+
+} // namespace bench
