@@ -12,9 +12,7 @@
 class ItemAssetModel : public IAssetModel
 {
 public:
-    explicit ItemAssetModel(QAbstractItemModel* model)
-        : m_model(model)
-    {}
+    explicit ItemAssetModel(QAbstractItemModel* model) : m_model(model) {}
     QAbstractItemModel* itemModel() const override { return m_model; }
     QModelIndex indexOf(const kyr::ReflectedObject&) const override { return {}; }
     void setObjectHovered(const kyr::ReflectedObject&, bool) override {}

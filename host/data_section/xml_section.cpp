@@ -193,9 +193,8 @@ SmartPointer<XMLSection> XMLSection::parse(StringRef text)
 
 bool XMLSection::parseChildren(StringRef text)
 {
-    return bool(pugi::xml_node(m_node).append_buffer(text.data(), text.size(),
-                                                     parserOptions | pugi::parse_fragment,
-                                                     pugi::encoding_utf8));
+    return bool(pugi::xml_node(m_node).append_buffer(
+        text.data(), text.size(), parserOptions | pugi::parse_fragment, pugi::encoding_utf8));
 }
 
 DataSectionPtr XMLSection::section(pugi::xml_node_struct* node) const

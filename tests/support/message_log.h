@@ -14,8 +14,8 @@ class MessageLog
 public:
     MessageLog()
         : m_guard([this](const Zar::DebugMessage& message) {
-            m_lines.push_back((message.critical ? "!" : std::to_string(message.messagePriority))
-                              + " " + message.text);
+            m_lines.push_back((message.critical ? "!" : std::to_string(message.messagePriority)) +
+                              " " + message.text);
         })
     {}
 

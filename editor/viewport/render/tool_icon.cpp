@@ -10,8 +10,8 @@ constexpr double side = 16;
 
 void paintPointer(QPainter& painter)
 {
-    painter.drawPolygon(QPolygonF({{4, 2}, {4, 12.5}, {6.9, 9.9}, {8.9, 14}, {10.6, 13.2},
-                                   {8.7, 9.3}, {12.4, 9.1}}));
+    painter.drawPolygon(QPolygonF(
+        {{4, 2}, {4, 12.5}, {6.9, 9.9}, {8.9, 14}, {10.6, 13.2}, {8.7, 9.3}, {12.4, 9.1}}));
 }
 
 void paintArrows(QPainter& painter)
