@@ -58,6 +58,7 @@ TEST(HostileDocument, IsRefusedOrReadInFull)
         {"overlong_nul", [] { return wrapped("\xc0\x80"); }, false},
         {"control_character", [] { return wrapped("\x01"); }, false},
         {"nul_reference", [] { return wrapped("&#0;"); }, false},
+        {"control_reference", [] { return wrapped("&#x1f;"); }, false},
         {"unknown_entity", [] { return wrapped("&lol;"); }, false},
         {"endless_reference", [] { return wrapped("&" + std::string(mega, 'a')); }, false},
         {"doctype", [] { return "<!DOCTYPE objects><objects/>"; }, false},
