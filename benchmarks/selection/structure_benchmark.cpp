@@ -115,8 +115,9 @@ void moveThousand(benchmark::State& state)
                               [](ChangingTree& tree, int row) { tree.moveChild(0, row, row + 5); });
 }
 
-BENCHMARK(buildOddRows)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(unit);
+BENCHMARK(buildOddRows)->Arg(1000)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(unit);
 BENCHMARK_TEMPLATE(removeParent, RowSelectionModel)
+    ->Arg(1000)
     ->Arg(10000)
     ->Arg(100000)
     ->Arg(1000000)
@@ -124,6 +125,7 @@ BENCHMARK_TEMPLATE(removeParent, RowSelectionModel)
     ->Iterations(3);
 BENCHMARK_TEMPLATE(removeParent, Model)->Arg(10000)->Arg(100000)->Unit(unit)->Iterations(1);
 BENCHMARK_TEMPLATE(removeTenth, RowSelectionModel)
+    ->Arg(1000)
     ->Arg(10000)
     ->Arg(100000)
     ->Arg(1000000)
@@ -131,6 +133,7 @@ BENCHMARK_TEMPLATE(removeTenth, RowSelectionModel)
     ->Iterations(3);
 BENCHMARK_TEMPLATE(removeTenth, Model)->Arg(10000)->Arg(100000)->Unit(unit)->Iterations(1);
 BENCHMARK_TEMPLATE(moveOneOfAll, RowSelectionModel)
+    ->Arg(1000)
     ->Arg(10000)
     ->Arg(100000)
     ->Arg(1000000)
