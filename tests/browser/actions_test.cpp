@@ -16,7 +16,11 @@ public:
         test::hostIsCalled();
     }
     void addSeparator() override { log += "| "; }
-    bool isEmpty() const override { return log.empty(); }
+    bool isEmpty() const override
+    {
+        test::hostIsCalled();
+        return log.empty();
+    }
     void popup() override
     {
         log += "shown";
@@ -128,6 +132,9 @@ TEST_F(BrowserTest, mayBeDestroyedInsideAnyCallThatItMakes)
         },
         [this] { browser->syncHover(model->find("b")); },
         [this] { browser->resetHover(); },
+        [this] { browser->onDoubleClicked(model->find("b")); },
+        [this] { browser->copyProperties(); },
+        [this] { browser->pasteProperties(); },
         [this] { browser->requestMenu(); },
         [this] { browser->expandAll(); },
         [&] {

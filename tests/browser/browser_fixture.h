@@ -29,7 +29,7 @@ inline std::string names(const QItemSelection& selection)
     return text;
 }
 
-/// Called in every call of the browser to the editor that could change something.
+/// Called in every call of the browser to the editor.
 inline std::function<void()> onHostCall;
 
 inline void hostIsCalled()
@@ -38,10 +38,31 @@ inline void hostIsCalled()
         onHostCall();
 }
 
+class HookedTreeModel : public TreeModel
+{
+public:
+    using TreeModel::TreeModel;
+    QVariant data(const QModelIndex& index, int role) const override
+    {
+        hostIsCalled();
+        return TreeModel::data(index, role);
+    }
+    int rowCount(const QModelIndex& parent = {}) const override
+    {
+        hostIsCalled();
+        return TreeModel::rowCount(parent);
+    }
+};
+
 class HookedAssetModel : public TreeAssetModel
 {
 public:
     using TreeAssetModel::TreeAssetModel;
+    QAbstractItemModel* itemModel() const override
+    {
+        hostIsCalled();
+        return TreeAssetModel::itemModel();
+    }
     QModelIndex indexOf(const kyr::ReflectedObject& object) const override
     {
         hostIsCalled();
@@ -60,6 +81,16 @@ class LoggedAssetSelection : public RecordedAssetSelection
 public:
     using RecordedAssetSelection::RecordedAssetSelection;
 
+    const Objects& objects() const override
+    {
+        hostIsCalled();
+        return RecordedAssetSelection::objects();
+    }
+    std::weak_ptr<Zar::ChangesController> changesController() const override
+    {
+        hostIsCalled();
+        return RecordedAssetSelection::changesController();
+    }
     void setSelection(Objects objects, bool keepPresent) override
     {
         m_log += "set(" + names(objects) + ") ";
@@ -94,7 +125,7 @@ class BrowserTest : public testing::Test
 protected:
     void create(const QString& tree, int columns = 1)
     {
-        create(std::make_unique<TreeModel>(tree, columns));
+        create(std::make_unique<HookedTreeModel>(tree, columns));
     }
     void create(std::unique_ptr<TreeModel> scene)
     {

@@ -1,6 +1,8 @@
 #include "column_proxies.h"
 #include <kyr_scene_outline/scene_browser_data.h>
 
+#include <QPointer>
+
 QAbstractItemModel* SceneBrowserData::columnsModel() const
 {
     return m_columnsModel;
@@ -19,8 +21,13 @@ QAbstractItemModel* SceneBrowserData::selectedColumnsModel() const
 void SceneBrowserData::setColumnsModel(QAbstractItemModel* columnsModel,
                                        QItemSelectionModel* selectionModel)
 {
+    const QPointer<SceneBrowserData> self(this);
+    std::unique_ptr<kyr::ColumnProxies, RetireColumns> columns(
+        new kyr::ColumnProxies(columnsModel, selectionModel));
+    if (!self)
+        return;
     m_columnsModel = columnsModel;
-    m_columns.reset(new kyr::ColumnProxies(columnsModel, selectionModel));
+    m_columns = std::move(columns);
     const auto onEnd = [this](const QObject* mortal, auto replace) {
         if (mortal)
             connect(mortal, &QObject::destroyed, m_columns.get(),

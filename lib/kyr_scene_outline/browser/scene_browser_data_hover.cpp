@@ -9,10 +9,10 @@ void SceneBrowserData::syncHover(const QModelIndex& hoveredItem)
     // Between the announcement and the end of a row update the index may not fit the model.
     if (m_rowsUpdates != 0 || !m_assetModel || !m_assetSelection || !hoveredItem.isValid())
         return;
-    const QAbstractItemModel* itemModel = m_assetModel->itemModel();
-    if (!itemModel)
-        return;
     const QPointer<SceneBrowserData> self(this);
+    const QAbstractItemModel* itemModel = m_assetModel->itemModel();
+    if (!self || !itemModel)
+        return;
     const QVariant value = itemModel->data(hoveredItem, kyr::ObjectRole);
     if (self)
         m_assetSelection->setHoveredObjects({kyr::PersistentObject(kyr::objectOf(value))});

@@ -41,18 +41,20 @@ std::unique_ptr<PropertyJob> SceneBrowserData::startCopy(PropertyChoice choice)
         return fail("Copy properties: item selection is not set for this Scene Browser instance");
     if (!m_assetModel)
         return fail("Copy properties: item model is not set for this Scene Browser instance");
+    const IAssetModel* assetModel = m_assetModel; // the browser may end in any of the calls
     IAssetSelection::Objects objects = m_assetSelection->objects();
     if (objects.empty())
         return fail("Copy properties: item selection is empty");
 
-    kyr::properties::collectObjectsInModelOrder(objects, m_assetModel);
+    kyr::properties::collectObjectsInModelOrder(objects, assetModel);
     return std::make_unique<CopyJob>(std::move(objects), std::move(choice));
 }
 
 bool SceneBrowserData::copyProperties()
 {
+    const QPointer<SceneBrowserData> self(this);
     const std::unique_ptr<PropertyJob> job = startCopy();
-    return job && runToEnd(*job);
+    return self && job && runToEnd(*job);
 }
 
 std::unique_ptr<PropertyJob> SceneBrowserData::startPaste(PropertyChoice choice)
@@ -72,15 +74,17 @@ std::unique_ptr<PropertyJob> SceneBrowserData::makePasteJob(PropertyChoice choic
         return fail("Paste properties: item selection is not set for this Scene Browser instance");
     if (!m_assetModel)
         return fail("Paste properties: item model is not set for this Scene Browser instance");
-    IAssetSelection::Objects targets = m_assetSelection->objects();
+    const IAssetModel* assetModel = m_assetModel; // the browser may end in any of the calls
+    IAssetSelection& assetSelection = *m_assetSelection;
+    IAssetSelection::Objects targets = assetSelection.objects();
     if (targets.empty())
         return fail("Paste properties: item selection is empty");
 
-    kyr::properties::collectObjectsInModelOrder(targets, m_assetModel);
+    kyr::properties::collectObjectsInModelOrder(targets, assetModel);
     Zar::SmartPointer<Zar::BinaryBlock> document = kyr::properties::takeDocumentFromClipboard();
     if (!document)
         return fail("Paste properties: clipboard is empty");
-    return std::make_unique<PasteJob>(*m_assetSelection, std::move(targets), std::move(document),
+    return std::make_unique<PasteJob>(assetSelection, std::move(targets), std::move(document),
                                       std::move(choice),
                                       isPreview ? PasteJob::Mode::Preview : PasteJob::Mode::Paste);
 }
@@ -88,9 +92,9 @@ std::unique_ptr<PropertyJob> SceneBrowserData::makePasteJob(PropertyChoice choic
 bool SceneBrowserData::pasteProperties()
 {
     m_lastPasteReport = {};
-    const std::unique_ptr<PropertyJob> job = startPaste();
     const QPointer<SceneBrowserData> self(this);
-    if (!job || !runToEnd(*job))
+    const std::unique_ptr<PropertyJob> job = startPaste();
+    if (!self || !job || !runToEnd(*job))
         return false;
     if (self)
         m_lastPasteReport = job->report();

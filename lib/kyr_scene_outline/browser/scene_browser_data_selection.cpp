@@ -75,16 +75,20 @@ void SceneBrowserData::updateAssetSelection(const QItemSelection& selection)
     if (m_updatingSelection || !m_assetSelection)
         return;
     const QPointer<SceneBrowserData> self(this);
+    IAssetSelection& assetSelection = *m_assetSelection;
     // The change closes after the flag is cleared: what is notified then is no echo.
+    std::shared_ptr<Zar::ChangesController> controller;
     std::optional<Zar::CommitChangesScope> change;
     {
         const kyr::ScopedFlag updating(m_updatingSelection, this);
         IAssetSelection::Objects objects = objectsOf(selection);
         if (!self)
             return;
-        Zar::ChangesController* controller = m_assetSelection->changesController().lock().get();
-        change.emplace("Set asset selection", controller);
-        m_assetSelection->setSelection(std::move(objects), false);
+        controller = assetSelection.changesController().lock();
+        if (!self)
+            return;
+        change.emplace("Set asset selection", controller.get());
+        assetSelection.setSelection(std::move(objects), false);
     }
 }
 
@@ -98,8 +102,14 @@ void SceneBrowserData::updateSelectionModelFromAssetSelection()
     const kyr::ScopedFlag updating(m_updatingSelection, this);
     QItemSelection selection;
     // The list is asked anew each time: the editor may change it when it looks for a row.
-    for (std::size_t i = 0; i < m_assetSelection->objects().size(); ++i) {
-        const QModelIndex index = m_assetModel->indexOf(m_assetSelection->objects()[i].object());
+    for (std::size_t i = 0;; ++i) {
+        const IAssetSelection::Objects& objects = m_assetSelection->objects();
+        if (!self)
+            return;
+        if (i >= objects.size())
+            break;
+        const kyr::PersistentObject object = objects[i];
+        const QModelIndex index = m_assetModel->indexOf(object.object());
         if (!self)
             return;
         if (index.isValid())
@@ -121,11 +131,15 @@ void SceneBrowserData::updateSelectionModel()
 
 void SceneBrowserData::syncSelectionOnInsert(const QModelIndex& rowParent, int first, int last)
 {
-    if (m_updatingSelection || !m_assetSelection || m_assetSelection->objects().empty())
+    if (m_updatingSelection || !m_assetSelection)
         return;
     const QPointer<SceneBrowserData> self(this);
+    if (m_assetSelection->objects().empty() || !self)
+        return;
     const kyr::ScopedFlag updating(m_updatingSelection, this);
     const QAbstractItemModel* itemModel = m_assetModel->itemModel();
+    if (!self)
+        return;
     QItemSelection selection;
     for (int row = first; row <= last; ++row) {
         const QModelIndex index = itemModel->index(row, 0, rowParent);
@@ -141,8 +155,11 @@ void SceneBrowserData::syncSelectionOnInsert(const QModelIndex& rowParent, int f
 
 void SceneBrowserData::selectAll()
 {
-    if (!m_assetModel || !m_selectionModel || !m_assetModel->itemModel())
+    const QPointer<SceneBrowserData> self(this);
+    const QAbstractItemModel* itemModel = model();
+    if (!self || !itemModel || !m_selectionModel)
         return;
-    m_selectionModel->select(allRows(*m_assetModel->itemModel()),
-                             QItemSelectionModel::ClearAndSelect);
+    const QItemSelection rows = allRows(*itemModel);
+    if (self)
+        m_selectionModel->select(rows, QItemSelectionModel::ClearAndSelect);
 }
