@@ -1,10 +1,12 @@
 #include "viewport_binding.h"
 
+#include "report.h"
 #include "selection_edits.h"
 #include "viewport_items.h"
 
 #include <editor/document/scene_commands.h>
 #include <editor/document/transform_math.h>
+#include <editor/viewport/items/frame_reach.h>
 
 #include <algorithm>
 
@@ -14,6 +16,16 @@ namespace {
 
 // In one step, beyond which building all items anew costs less.
 constexpr int mostRowChanges = 200;
+
+void reportWhatIsTooFar(const ItemSet& set)
+{
+    const auto count =
+        std::count_if(set.items().begin(), set.items().end(),
+                      [](const ViewportItem& item) { return !isInFrameReach(item.bounds()); });
+    if (count > 0)
+        reportWarning(
+            QStringLiteral("%1 of the objects lie or reach too far out to be framed").arg(count));
+}
 
 } // namespace
 
@@ -120,7 +132,7 @@ void ViewportBinding::finishStructure()
         showHover();
     }
     if (std::exchange(m_isNewScene, false))
-        m_controller.frameAll();
+        frameAll();
 }
 
 void ViewportBinding::resetItems()
@@ -219,6 +231,7 @@ void ViewportBinding::frameSelection()
 void ViewportBinding::frameAll()
 {
     m_controller.frameAll();
+    reportWhatIsTooFar(m_controller.items());
 }
 
 void ViewportBinding::pick(quint32 id, Qt::KeyboardModifiers modifiers)

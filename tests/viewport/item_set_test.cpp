@@ -340,8 +340,10 @@ TEST(ItemSet, SurvivesNumbersThatAreNone)
     ViewportItem endless = meshItem(2, cubeMesh(), {});
     endless.transform.scale(float(qInf()));
     std::vector<ViewportItem> items;
+    const ViewportItem far[] = {broken, endless, meshItem(3, cubeMesh(), {1e30f, 0, 0}),
+                                meshItem(4, cubeMesh(), {-3e38f, 3e38f, 0})};
     for (quint32 id = 1; id < 40; ++id) {
-        items.push_back(id % 2 ? broken : endless);
+        items.push_back(far[id % 4]);
         items.back().id = id;
     }
     items.push_back(meshItem(40, cubeMesh(), {}));
@@ -354,6 +356,14 @@ TEST(ItemSet, SurvivesNumbersThatAreNone)
     EXPECT_EQ(40u, set.pick(camera, {320, 240})->id);
     EXPECT_EQ((std::vector<quint32>{40}), set.idsWithin(camera, QRectF(319, 239, 2, 2)));
     EXPECT_FALSE(set.update(meshItem(99, cubeMesh(), {})));
+
+    camera.setSceneBounds(set.bounds());
+    camera.frame(set.boundsOf({2, 3}));
+    camera.frame(set.visibleBounds());
+    EXPECT_EQ(QVector3D(), camera.target());
+    EXPECT_LT(camera.distance(), 10);
+    const QVector3D middle = camera.projection().map(camera.view().map(QVector3D()));
+    EXPECT_LT(middle.length(), 1) << "cut off by the near or far plane";
 }
 
 TEST(MeshGeometry, DropsTrianglesThatNameNoVertexAndMakesNormals)

@@ -13,6 +13,9 @@ constexpr float lookShare = 0.5f; // what is seen passes by faster than when it 
 constexpr float maximalPitch = 90.0f;
 constexpr float shortestDistance = 1e-4f;
 constexpr float longestDistance = 1e7f;
+constexpr float farthest = 1e12f;      // beyond, the matrices overflow
+constexpr float leastOfPlace = 1e-6f;  // nearer to a place far out, the eye would fall on it
+constexpr float mostOfDistance = 0.1f; // the target is not cut off, however large the scene is
 
 const float halfHeight = std::tan(qDegreesToRadians(fieldOfView) / 2.0f); // at depth one
 
@@ -102,7 +105,8 @@ void OrbitCamera::frame(const Box& box)
         distance = std::max(distance, nearer + std::max(across, along) / halfHeight);
     }
     m_target = centre;
-    m_distance = qBound(shortestDistance, distance * frameMargin, longestDistance);
+    m_distance = qBound(std::max(shortestDistance, centre.length() * leastOfPlace),
+                        distance * frameMargin, longestDistance);
 }
 
 QMatrix4x4 OrbitCamera::view() const
@@ -122,13 +126,14 @@ QMatrix4x4 OrbitCamera::projection() const
 float OrbitCamera::farPlane() const
 {
     const float reach = m_scene.isEmpty() ? 0.0f : (m_scene.centre() - eye()).length();
-    return std::max(reach + m_scene.radius(), m_distance * 40.0f) * 1.01f;
+    const float end = std::max(m_distance * 40.0f, reach + m_scene.radius()) * 1.01f;
+    return std::min(farthest, end); // also for an end that is no number
 }
 
 float OrbitCamera::nearPlane() const
 {
     // The depth buffer tells 2^24 depths apart; a wider ratio would let surfaces flicker.
-    return std::max(m_distance * 0.01f, farPlane() * 1e-5f);
+    return std::min(std::max(m_distance * 0.01f, farPlane() * 1e-5f), m_distance * mostOfDistance);
 }
 
 float OrbitCamera::pixelSize() const

@@ -1,5 +1,7 @@
 #include "item_set.h"
 
+#include "frame_reach.h"
+
 namespace editor {
 
 namespace {
@@ -224,9 +226,11 @@ Box ItemSet::visibleBounds() const
     Box meshes;
     Box markers;
     for (quint32 i = 0; i < m_items.size(); ++i) {
-        if (m_items[i].visible && m_items[i].isMesh())
+        if (!m_items[i].visible || !isInFrameReach(m_tree.box(i)))
+            continue;
+        if (m_items[i].isMesh())
             meshes.include(m_tree.box(i));
-        else if (m_items[i].visible && m_items[i].isMarker())
+        else if (m_items[i].isMarker())
             markers.include(m_tree.box(i));
     }
     return meshes.isEmpty() ? markers : meshes;
@@ -236,7 +240,10 @@ Box ItemSet::boundsOf(const std::vector<quint32>& ids) const
 {
     Box box;
     for (const ItemRange& branch : branchesOf(ids)) {
-        visitRange(branch, [&](quint32 index) { box.include(m_tree.box(index)); });
+        visitRange(branch, [&](quint32 index) {
+            if (isInFrameReach(m_tree.box(index)))
+                box.include(m_tree.box(index));
+        });
     }
     return box;
 }
