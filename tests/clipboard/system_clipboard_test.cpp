@@ -1,4 +1,3 @@
-#include <host/data_section/xml_section.h>
 #include <tools/common/string_utils.h>
 
 #include <QClipboard>
@@ -58,17 +57,6 @@ TEST(SystemClipboard, OtherProgramsReadExactlyTheBytes)
     const std::string large(5 << 20, 'x');
     ASSERT_TRUE(Zar::StringUtils::copyToClipboardT(large));
     EXPECT_EQ(outputOf(CLIPBOARD_PEER, {"paste"}).toStdString(), large);
-}
-
-TEST(SystemClipboard, DocumentsAreWellFormedForOthers)
-{
-    const Zar::DataSectionPtr document(new Zar::XMLSection("objects"));
-    for (int byte = 0; byte < 256; ++byte)
-        document->writeString("byte " + std::to_string(byte),
-                              std::string(3, static_cast<char>(byte)));
-    ASSERT_TRUE(Zar::StringUtils::copyToClipboardT(std::string(document->asBinary()->bytes())));
-    const QString command = "xclip -o -selection clipboard | xmllint --noout - && echo well formed";
-    EXPECT_EQ(outputOf("sh", {"-c", command}).toStdString(), "well formed\n");
 }
 
 TEST(SystemClipboard, ReadsWhatOtherProgramsOffer)

@@ -28,12 +28,6 @@ struct ColumnChoiceTest : testing::Test
         QCoreApplication::setOrganizationName("Tests");
     }
 
-    static void choose(SceneColumnsModel& columns, ColumnChoice& choice,
-                       std::initializer_list<const char*> ids)
-    {
-        for (const char* id : ids)
-            choice.select(columns.indexOf(id), QItemSelectionModel::Select);
-    }
     /// The ids that show, in their order.
     static QStringList shown(const ColumnChoice& choice)
     {
@@ -78,11 +72,15 @@ TEST_F(ColumnChoiceTest, comesBackWithWhatIsLeftOfIt)
         SceneColumnsModel columns;
         ColumnChoice choice(columns);
         EXPECT_EQ(shown(choice), QStringList({"type"}));
-        choose(columns, choice, {"light.intensity", "count"});
+        const auto choose = [&](const char* id) {
+            choice.select(columns.indexOf(id), QItemSelectionModel::Select);
+        };
+        choose("light.intensity");
+        choose("count");
         columns.setData(columns.indexOf("type"), 100, SceneColumnsModel::ColumnOrderRole);
         EXPECT_EQ(shown(choice), QStringList({"light.intensity", "count", "type"}));
         choice.select(columns.indexOf("count"), QItemSelectionModel::Deselect);
-        choose(columns, choice, {"count"});
+        choose("count");
         EXPECT_EQ(shown(choice).last(), "count");
         choice.clear();
     }
@@ -97,11 +95,11 @@ struct ScenePropertyTest : testing::Test
     ScenePropertyTest()
     {
         document.open(test::sceneFrom("light Lamp | transform.position=0.1 2 -3 | "
-                                      "light.color=0 1 0 1 | light.type=spot\ncamera Camera"),
+                                      "light.color=0 1 0 1 | light.type=spot\n"
+                                      "camera Camera"),
                       {});
         document.setProperty({test::at(document, "Camera")}, "camera.target",
                              lumo::Variant("Lamp"));
-        document.undoStack().clear();
     }
 
     static int role(const char* path)
@@ -135,18 +133,18 @@ TEST_F(ScenePropertyTest, textsAreTakenForWhatTheyMeanOrRefused)
     const auto set = [this](const char* path, const char* text) {
         return model.setData(row(0), QString::fromUtf8(text), role(path));
     };
-    EXPECT_TRUE(set("transform.position.x", " 2.5"));
-    EXPECT_EQ(value(0, "transform.position"), QVariant("2.5 2 -3"));
-    EXPECT_TRUE(set("transform.position", "1 2 3"));
-    EXPECT_EQ(value(0, "transform.position.z"), QVariant(3.0));
-    EXPECT_TRUE(set("light.color", "#ff0000"));
-    EXPECT_EQ(value(0, "light.color"), QVariant(QColor(255, 0, 0)));
-    EXPECT_TRUE(set("light.type", "point"));
-    EXPECT_EQ(value(0, "light.type"), QVariant("point"));
-    EXPECT_TRUE(set("light.intensity", "-4"));
-    EXPECT_EQ(value(0, "light.intensity"), QVariant(0.0)) << "bounds of the property hold";
-    EXPECT_TRUE(set("transform.position.x", "*2,5"));
-    EXPECT_EQ(value(0, "transform.position.x"), QVariant(2.5)) << "of the present one";
+    const std::tuple<const char*, const char*, const char*, QVariant> rows[] = {
+        {"transform.position.x", " 2.5", "transform.position", "2.5 2 -3"},
+        {"transform.position", "1 2 3", "transform.position.z", 3.0},
+        {"light.color", "#ff0000", "light.color", QColor(255, 0, 0)},
+        {"light.type", "point", "light.type", "point"},
+        {"light.intensity", "-4", "light.intensity", 0.0}, // within its bounds
+        {"transform.position.x", "*2,5", "transform.position.x", 2.5},
+    };
+    for (const auto& [path, text, read, expected] : rows) {
+        EXPECT_TRUE(set(path, text)) << path;
+        EXPECT_EQ(value(0, read), expected) << path;
+    }
     const int steps = document.undoStack().count();
     for (const auto& [path, text] : {std::pair("transform.position.x", "two"),
                                      {"transform.position", "1 2"},
@@ -168,17 +166,13 @@ TEST_F(ScenePropertyTest, textsAreTakenForWhatTheyMeanOrRefused)
 
 TEST_F(ScenePropertyTest, pathsFollowTheNamesAbove)
 {
-    const SceneObjectPtr group = SceneObject::create(ObjectKind::Group, "Group");
-    const SceneObjectPtr inner = SceneObject::create(ObjectKind::Group, "Inner");
-    inner->append(SceneObject::create(ObjectKind::Mesh, "Mesh"));
-    group->append(inner);
-    document.insert(group, *document.root(), 2);
-    const QPersistentModelIndex innerRow = model.index(0, 0, row(2));
+    document.open(test::sceneFrom("group Group\n  group Inner\n    mesh Mesh"), {});
+    const QPersistentModelIndex innerRow = model.index(0, 0, row(0));
     const QPersistentModelIndex mesh = model.index(0, 0, innerRow);
     const auto path = [](const QModelIndex& index) {
         return index.data(SceneItemModel::PathRole).toString();
     };
-    EXPECT_EQ(path(row(2)), "");
+    EXPECT_EQ(path(row(0)), "");
     EXPECT_EQ(path(mesh), "Group / Inner");
     QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
     const auto tells = [&](const QModelIndex& index) {
@@ -187,11 +181,11 @@ TEST_F(ScenePropertyTest, pathsFollowTheNamesAbove)
                    change[2].value<QVector<int>>().contains(SceneItemModel::PathRole);
         });
     };
-    document.rename(group, "Box");
+    document.rename(test::at(document, "Group"), "Box");
     EXPECT_EQ(path(mesh), "Box / Inner");
     EXPECT_TRUE(tells(mesh));
     changed.clear();
-    document.reparent({inner}, *document.root(), 0);
+    document.reparent({test::at(document, "Box/Inner")}, *document.root(), 0);
     EXPECT_EQ(path(mesh), "Inner");
     EXPECT_TRUE(tells(innerRow) && tells(mesh));
 }

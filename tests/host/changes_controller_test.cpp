@@ -107,22 +107,15 @@ TEST_F(ChangesControllerTest, stepsThatChangeNothingAreNotKept)
 
 TEST_F(ChangesControllerTest, changesMadeByUndoingAreNotRecorded)
 {
-    class Echo : public SetNumber
+    struct Echo : SetNumber
     {
-    public:
-        Echo(int& number, std::function<void()> echo)
-            : SetNumber(number, 1, false), m_echo(std::move(echo))
-        {}
-        void undo() override
-        {
-            SetNumber::undo();
-            m_echo();
-        }
-
-    private:
-        std::function<void()> m_echo;
+        using SetNumber::SetNumber;
+        void undo() override { echo(); }
+        std::function<void()> echo;
     };
-    controller.record(std::make_unique<Echo>(a, [this] { set(b, 9); }), "Echo");
+    auto echo = std::make_unique<Echo>(a, 1, false);
+    echo->echo = [this] { set(b, 9); };
+    controller.record(std::move(echo), "Echo");
     controller.stack().undo();
     EXPECT_EQ(9, b);
     EXPECT_EQ(1, controller.stack().count());

@@ -2,6 +2,7 @@
 
 #include <editor/files/scene_import.h>
 
+#include <scene/scene_samples.h>
 #include <support/mutation.h>
 
 #include <QCommandLineParser>
@@ -55,18 +56,19 @@ class Tally
 public:
     void add(const QString& file, const SceneImport& import, double seconds)
     {
+        if ((!import.root && import.error.isEmpty()) || seconds > longestSeconds)
+            fail(file, QStringLiteral("no outcome after %1 s").arg(seconds));
         const std::lock_guard<std::mutex> lock(m_mutex);
         ++m_counts[outcomeOf(import)];
         m_worst = std::max(m_worst, seconds);
-        if ((!import.root && import.error.isEmpty()) || seconds > longestSeconds)
-            failLocked(file, QStringLiteral("no outcome after %1 s").arg(seconds));
     }
     void fail(const QString& file, const QString& what)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        failLocked(file, what);
+        ++m_failures;
+        std::printf("WRONG %s: %s\n", qPrintable(file), qPrintable(what));
     }
-    bool print(const char* title) const
+    bool print(const char* title)
     {
         std::printf("%s: slowest %.1f s\n", title, m_worst);
         for (const auto& [outcome, count] : m_counts)
@@ -76,13 +78,7 @@ public:
     }
 
 private:
-    void failLocked(const QString& file, const QString& what)
-    {
-        ++m_failures;
-        std::printf("WRONG %s: %s\n", qPrintable(file), qPrintable(what));
-    }
-
-    mutable std::mutex m_mutex;
+    std::mutex m_mutex;
     std::map<std::string, int> m_counts;
     double m_worst = 0;
     int m_failures = 0;
@@ -122,27 +118,13 @@ void inThreads(int count, const Work& work)
         thread.join();
 }
 
-int countObjects(const SceneObject& root)
-{
-    int count = 0;
-    std::vector<const SceneObject*> open{&root};
-    while (!open.empty()) {
-        const SceneObject* object = open.back();
-        open.pop_back();
-        for (const SceneObjectPtr& child : object->children())
-            open.push_back(child.get());
-        count += int(object->children().size());
-    }
-    return count;
-}
-
 void openScene(const QString& path, int expected, Tally& tally)
 {
     const SceneImport import = importTimed(path, path, tally);
     if (!import.root || expected == test::unknownCount)
         return;
     // A root that only holds the others is the scene itself.
-    const int objects = countObjects(*import.root);
+    const int objects = int(test::allBelow(*import.root).size());
     if (objects != expected && objects != expected - 1)
         tally.fail(path, QStringLiteral("%1 objects, not %2").arg(objects).arg(expected));
 }

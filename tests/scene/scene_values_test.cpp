@@ -86,18 +86,6 @@ TEST(SceneObject, copiesLookAtCopies)
     EXPECT_EQ(lookAt(root->children()[1]).second, root->children()[1].get());
 }
 
-TEST(SceneObject, treesOfAnyDepthAreReleased)
-{
-    SceneDocument document;
-    document.open(deepScene(200000), {});
-    EXPECT_EQ(document.objectCount(), 200000);
-    SceneObjectPtr last = document.root();
-    while (!last->children().empty())
-        last = last->children().front();
-    document.open(sceneFrom({}), {});
-    EXPECT_FALSE(last->document());
-}
-
 TEST(PrimitiveShapes, areClosedAndFaceOutwards)
 {
     for (const char* source : {"box 1 2 3", "prism 1 2 3", "cylinder 1 2", "cone 1 2",
@@ -110,14 +98,11 @@ TEST(PrimitiveShapes, areClosedAndFaceOutwards)
         for (quint32 i = 0; i < geometry.triangleCount(); ++i) {
             const Triangle t = geometry.triangle(i);
             volume += QVector3D::dotProduct(t[0], QVector3D::crossProduct(t[1], t[2])) / 6;
-        }
-        EXPECT_GT(volume, 0.5) << source;
-        for (std::size_t i = 0; i < geometry.indices().size(); i += 3) {
-            const Triangle t = geometry.triangle(static_cast<quint32>(i / 3));
             const QVector3D face = QVector3D::crossProduct(t[1] - t[0], t[2] - t[0]);
-            const QVector3D normal = geometry.vertices()[geometry.indices()[i]].normal;
+            const QVector3D normal = geometry.vertices()[geometry.indices()[i * 3]].normal;
             ASSERT_GE(QVector3D::dotProduct(face, normal), -1e-6f) << source;
         }
+        EXPECT_GT(volume, 0.5) << source;
     }
     for (const char* source : {"", "box", "box 1 2", "box 1 2 3 4", "box 1 2 x", "ball 1",
                                "sphere inf", "sphere nan", "box 1  2 3"})

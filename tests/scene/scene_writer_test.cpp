@@ -169,7 +169,7 @@ TEST_F(SceneWriterTest, gltfKeepsTransformsToTheLastBit)
 TEST_F(SceneWriterTest, theDeepestSceneCanBeSaved)
 {
     // As deep as files may be, all of one name.
-    const SceneObjectPtr deep = deepScene(100000);
+    SceneObjectPtr deep = deepScene(100000);
     for (const char* name : allFormats) {
         ASSERT_EQ(writeScene(*deep, file(name)), QString());
         EXPECT_LT(QFileInfo(file(name)).size(), 20 << 20) << name;
@@ -178,6 +178,8 @@ TEST_F(SceneWriterTest, theDeepestSceneCanBeSaved)
     ASSERT_TRUE(import.root) << import.error.toStdString();
     document.open(import.root, {});
     EXPECT_EQ(document.objectCount(), 100000);
+    const std::weak_ptr<SceneObject> released = std::exchange(deep, nullptr);
+    EXPECT_TRUE(released.expired());
 }
 
 /// No file of this process may get larger while it lives, as on a disk that is full.

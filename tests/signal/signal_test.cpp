@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <support/allocations/allocation_count.h>
+
 #include <functional>
 #include <memory>
 #include <string>
@@ -158,6 +160,29 @@ TEST_F(SignalTest, ExceptionEndsTheEmissionOnly)
     const Connection empty = m_signal.connect(std::function<void()>(), -1);
     EXPECT_THROW(emitted(), std::bad_function_call);
     EXPECT_EQ(m_log, "");
+}
+
+TEST_F(SignalTest, AllocatesOnceForItselfAndOnceForAConnection)
+{
+    std::size_t before = test::allocationCount();
+    const auto allocations = [&] {
+        return test::allocationCount() - std::exchange(before, test::allocationCount());
+    };
+
+    m_signal();
+    EXPECT_EQ(allocations(), 0u);
+    int calls = 0;
+    vex::Connection first = m_signal.connect([&] { ++calls; });
+    EXPECT_EQ(allocations(), 2u);
+    vex::Connection second = m_signal.connect([&] { ++calls; });
+    EXPECT_EQ(allocations(), 1u);
+    m_signal();
+    first.disconnect();
+    m_signal();
+    second.disconnect();
+    m_signal();
+    EXPECT_EQ(allocations(), 0u);
+    EXPECT_EQ(calls, 3);
 }
 
 TEST(SignalResult, IsTheLastOneOrNone)

@@ -10,29 +10,11 @@ namespace {
 using lumo::Variant;
 using Meta::SceneItem;
 
-std::string scopes;
-
-class ScopeLog
-{
-public:
-    ScopeLog()
-    {
-        scopes.clear();
-        vex::Profiler::g_hooks.valueScopeBegin = [](const char* name) { scopes += name; };
-        vex::Profiler::g_hooks.valueScopeEnd = [] { scopes += ";"; };
-    }
-    ~ScopeLog() { vex::Profiler::g_hooks = {}; }
-};
-
-TEST(SceneItem, DefaultAnswersTrue)
-{
-    const Variant item = Variant::defaultOf(lumo::metaTypeOf<SceneItem>());
-    EXPECT_TRUE(item.tryGet<SceneItem>()->predicate(kyr::BoundProperty()));
-}
-
 TEST(SceneItem, IsSharedByCopiesAndCopiedOnceOnChange)
 {
-    const ScopeLog log;
+    static std::string scopes;
+    vex::Profiler::g_hooks.valueScopeBegin = [](const char* name) { scopes += name; };
+    vex::Profiler::g_hooks.valueScopeEnd = [] { scopes += ";"; };
     Variant first = Variant::defaultOf(lumo::metaTypeOf<SceneItem>());
     EXPECT_EQ(scopes, "Reflection|Variant|COW;");
     Variant second = first;
@@ -45,6 +27,7 @@ TEST(SceneItem, IsSharedByCopiesAndCopiedOnceOnChange)
     EXPECT_FALSE(first == second);
     second.tryGetMutable<SceneItem>();
     EXPECT_EQ(scopes, "Reflection|Variant|COW;Reflection|Variant|COW;");
+    vex::Profiler::g_hooks = {};
     EXPECT_TRUE(first.tryGet<SceneItem>()->predicate(kyr::BoundProperty()));
     EXPECT_FALSE(second.tryGet<SceneItem>()->predicate(kyr::BoundProperty()));
 }
