@@ -102,6 +102,7 @@ FocusScope {
     }
 
     AxisGizmo {
+        objectName: "axis_gizmo"
         anchors.top: parent.top
         anchors.right: parent.right
         anchors.margins: 10

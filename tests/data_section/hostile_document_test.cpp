@@ -17,11 +17,7 @@ DataSectionPtr read(const std::string& bytes)
 
 std::string repeated(const std::string& text, std::size_t count)
 {
-    std::string all;
-    all.reserve(text.size() * count);
-    for (std::size_t i = 0; i < count; ++i)
-        all += text;
-    return all;
+    return QByteArray::fromStdString(text).repeated(int(count)).toStdString();
 }
 
 std::string wrapped(const std::string& inside)

@@ -105,7 +105,7 @@ TEST_F(EditorColumnsTest, toggleActsOnAllSelectedRowsAsOneStep)
         EXPECT_EQ(visible(), QList<bool>({false, false, true})) << part;
         EXPECT_EQ(editor.selection(), QStringList({"Far", "Near"})) << part;
         EXPECT_EQ(editor.steps(), steps + 1) << part;
-        EXPECT_EQ(editor.session.undoStatus()->undoName().right(9), "2 objects") << part;
+        EXPECT_EQ(editor.undoName().right(9), "2 objects") << part;
 
         editor.click(editor.centre(editor.item(part, editor.rowItem("Lamps"))));
         EXPECT_EQ(visible(), QList<bool>({false, false, false})) << "a row that is not selected";
@@ -154,7 +154,7 @@ TEST_F(EditorBrowserTest, modesAndFilterChoicesArrangeTheRowsAndKeepTheSelection
     EXPECT_TRUE(waitForRows(closed));
     EXPECT_EQ(session.browser()->selectionModel()->selectedRows().size(), 1);
 
-    session.document()->setProperty({object("Near")}, "visible", lumo::Variant(false));
+    set("Near", "visible", "false");
     choose("filter_choice_1", {Qt::Key_Down});
     EXPECT_TRUE(waitForRows({"Stage", "Lamps", "Left", "Right", "Far"}))
         << rows().join(" ").toStdString();
@@ -170,7 +170,7 @@ TEST_F(EditorBrowserTest, renamedAndDraggedRowsKeepSelectionAndExpansionThroughU
     key(Qt::Key_Return);
     EXPECT_EQ(selectedRows(), QStringList({"Closest"}));
     EXPECT_EQ(rows(), QStringList({"Stage", "Lamps", "Closest", "Far"}));
-    EXPECT_EQ(session.undoStatus()->undoName(), "Rename Near");
+    EXPECT_EQ(undoName(), "Rename Near");
     undo();
     EXPECT_EQ(selectedRows(), QStringList({"Near"}));
     EXPECT_FALSE(session.document()->isModified());
@@ -178,7 +178,7 @@ TEST_F(EditorBrowserTest, renamedAndDraggedRowsKeepSelectionAndExpansionThroughU
     openRow("Lamps");
     click(rowPoint("Far"), Qt::ControlModifier);
     drag(rowPoint("Near"), rowPoint("Lamps"));
-    EXPECT_EQ(session.undoStatus()->undoName(), "Move 2 objects");
+    EXPECT_EQ(undoName(), "Move 2 objects");
     for (const char* parent : {"Lamps", "Stage"}) {
         EXPECT_EQ(object("Near")->parent(), object(parent).get());
         EXPECT_EQ(object("Far")->parent(), object(parent).get());
@@ -191,30 +191,28 @@ TEST_F(EditorBrowserTest, renamedAndDraggedRowsKeepSelectionAndExpansionThroughU
     EXPECT_FALSE(session.document()->isModified());
 }
 
-/// Texts below an object, in menus and popups too, whether they show or not.
-void collectTexts(QObject* of, QSet<QObject*>& seen, std::vector<QQuickItem*>& texts)
-{
-    if (!of || seen.contains(of))
-        return;
-    seen.insert(of);
-    auto* text = qobject_cast<QQuickItem*>(of);
-    // Styles leave headers behind that a dialog has replaced, without a place.
-    if (text && text->parentItem() && of->inherits("QQuickText") &&
-        !of->inherits("QQuickPlaceholderText"))
-        texts.push_back(text);
-    for (QObject* child : of->children())
-        collectTexts(child, seen, texts);
-    if (!text)
-        return;
-    for (QQuickItem* child : text->childItems())
-        collectTexts(child, seen, texts);
-}
-
+/// Texts of the window, in menus and popups too, whether they show or not.
 std::vector<QQuickItem*> textsBelow(QObject* window)
 {
+    QObjectList waiting{window};
     QSet<QObject*> seen;
     std::vector<QQuickItem*> texts;
-    collectTexts(window, seen, texts);
+    while (!waiting.isEmpty()) {
+        QObject* of = waiting.takeLast();
+        auto* item = qobject_cast<QQuickItem*>(of);
+        if (!of || seen.contains(of))
+            continue;
+        seen.insert(of);
+        waiting += of->children();
+        if (!item)
+            continue;
+        for (QQuickItem* child : item->childItems())
+            waiting.append(child);
+        // Styles leave headers behind that a dialog has replaced, without a place.
+        if (item->parentItem() && of->inherits("QQuickText") &&
+            !of->inherits("QQuickPlaceholderText"))
+            texts.push_back(item);
+    }
     return texts;
 }
 

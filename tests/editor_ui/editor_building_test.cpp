@@ -5,10 +5,8 @@
 
 #include <editor/document/transform_math.h>
 
-#include <QApplication>
 #include <QClipboard>
 #include <QMenu>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 
 namespace test {
@@ -24,16 +22,10 @@ protected:
         return names.join(' ');
     }
     QMatrix4x4 world(const char* name) { return editor::worldTransform(*object(name)); }
-    QString undoName() { return session.undoStatus()->undoName(); }
-    QString message() { return item("message_text")->property("text").toString(); }
     QStringList menuEntries()
     {
         display.press("Menu");
-        QMenu* menu = nullptr;
-        EXPECT_TRUE(QTest::qWaitFor([&menu] {
-            menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-            return menu != nullptr;
-        }));
+        QMenu* menu = openedMenu();
         QStringList entries;
         for (const QAction* action : menu->actions()) {
             if (!action->isSeparator())
@@ -48,10 +40,8 @@ protected:
 
 TEST_F(EditorBuildingTest, groupsKeepPlacesInTheWorld)
 {
-    session.document()->setProperty({object("Lamps")}, "transform.position",
-                                    lumo::Variant(lumo::Vector3{1, 2, 3}));
-    session.document()->setProperty({object("Lamps")}, "transform.rotation",
-                                    lumo::Variant(lumo::Vector3{0, 90, 0}));
+    set("Lamps", "transform.position", "1 2 3");
+    set("Lamps", "transform.rotation", "0 90 0");
     const QMatrix4x4 left = world("Left");
     const QMatrix4x4 near = world("Near");
     click(rowPoint("Near"));
@@ -64,8 +54,7 @@ TEST_F(EditorBuildingTest, groupsKeepPlacesInTheWorld)
     EXPECT_TRUE(qFuzzyCompare(world("Left"), left));
     EXPECT_EQ(world("Near"), near);
 
-    session.document()->setProperty({object("Group")}, "transform.scale",
-                                    lumo::Variant(lumo::Vector3{2, 2, 2}));
+    set("Group", "transform.scale", "2 2 2");
     const QMatrix4x4 scaled = world("Near");
     display.press("ctrl+shift+g");
     EXPECT_EQ(children("Stage"), "Left Near Lamps Far");
@@ -93,8 +82,7 @@ TEST_F(EditorBuildingTest, objectsTravelOverTheClipboard)
     EXPECT_EQ(object("Far"), nullptr);
     const QString text = QGuiApplication::clipboard()->text();
     EXPECT_TRUE(text.startsWith("<?xml"));
-    session.document()->setProperty({object("Lamps")}, "transform.position",
-                                    lumo::Variant(lumo::Vector3{5, 0, 0}));
+    set("Lamps", "transform.position", "5 0 0");
     select({"Left"});
     display.press("ctrl+v");
     EXPECT_EQ(children("Lamps"), "Left Far Right");
@@ -206,9 +194,7 @@ TEST_F(EditorBuildingTest, selectionSetsAreInTheFile)
     display.press("ctrl+s");
     ASSERT_TRUE(QTest::qWaitFor([this] { return !session.document()->isModified(); }));
 
-    QSignalSpy loaded(session.loader(), &editor::LoadController::loaded);
-    session.files()->reload();
-    ASSERT_TRUE(loaded.wait());
+    reload();
     display.press("ctrl+alt+s");
     item("set_list");
     display.press("Down Return");

@@ -6,13 +6,11 @@
 
 #include <kyr_scene_outline/item_roles.h>
 
-#include <QApplication>
 #include <QClipboard>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 #include <QSettings>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 
 #include <csignal>
@@ -26,7 +24,6 @@ class EditorClipboardTest : public EditorTest
 protected:
     void copy() { key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier); }
     void paste() { key(Qt::Key_V, Qt::ControlModifier | Qt::ShiftModifier); }
-    QString message() { return text("message_text"); }
     bool isModified(const char* name) { return row(name).data(kyr::ModifiedRole).toBool(); }
     float intensity(const char* name) { return object(name)->light()->intensity; }
 
@@ -78,9 +75,7 @@ TEST_F(EditorClipboardTest, contextMenuPastesAndTheFileKeepsIt)
     EXPECT_FALSE(isModified("Right"));
     ASSERT_TRUE(
         QTest::qWaitFor([this] { return QFile::exists(directory.filePath("stage.kyrscene")); }));
-    QSignalSpy loaded(session.loader(), &editor::LoadController::loaded);
-    session.files()->reload();
-    ASSERT_TRUE(loaded.wait());
+    reload();
     EXPECT_EQ(intensity("Right"), 4);
 }
 
@@ -218,23 +213,11 @@ TEST_F(EditorLongPasteTest, cancelTakesAllBackAndTheWindowStaysLive)
         EXPECT_TRUE(QTest::qWaitFor([this] { return !session.document()->isModified(); }));
     }
 
-    int turns = 0;
     int frames = 0;
-    qint64 longest = 0;
     QObject receiver;
     QObject::connect(window, &QQuickWindow::frameSwapped, &receiver, [&frames] { ++frames; });
-    QElapsedTimer turn;
     session.edit()->pasteProperties();
-    while (session.task()->isRunning()) {
-        turn.start();
-        QCoreApplication::processEvents();
-        longest = std::max(longest, turn.elapsed());
-        ++turns;
-    }
-    RecordProperty("turns", turns);
-    RecordProperty("frames", frames);
-    RecordProperty("longest_turn_ms", int(longest));
-    EXPECT_GT(turns, 2);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !session.task()->isRunning(); }, 60000));
     EXPECT_GT(frames, 0);
     EXPECT_EQ(countAt(2), objectCount);
     EXPECT_EQ(steps(), before + 1);

@@ -32,7 +32,6 @@ protected:
     }
     lumo::Vector3 position(const char* name) { return object(name)->transform()->position; }
     editor::TransformComponent transform(const char* name) { return *object(name)->transform(); }
-    QString undoName() { return session.undoStatus()->undoName(); }
     /// Presses and drags without a release.
     void take(const QPoint& from, const QPoint& way)
     {
@@ -141,7 +140,7 @@ TEST_F(EditorGizmoTest, keysChooseTheToolAndSeveralObjectsTurnAboutTheirMiddle)
 
 TEST_F(EditorGizmoTest, whatIsLockedOrBelowAnotherStaysWhereItIs)
 {
-    session.document()->setProperty({object("Far")}, "locked", lumo::Variant(true));
+    set("Far", "locked", "true");
     click(rowPoint("Lamps"));
     openRow("Lamps");
     click(rowPoint("Left"), Qt::ControlModifier);

@@ -2,7 +2,6 @@
 
 #include <kyr_scene_outline/item_roles.h>
 
-#include <QApplication>
 #include <QMenu>
 #include <QScreen>
 
@@ -37,7 +36,7 @@ TEST_F(EditorSelectionTest, clicksOnEitherSideSelectOnBothInTheirOrder)
     drag(viewPoint("Near") - QPoint(60, 60), viewPoint("Near") + QPoint(2, 2));
     EXPECT_EQ(selectedRows(), QStringList({"Near"}));
 
-    session.document()->setProperty({object("Far")}, "locked", lumo::Variant(true));
+    set("Far", "locked", "true");
     click(viewPoint("Far"));
     EXPECT_EQ(selection(), QStringList()) << "locked objects are not picked";
 }
@@ -86,7 +85,7 @@ TEST_F(EditorSelectionTest, undoBringsBackSelectionsAndObjectsOnBothSides)
 
     click(rowPoint("Near"));
     click(viewPoint("Far"));
-    EXPECT_EQ(session.undoStatus()->undoName(), "Set asset selection");
+    EXPECT_EQ(undoName(), "Set asset selection");
     undo();
     EXPECT_EQ(selectedRows(), QStringList({"Near"}));
     EXPECT_EQ(session.viewport()->selectedIds(), ids({"Near"}));
@@ -139,11 +138,7 @@ TEST_F(EditorSelectionTest, menuKeyOpensAtTheCurrentRow)
     moveTo({600, 300});
     click(rowPoint("Near"));
     display.press("Menu");
-    QMenu* menu = nullptr;
-    ASSERT_TRUE(QTest::qWaitFor([&menu] {
-        menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        return menu != nullptr;
-    }));
+    QMenu* menu = openedMenu();
     QQuickItem* row = rowItem("Near");
     const int below = int(row->mapToGlobal({0, row->height()}).y());
     const int lowest = window->screen()->geometry().bottom() + 1 - menu->height();
@@ -151,8 +146,7 @@ TEST_F(EditorSelectionTest, menuKeyOpensAtTheCurrentRow)
     menu->close();
     moveTo({600, 300});
     click(rowPoint("Far"), {}, Qt::RightButton);
-    EXPECT_TRUE(QTest::qWaitFor([] { return QApplication::activePopupWidget() != nullptr; }));
-    QApplication::activePopupWidget()->close();
+    openedMenu()->close();
 }
 
 } // namespace test

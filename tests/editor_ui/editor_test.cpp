@@ -96,6 +96,11 @@ void EditorDriver::select(std::initializer_list<const char*> names)
     session.selection().setSelection(objects, false);
 }
 
+void EditorDriver::set(const char* name, const char* property, const char* text)
+{
+    session.document()->setProperty({object(name)}, property, lumo::Variant(text));
+}
+
 QQuickItem* EditorDriver::item(const QString& objectName, QQuickItem* inside)
 {
     QQuickItem* found = nullptr;
@@ -206,14 +211,23 @@ int EditorDriver::steps()
     return session.document()->undoStack().index();
 }
 
+QMenu* EditorDriver::openedMenu()
+{
+    QMenu* menu = nullptr;
+    if (!QTest::qWaitFor([&menu] {
+            menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            return menu != nullptr;
+        }))
+        throw std::runtime_error("no menu opens");
+    return menu;
+}
+
 bool EditorDriver::chooseInMenu(const QString& text)
 {
-    const auto menu = [] { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); };
-    if (!QTest::qWaitFor([&] { return menu() != nullptr; }))
-        return false;
-    for (QAction* action : menu()->actions()) {
+    QMenu* menu = openedMenu();
+    for (QAction* action : menu->actions()) {
         if (action->text().remove(QLatin1Char('&')) == text) {
-            QTest::mouseClick(menu(), Qt::LeftButton, {}, menu()->actionGeometry(action).center());
+            QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
             return true;
         }
     }
@@ -232,6 +246,13 @@ void EditorDriver::openFile(const QString& path)
     session.files()->openFile(path);
     if (loaded.isEmpty() && !loaded.wait())
         throw std::runtime_error("the file does not open");
+}
+
+void EditorDriver::reload()
+{
+    QSignalSpy loaded(session.loader(), &editor::LoadController::loaded);
+    session.files()->reload();
+    EXPECT_TRUE(loaded.wait());
 }
 
 } // namespace test

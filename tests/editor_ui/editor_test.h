@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+class QMenu;
+
 namespace test {
 
 /// One start of the editor: the real window, driven as a user would, over a scene of two boxes,
@@ -28,6 +30,8 @@ public:
     QStringList selectedRows();
     QModelIndex row(const char* name);
     void select(std::initializer_list<const char*> names);
+    /// One step that gives a property of an object the value that the text says.
+    void set(const char* name, const char* property, const char* text);
 
     /// The visible item of that object name in the window or one of its items; waits until there
     /// is one.
@@ -55,11 +59,16 @@ public:
     void redo();
     /// Of the undo stack that are done.
     int steps();
-    /// Clicks on an entry of the context menu that opens; false when there is none.
+    QString undoName() { return session.undoStatus()->undoName(); }
+    QString message() { return text("message_text"); }
+    /// Waits for it.
+    QMenu* openedMenu();
+    /// Clicks on an entry of the context menu that opens; false when it has none of that text.
     bool chooseInMenu(const QString& text);
     void type(const QString& text);
     /// Waits until it is open.
     void openFile(const QString& path);
+    void reload();
 
     editor::EditorSession session;
     editor::EditorWindow editorWindow{session};

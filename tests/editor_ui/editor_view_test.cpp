@@ -37,6 +37,8 @@ TEST_F(EditorViewTest, aSceneIsBuiltOnceAndAGroupIsMarkedAsOne)
 TEST_F(EditorViewTest, theTabKeyComesToTheViewAndGoesOn)
 {
     QQuickItem* view = item("viewport");
+    click(item("axis_gizmo")->mapToScene({38, 12}).toPoint());
+    EXPECT_FLOAT_EQ(session.viewport()->camera().pitch(), 90) << "onto the end of y";
     click(rowPoint("Near"));
     for (int steps = 0; steps < 40 && !view->hasActiveFocus(); ++steps)
         key(Qt::Key_Tab);

@@ -141,7 +141,7 @@ TEST_F(SampleExtensionTest, takesOffWhatItAttached)
     EXPECT_TRUE(browser.headerPanel()) << "each browser has attachments of its own";
 }
 
-TEST_F(SampleExtensionTest, filtersNarrowThePredicate)
+TEST_F(SampleExtensionTest, filtersNarrowThePredicateAlsoAnother)
 {
     choose("Type", "Lights");
     EXPECT_EQ(accepted(), QStringList({"Left", "Right"}));
@@ -163,10 +163,7 @@ TEST_F(SampleExtensionTest, filtersNarrowThePredicate)
     choose("Visibility", "All");
     EXPECT_FALSE(predicate.isActive());
     EXPECT_EQ(accepted().size(), 6);
-}
 
-TEST_F(SampleExtensionTest, filterFollowsAnotherPredicate)
-{
     choose("Type", "Cameras");
     TextPredicate other;
     browser.setFilterPredicate(&other);

@@ -60,14 +60,6 @@ protected:
     }
     QColor pixel(quint32 id) { return pixel(m_controller.projectToScreen(id)); }
 
-    // Events of our own, as QTest's need a QApplication wherever Qt Widgets are linked.
-    void send(QEvent&& event) { QCoreApplication::sendEvent(&m_view, &event); }
-    void click(const QPoint& at)
-    {
-        send(QMouseEvent(QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::LeftButton, {}));
-        send(QMouseEvent(QEvent::MouseButtonRelease, at, Qt::LeftButton, Qt::NoButton, {}));
-    }
-
     // Lit differently on each side, an item keeps its hue.
     static bool looksLike(const QColor& seen, const QColor& color)
     {
@@ -211,18 +203,6 @@ TEST_F(ViewportDrawingTest, HoverAndOneMoreOf100000ItemsListNoneOfTheOthersAgain
     EXPECT_EQ(scenes + 3, counts.scenes);
     EXPECT_EQ(listed + 3, counts.listed);
     EXPECT_EQ(100000, m_controller.meshCount());
-}
-
-TEST_F(ViewportDrawingTest, PointerDrivesTheController)
-{
-    QSignalSpy picked(&m_controller, &ViewportController::picked);
-    click(m_controller.projectToScreen(2).toPoint());
-    click(QPoint(4, 390));
-    ASSERT_EQ(2, picked.size());
-    EXPECT_EQ(2u, picked[0][0].toUInt());
-    EXPECT_EQ(0u, picked[1][0].toUInt());
-    click(QPoint(592, 20)); // y of the gizmo
-    EXPECT_FLOAT_EQ(90.0f, m_controller.camera().pitch());
 }
 
 } // namespace editor
