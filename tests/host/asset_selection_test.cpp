@@ -78,25 +78,20 @@ TEST_F(AssetSelectionTest, stepsOutliveTheSelectionTheyBelongTo)
     EXPECT_EQ(1, changes->stack().count());
 }
 
-namespace {
-
-/// Lets go of its memory when the last handle goes, as an object that was not made with its count.
-std::shared_ptr<kyr::IReflected> objectAt(void* place)
-{
-    return {new (place) test::NamedObject("x"),
-            [](test::NamedObject* object) { object->~NamedObject(); }};
-}
-
-} // namespace
-
 TEST_F(AssetSelectionTest, aNewObjectAtADeadOnesAddressIsAnother)
 {
     alignas(test::NamedObject) unsigned char place[sizeof(test::NamedObject)];
-    auto object = objectAt(place);
+    // Lets go of its memory when the last handle goes, as an object not made with its count.
+    const auto make = [&place] {
+        return std::shared_ptr<kyr::IReflected>(
+            new (place) test::NamedObject("x"),
+            [](test::NamedObject* object) { object->~NamedObject(); });
+    };
+    auto object = make();
     selection.setSelection({kyr::PersistentObject(kyr::ReflectedObject(object))}, false);
     EXPECT_TRUE(selection.isSelected(kyr::ReflectedObject(object)));
     object.reset();
-    object = objectAt(place);
+    object = make();
     EXPECT_FALSE(selection.isSelected(kyr::ReflectedObject(object)));
     selection.setSelection({kyr::PersistentObject(kyr::ReflectedObject(object))}, true);
     EXPECT_EQ(2u, selection.objects().size());
