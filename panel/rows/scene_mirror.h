@@ -1,5 +1,6 @@
 #pragma once
 
+#include <panel/kyr_scene_outline_panel_export.h>
 #include <panel/rows/scene_reader.h>
 
 #include <QDeadlineTimer>
@@ -40,7 +41,7 @@ struct SceneChange
 ///
 /// Rows below a row that was never opened cost nothing, except that a selected row is always read.
 /// The model is not owned.
-class SceneMirror : public QObject
+class KYR_SCENE_OUTLINE_PANEL_EXPORT SceneMirror : public QObject
 {
     Q_OBJECT
 
