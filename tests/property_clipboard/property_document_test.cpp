@@ -5,15 +5,12 @@
 #include <host/variant/scene_item.h>
 #include <kyr_scene_outline/properties/clipboard_transport.h>
 #include <kyr_scene_outline/properties/property_document.h>
-#include <kyr_scene_outline/properties/property_table.h>
 #include <kyr_scene_outline/properties/property_text.h>
 #include <kyr_scene_outline/properties/property_walk.h>
 #include <support/message_log.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <ctime>
 
 namespace {
 
@@ -102,57 +99,6 @@ TEST(PropertyDocument, AStoredObjectIsReadOnceForAllTargets)
     EXPECT_TRUE(properties::pasteDocument(targets, root));
     EXPECT_EQ(messages.take().size(), 1u + targets.size());
     EXPECT_EQ(object->reads, 1);
-}
-
-// Eight characters that take the state h of the standard library's hash of strings, which is a
-// MurmurHash64A with a fixed seed, to (h ^ word) * factor.
-std::string charactersFor(std::uint64_t word)
-{
-    constexpr std::uint64_t factor = 0xc6a4a7935bd1e995;
-    std::uint64_t inverse = factor; // Newton's iteration doubles the bits that are right
-    for (int i = 0; i < 5; ++i)
-        inverse *= 2 - factor * inverse;
-    word *= inverse;
-    word = (word ^ word >> 47) * inverse;
-    return {reinterpret_cast<const char*>(&word), sizeof word};
-}
-
-// Names of one length that begin alike. Where the words differ by the highest bit, the difference
-// outlives the multiplication and the second word takes it back: all names have one hash.
-std::vector<std::string> namesOf(std::uint64_t difference)
-{
-    const std::string ways[] = {charactersFor(1) + charactersFor(2),
-                                charactersFor(1 ^ difference) + charactersFor(2 ^ difference)};
-    std::vector<std::string> names(1 << 14);
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        for (int bit = 13; bit >= 0; --bit)
-            names[i] += ways[i >> bit & 1];
-    }
-    return names;
-}
-
-std::clock_t lookUpTime(const std::vector<std::string>& names)
-{
-    const Zar::DataSectionPtr object(new Zar::XMLSection("object"));
-    for (const std::string& name : names)
-        object->insertSection("property")->writeString("name", name);
-    PropertyPasteReport report;
-    properties::PropertyTable table;
-    const std::clock_t start = std::clock();
-    table.read(*object, {}, report);
-    EXPECT_EQ(table.chosenCount(), names.size());
-    for (std::size_t i = names.size(), place = 0; i-- > 0;)
-        EXPECT_NE(table.find(names[i], place), nullptr);
-    return std::clock() - start;
-}
-
-TEST(PropertyDocument, NamesChosenToShareOneHashCostNoMoreThanOthers)
-{
-    const std::vector<std::string> hostile = namesOf(std::uint64_t(1) << 63);
-    const std::hash<std::string> hash;
-    if (hash(hostile.front()) != hash(hostile.back()))
-        GTEST_SKIP() << "another standard library";
-    EXPECT_LT(lookUpTime(hostile), 4 * lookUpTime(namesOf(1)) + CLOCKS_PER_SEC / 50);
 }
 
 TEST(PropertyDocument, BrokenInvariantsAreReportedAndSurvived)
