@@ -6,6 +6,9 @@
 #include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QMouseEvent>
+#include <QQuickItem>
+#include <QQuickWindow>
 #include <QWindow>
 
 namespace editor {
@@ -45,8 +48,28 @@ TextFieldClipboard::~TextFieldClipboard()
     QGuiApplication::clipboard()->blockSignals(m_wasBlocked);
 }
 
+// Of another program, or ours.
+bool TextFieldClipboard::selectionAnswers()
+{
+    if (QGuiApplication::platformName() != QLatin1String("xcb") ||
+        QGuiApplication::clipboard()->ownsSelection())
+        return true;
+    if (!m_selection)
+        m_selection = Zar::platform::X11Clipboard::connect("PRIMARY");
+    return !m_selection || m_selection->offersText() || m_selection->problem().empty();
+}
+
 bool TextFieldClipboard::eventFilter(QObject* receiver, QEvent* event)
 {
+    if (event->type() == QEvent::MouseButtonRelease &&
+        static_cast<QMouseEvent*>(event)->button() == Qt::MiddleButton) {
+        auto* window = qobject_cast<QQuickWindow*>(receiver);
+        QQuickItem* field = window ? window->mouseGrabberItem() : nullptr;
+        if (!field || !isWritableTextField(*field) || selectionAnswers())
+            return false;
+        field->ungrabMouse();
+        return true;
+    }
     if (event->type() != QEvent::KeyPress || !qobject_cast<QWindow*>(receiver))
         return false;
     QObject* field = QGuiApplication::focusObject();

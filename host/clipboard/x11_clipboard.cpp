@@ -31,20 +31,22 @@ std::vector<xcb_atom_t> atomsIn(const std::string& bytes)
 class X11Clipboard::Connection
 {
 public:
-    explicit Connection(std::unique_ptr<X11Connection> connection) : x11(std::move(connection)) {}
+    Connection(std::unique_ptr<X11Connection> connection, const char* selection)
+        : x11(std::move(connection)), clipboard(x11->atom(selection))
+    {}
 
     std::unique_ptr<X11Connection> x11;
-    xcb_atom_t clipboard = x11->atom("CLIPBOARD");
+    xcb_atom_t clipboard;
     xcb_atom_t targets = x11->atom("TARGETS");
 };
 
-std::unique_ptr<X11Clipboard> X11Clipboard::connect()
+std::unique_ptr<X11Clipboard> X11Clipboard::connect(const char* selection)
 {
     std::unique_ptr<X11Connection> connection = X11Connection::open();
     if (!connection)
         return nullptr;
     return std::unique_ptr<X11Clipboard>(
-        new X11Clipboard(std::make_unique<Connection>(std::move(connection))));
+        new X11Clipboard(std::make_unique<Connection>(std::move(connection), selection)));
 }
 
 X11Clipboard::X11Clipboard(std::unique_ptr<Connection> connection)

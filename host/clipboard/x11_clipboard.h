@@ -15,8 +15,9 @@ namespace Zar::platform {
 class X11Clipboard
 {
 public:
-    /// Null where there is no X server, or the library was built without it.
-    static std::unique_ptr<X11Clipboard> connect();
+    /// Null where there is no X server, or the library was built without it. `selection` is
+    /// "CLIPBOARD", or "PRIMARY" for what is merely selected.
+    static std::unique_ptr<X11Clipboard> connect(const char* selection = "CLIPBOARD");
     ~X11Clipboard();
     X11Clipboard(const X11Clipboard&) = delete;
     X11Clipboard& operator=(const X11Clipboard&) = delete;

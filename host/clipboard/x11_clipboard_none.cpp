@@ -7,7 +7,7 @@ class X11Clipboard::Connection
 
 X11Clipboard::~X11Clipboard() = default;
 
-std::unique_ptr<X11Clipboard> X11Clipboard::connect()
+std::unique_ptr<X11Clipboard> X11Clipboard::connect(const char*)
 {
     return nullptr;
 }
