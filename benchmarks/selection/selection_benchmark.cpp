@@ -1,6 +1,7 @@
 // Row selection at the size of real scenes, with the stock selection model beside ours in the same
 // run. The stock model is measured only as far as it ends in reasonable time.
 
+#include "bare_asset_model.h"
 #include "wide_tree.h"
 
 #include <host/scene/recorded_asset_selection.h>
@@ -110,19 +111,6 @@ void replaceOneRangePerParent(benchmark::State& state)
     }
 }
 
-class WideAssetModel : public IAssetModel
-{
-public:
-    explicit WideAssetModel(QAbstractItemModel* model) : m_model(model) {}
-    QAbstractItemModel* itemModel() const override { return m_model; }
-    QModelIndex indexOf(const kyr::ReflectedObject&) const override { return {}; }
-    void setObjectHovered(const kyr::ReflectedObject&, bool) override {}
-    void activateItem(const QModelIndex&) override {}
-
-private:
-    QAbstractItemModel* m_model;
-};
-
 // The floor of select all: a walk that reads the object of every row and keeps it.
 void walkAllRows(benchmark::State& state)
 {
@@ -145,7 +133,7 @@ void walkAllRows(benchmark::State& state)
 void selectAll(benchmark::State& state)
 {
     bench::WideTree tree(count(state), 1);
-    WideAssetModel assetModel(&tree);
+    bench::BareAssetModel assetModel(&tree);
     RecordedAssetSelection selection;
     SceneBrowserData browser(&assetModel, &selection, nullptr);
     for (auto _ : state) {

@@ -1,5 +1,6 @@
 // Selecting all rows of scenes of every shape, and the walk that is its floor.
 
+#include "bare_asset_model.h"
 #include "shaped_tree.h"
 
 #include <host/scene/recorded_asset_selection.h>
@@ -14,19 +15,6 @@ namespace {
 
 using bench::Shape;
 using bench::ShapedTree;
-
-class ShapedAssetModel : public IAssetModel
-{
-public:
-    explicit ShapedAssetModel(QAbstractItemModel* model) : m_model(model) {}
-    QAbstractItemModel* itemModel() const override { return m_model; }
-    QModelIndex indexOf(const kyr::ReflectedObject&) const override { return {}; }
-    void setObjectHovered(const kyr::ReflectedObject&, bool) override {}
-    void activateItem(const QModelIndex&) override {}
-
-private:
-    QAbstractItemModel* m_model;
-};
 
 // Reads the object of every row and keeps it.
 template <Shape shape>
@@ -56,7 +44,7 @@ template <Shape shape>
 void selectAllOfShape(benchmark::State& state)
 {
     ShapedTree tree(shape, static_cast<int>(state.range(0)));
-    ShapedAssetModel assetModel(&tree);
+    bench::BareAssetModel assetModel(&tree);
     RecordedAssetSelection selection;
     SceneBrowserData browser(&assetModel, &selection, nullptr);
     for (auto _ : state) {
