@@ -11,6 +11,20 @@ QString withStep(const QString& text, QString step)
     return step.isEmpty() ? text : text + QLatin1Char(' ') + step.replace('&', QLatin1String("&&"));
 }
 
+QString withoutMnemonic(QString text)
+{
+    return text.remove(QLatin1Char('&'));
+}
+
+/// A command on all selected objects, which asks first when the tree hides some of them.
+std::function<void()> asking(EditorSession& session, const QString& text, std::function<void()> run)
+{
+    HiddenQuestion* question = session.hiddenQuestion();
+    return [question, command = withoutMnemonic(text), run = std::move(run)] {
+        question->ask(command, run);
+    };
+}
+
 void addHistoryActions(ActionTable& table, EditorSession& session)
 {
     UndoStatus* undo = session.undoStatus();
@@ -31,17 +45,21 @@ void addClipboardActions(ActionTable& table, EditorSession& session)
     BuildCommands* build = session.build();
     const SelectionStatus* status = session.selectionStatus();
     const auto hasObjects = [status] { return status->hasOtherThanRoot(); };
-    table.add("cut", EditCommands::tr("Cu&t"), "Ctrl+X", {"edit", "clipboard"},
-              {[build] { build->cutObjects(); }, hasObjects, {}, {}});
+    const QString cut = EditCommands::tr("Cu&t");
+    table.add("cut", cut, "Ctrl+X", {"edit", "clipboard"},
+              {asking(session, cut, [build] { build->cutObjects(); }), hasObjects, {}, {}});
     table.add("copy", EditCommands::tr("&Copy"), "Ctrl+C", {"edit", "clipboard"},
               {[build] { build->copyObjects(); }, hasObjects, {}, {}});
     table.add("paste", EditCommands::tr("&Paste"), "Ctrl+V", {"edit", "clipboard"},
               {[build] { build->pasteObjects(); }, {}, {}, {}});
     EditCommands* edit = session.edit();
-    table.add("duplicate", EditCommands::tr("&Duplicate"), "Ctrl+D", {"edit", "clipboard"},
-              {[edit] { edit->duplicateSelected(); }, hasObjects, {}, {}});
-    table.add("delete", EditCommands::tr("D&elete"), "Del", {"edit", "clipboard"},
-              {[edit] { edit->removeSelected(); }, hasObjects, {}, {}});
+    const QString duplicate = EditCommands::tr("&Duplicate");
+    table.add(
+        "duplicate", duplicate, "Ctrl+D", {"edit", "clipboard"},
+        {asking(session, duplicate, [edit] { edit->duplicateSelected(); }), hasObjects, {}, {}});
+    const QString remove = EditCommands::tr("D&elete");
+    table.add("delete", remove, "Del", {"edit", "clipboard"},
+              {asking(session, remove, [edit] { edit->removeSelected(); }), hasObjects, {}, {}});
 }
 
 void addPropertyActions(ActionTable& table, EditorSession& session)
@@ -66,12 +84,16 @@ void addFlagAction(ActionTable& table, EditorSession& session, const char* ident
         const SceneObject* primary = session.selectionStatus()->primary();
         return primary && isOn(*primary);
     };
-    EditCommands* edit = session.edit();
-    table.add(identifier, onText, shortcut, {"edit", "objects"},
-              {[edit, setOn, primaryIsOn] { (edit->*setOn)(!primaryIsOn()); },
-               [&session] { return session.selectionStatus()->primary() != nullptr; },
-               {},
-               [=] { return primaryIsOn() ? offText : onText; }});
+    const auto text = [=] { return primaryIsOn() ? offText : onText; };
+    const auto run = [&session, setOn, primaryIsOn, text] {
+        const auto set = [edit = session.edit(), setOn, on = !primaryIsOn()] {
+            (edit->*setOn)(on);
+        };
+        session.hiddenQuestion()->ask(withoutMnemonic(text()), set);
+    };
+    table.add(
+        identifier, onText, shortcut, {"edit", "objects"},
+        {run, [&session] { return session.selectionStatus()->primary() != nullptr; }, {}, text});
 }
 
 void addObjectActions(ActionTable& table, EditorSession& session)
@@ -90,18 +112,22 @@ void addObjectActions(ActionTable& table, EditorSession& session)
         table, session, "lock", "Ctrl+Shift+L", [](const SceneObject& o) { return o.isLocked(); },
         &EditCommands::setSelectedLocked, EditCommands::tr("&Lock"), EditCommands::tr("Un&lock"));
     BuildCommands* build = session.build();
-    table.add("rename_many", EditCommands::tr("Rename &Several…"), "Ctrl+Shift+R",
-              {"edit", "objects"},
-              {[window] { Q_EMIT window->batchRenameRequested(); },
+    const QString renameMany = EditCommands::tr("Rename &Several…");
+    table.add("rename_many", renameMany, "Ctrl+Shift+R", {"edit", "objects"},
+              {asking(session, renameMany, [window] { Q_EMIT window->batchRenameRequested(); }),
                [status] { return status->count() > 0; },
                {},
                {}});
+    const QString group = EditCommands::tr("&Group");
+    table.add("group", group, "Ctrl+G", {"edit", "tree"},
+              {asking(session, group, [build] { build->group(); }),
+               [status] { return status->hasOtherThanRoot(); },
+               {},
+               {}});
+    const QString ungroup = EditCommands::tr("U&ngroup");
     table.add(
-        "group", EditCommands::tr("&Group"), "Ctrl+G", {"edit", "tree"},
-        {[build] { build->group(); }, [status] { return status->hasOtherThanRoot(); }, {}, {}});
-    table.add(
-        "ungroup", EditCommands::tr("U&ngroup"), "Ctrl+Shift+G", {"edit", "tree"},
-        {[build] { build->ungroup(); },
+        "ungroup", ungroup, "Ctrl+Shift+G", {"edit", "tree"},
+        {asking(session, ungroup, [build] { build->ungroup(); }),
          [status] { return status->primary() && status->primary()->kind() == ObjectKind::Group; },
          {},
          {}});

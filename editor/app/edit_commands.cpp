@@ -27,11 +27,13 @@ private:
 } // namespace
 
 EditCommands::EditCommands(SceneDocument& document, IAssetSelection& selection,
-                           SceneBrowserData& browser, LongTask& task, QObject* parent)
+                           SceneBrowserData& browser, HiddenQuestion& hidden, LongTask& task,
+                           QObject* parent)
     : QObject(parent)
     , m_document(document)
     , m_selection(selection)
     , m_browser(browser)
+    , m_hidden(hidden)
     , m_task(task)
 {
     // What is pasted must be taken back while the objects are still there.
@@ -83,29 +85,14 @@ void EditCommands::selectNone()
     setAssetSelection(m_selection, {});
 }
 
-void EditCommands::ask(const QString& command, const std::function<void()>& action)
-{
-    m_waiting = action;
-    if (m_hiddenCount > 0)
-        Q_EMIT hiddenConcerned(command, m_hiddenCount);
-    else
-        proceed();
-}
-
-void EditCommands::proceed()
-{
-    if (const std::function<void()> action = std::exchange(m_waiting, nullptr))
-        action();
-}
-
 void EditCommands::removeSelected()
 {
-    ask(tr("Delete"), [this] { editor::removeSelected(m_document, m_selection); });
+    editor::removeSelected(m_document, m_selection);
 }
 
 void EditCommands::duplicateSelected()
 {
-    ask(tr("Duplicate"), [this] { editor::duplicateSelected(m_document, m_selection); });
+    editor::duplicateSelected(m_document, m_selection);
 }
 
 void EditCommands::setSelectedHidden(bool hidden)
@@ -158,7 +145,8 @@ void EditCommands::pastePart(const QString& path)
 
 void EditCommands::startPaste(PropertyChoice choice)
 {
-    ask(tr("Paste Properties"), [this, choice = std::move(choice)] { pasteOntoSelected(choice); });
+    m_hidden.ask(tr("Paste Properties"),
+                 [this, choice = std::move(choice)] { pasteOntoSelected(choice); });
 }
 
 void EditCommands::pasteOntoSelected(const PropertyChoice& choice)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "hidden_question.h"
 #include "long_task.h"
 #include "paste_special_model.h"
 
@@ -18,14 +19,12 @@ namespace editor {
 class EditCommands final : public QObject
 {
     Q_OBJECT
-    /// How many of the selected objects a filter hides.
-    Q_PROPERTY(int hiddenCount MEMBER m_hiddenCount NOTIFY hiddenCountChanged)
     Q_PROPERTY(editor::PasteSpecialModel* pasteSpecialModel READ pasteSpecialModel CONSTANT)
 
 public:
     /// All must outlive it.
     EditCommands(SceneDocument& document, IAssetSelection& selection, SceneBrowserData& browser,
-                 LongTask& task, QObject* parent = nullptr);
+                 HiddenQuestion& hidden, LongTask& task, QObject* parent = nullptr);
 
     PasteSpecialModel* pasteSpecialModel() noexcept { return &m_pasteSpecial; }
 
@@ -36,8 +35,6 @@ public:
     void selectSameType();
     void selectNone();
     void removeSelected();
-    /// Goes on with the command that `hiddenConcerned` told of.
-    Q_INVOKABLE void proceed();
     void duplicateSelected();
     void setSelectedHidden(bool hidden);
     void setSelectedLocked(bool locked);
@@ -55,9 +52,6 @@ public:
 Q_SIGNALS:
     /// What a command did, for the status line.
     void reported(const QString& text);
-    void hiddenCountChanged();
-    /// A command waits for `proceed`, because it would act on objects that the tree hides.
-    void hiddenConcerned(const QString& command, int hidden);
     void pasteSpecialReady();
 
 private:
@@ -67,13 +61,11 @@ private:
     void run(const QString& name, std::unique_ptr<PropertyJob> job,
              std::function<void(const PropertyPasteReport&)> succeeded);
     void forgetUndonePaste(int index);
-    void ask(const QString& command, const std::function<void()>& action);
 
-    int m_hiddenCount = 0;
-    std::function<void()> m_waiting;
     SceneDocument& m_document;
     IAssetSelection& m_selection;
     SceneBrowserData& m_browser;
+    HiddenQuestion& m_hidden;
     LongTask& m_task;
     PasteChoice m_choice;
     PasteSpecialModel m_pasteSpecial;

@@ -22,7 +22,7 @@ EditorSession::EditorSession(QObject* parent)
     , m_files(m_document, m_loader)
     , m_exporter(m_document)
     , m_recovery(m_document, m_loader, m_files)
-    , m_edit(m_document, m_selection, m_browser, m_task)
+    , m_edit(m_document, m_selection, m_browser, m_hiddenQuestion, m_task)
     , m_build(m_document, m_selection, *m_view.controller(), m_task)
     , m_batchRename(m_document, m_selection)
     , m_sceneMemory(m_document, *m_view.controller())
@@ -32,6 +32,10 @@ EditorSession::EditorSession(QObject* parent)
     keepGizmoSettings(*viewport()->gizmo());
     addEditorActions(m_actions, *this);
     m_browser.setPopupMenuProvider(m_menus);
+    for (const QModelIndex& column : m_columns.columns()) {
+        m_filter.setTitle(column.data(SceneColumnsModel::ValueRole).toInt(),
+                          column.data().toString());
+    }
     m_browser.setFilterPredicate(&m_filter);
     m_browser.setColumnsModel(&m_columns, &m_chosenColumns);
     m_columnChooserRequested =

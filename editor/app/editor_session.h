@@ -48,6 +48,7 @@ class EditorSession final : public QObject
     Q_PROPERTY(editor::RecoveryJournal* recovery READ recovery CONSTANT)
     Q_PROPERTY(editor::SceneExport* exporter READ exporter CONSTANT)
     Q_PROPERTY(editor::EditCommands* edit READ edit CONSTANT)
+    Q_PROPERTY(editor::HiddenQuestion* hiddenQuestion READ hiddenQuestion CONSTANT)
     Q_PROPERTY(editor::BuildCommands* build READ build CONSTANT)
     Q_PROPERTY(editor::BatchRename* batchRename READ batchRename CONSTANT)
     Q_PROPERTY(editor::LongTask* task READ task CONSTANT)
@@ -75,6 +76,7 @@ public:
     RecoveryJournal* recovery() { return &m_recovery; }
     SceneExport* exporter() { return &m_exporter; }
     EditCommands* edit() { return &m_edit; }
+    HiddenQuestion* hiddenQuestion() { return &m_hiddenQuestion; }
     BuildCommands* build() { return &m_build; }
     BatchRename* batchRename() { return &m_batchRename; }
     LongTask* task() { return &m_task; }
@@ -120,6 +122,7 @@ private:
     SceneExport m_exporter;
     RecoveryJournal m_recovery;
     LongTask m_task;
+    HiddenQuestion m_hiddenQuestion;
     EditCommands m_edit;
     BuildCommands m_build;
     BatchRename m_batchRename;

@@ -142,8 +142,8 @@ private:
     bool addComparison(FilterTerm& term, const Token& alternative)
     {
         int end = 0;
-        while (end < alternative.text.size() && !alternative.quoted[end] &&
-               isKeyCharacter(alternative.text[end]))
+        while (end < alternative.text.size() &&
+               (alternative.quoted[end] || isKeyCharacter(alternative.text[end])))
             ++end;
         if (end == 0 || end == alternative.text.size())
             return false;

@@ -4,6 +4,15 @@
 
 namespace lumo::datamodels::proxy {
 
+namespace {
+
+QString withoutSpaces(QString title)
+{
+    return title.remove(QLatin1Char(' '));
+}
+
+} // namespace
+
 TextPredicate::TextPredicate(QObject* parent) : QObject(parent)
 {
     // From the event loop, for the model is in the middle of its change.
@@ -42,6 +51,30 @@ void TextPredicate::setModel(QAbstractItemModel* model)
     Q_EMIT changed();
 }
 
+void TextPredicate::setTitle(int role, const QString& title)
+{
+    const QString joined = withoutSpaces(title);
+    if (m_titles.value(role) == joined)
+        return;
+    if (joined.isEmpty())
+        m_titles.remove(role);
+    else
+        m_titles.insert(role, joined);
+    parse();
+    Q_EMIT changed();
+}
+
+QVector<int> TextPredicate::rolesOf(const QString& key) const
+{
+    QVector<int> roles = m_model ? rolesNamed(*m_model, key) : QVector<int>();
+    const QString joined = withoutSpaces(key);
+    for (auto title = m_titles.begin(); title != m_titles.end(); ++title) {
+        if (title->compare(joined, Qt::CaseInsensitive) == 0 && !roles.contains(title.key()))
+            roles.append(title.key());
+    }
+    return roles;
+}
+
 void TextPredicate::setCondition(const QString& key, const Condition& condition)
 {
     if (condition)
@@ -62,9 +95,7 @@ void TextPredicate::parse()
                                            QRegularExpression::UseUnicodePropertiesOption);
         m_expression.optimize();
     } else {
-        m_query = parseFilter(m_text, [this](const QString& key) {
-            return m_model ? rolesNamed(*m_model, key) : QVector<int>();
-        });
+        m_query = parseFilter(m_text, [this](const QString& key) { return rolesOf(key); });
     }
     m_onlyExcludes = std::all_of(m_query.terms.begin(), m_query.terms.end(),
                                  [](const FilterTerm& term) { return term.isExcluded; });

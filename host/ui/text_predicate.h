@@ -48,6 +48,10 @@ public:
     QAbstractItemModel* model() const { return m_model; }
     void setModel(QAbstractItemModel* model);
 
+    /// What users call a property, as above its column: in a text, the title without its spaces or
+    /// in quotes is a key of that role as well. An empty title removes it.
+    void setTitle(int role, const QString& title);
+
     /// Replaces the condition of that key; an empty one removes it.
     void setCondition(const QString& key, const Condition& condition);
 
@@ -65,6 +69,7 @@ Q_SIGNALS:
 
 private:
     void parse();
+    QVector<int> rolesOf(const QString& key) const;
     bool acceptsText(const QModelIndex& row) const;
     bool acceptsTerms(const QModelIndex& row) const;
 
@@ -75,6 +80,7 @@ private:
     PathTerms::Terms m_excludedAbove = 0; ///< Excluded terms with words.
     QRegularExpression m_expression;
     QMap<QString, Condition> m_conditions;
+    QMap<int, QString> m_titles; ///< Without spaces.
     QPointer<QAbstractItemModel> m_model;
     mutable PathTerms m_path;
     QTimer m_announcement;

@@ -13,7 +13,7 @@ Popup {
         ["-wheel", qsTr("not that, nor what is below it")],
         ["\"left wheel\"", qsTr("with the space")],
         ["visible:no", qsTr("as locked:yes, modified:")],
-        ["intensity>2", qsTr("any property; also = != < <= >=")]
+        ["intensity>2", qsTr("any column by its title; also = != < <= >=")]
     ]
 
     signal exampleChosen(string text)

@@ -87,6 +87,21 @@ TEST_F(EditorColumnsTest, chosenColumnsShowInTheirOrderAfterARestart)
     EditorDriver editor;
     EXPECT_EQ(columns(editor, all), chosen);
     EXPECT_EQ(editor.item("header_transform.position.x")->width(), width);
+
+    editor.openRow("Lamps");
+    editor.click(editor.rowPoint("Left"));
+    editor.click(editor.rowPoint("Right"), Qt::ControlModifier);
+    QQuickItem* cell = editor.item("cell_light.intensity", editor.rowItem("Right"));
+    const QString before = cell->property("text").toString();
+    QTest::mouseDClick(editor.window, Qt::LeftButton, {}, editor.centre(cell));
+    editor.type("7");
+    editor.key(Qt::Key_Return);
+    EXPECT_EQ(cell->property("text"), "7");
+    EXPECT_EQ(editor.object("Left")->light()->intensity, 7);
+    EXPECT_EQ(editor.selection(), QStringList({"Left", "Right"}));
+    editor.undo();
+    EXPECT_EQ(cell->property("text"), before);
+    EXPECT_EQ(editor.object("Left")->light()->intensity, 4);
 }
 
 TEST_F(EditorColumnsTest, toggleActsOnAllSelectedRowsAsOneStep)
@@ -138,6 +153,40 @@ TEST_F(EditorBrowserTest, filterHidesSelectedRowsAndKeepsThemSelected)
     EXPECT_TRUE(waitForRows(closed)) << "the group was closed before";
     EXPECT_EQ(selection(), QStringList({"Far", "Near", "Left"}));
     EXPECT_TRUE(waitForStatus("3 objects selected"));
+}
+
+TEST_F(EditorBrowserTest, commandsTakeWhatTheFilterFoundAndAskForWhatItHides)
+{
+    key(Qt::Key_F, Qt::ControlModifier);
+    type("type:light");
+    ASSERT_TRUE(waitForRows({"Stage", "Lamps", "Left", "Right"}));
+    key(Qt::Key_Down);
+    key(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(selection(), QStringList({"Left", "Right"}));
+    select({"Far"});
+    click(centre(item("select_matches")));
+    EXPECT_EQ(selection(), QStringList({"Left", "Right"}));
+    const auto* dialog = window->findChild<QObject*>("hidden_dialog");
+    const auto isOpen = [dialog] { return dialog->property("opened").toBool(); };
+    const auto command = [this](const char* name) {
+        session.actions()->refresh();
+        session.actions()->find(name)->trigger();
+    };
+    command("select_all");
+    EXPECT_TRUE(waitForStatus("6 selected, 2 hidden"));
+    for (const char* name :
+         {"cut", "duplicate", "delete", "hide", "lock", "group", "rename_many"}) {
+        command(name);
+        ASSERT_TRUE(QTest::qWaitFor(isOpen)) << name;
+        EXPECT_EQ(dialog->property("hidden"), 2) << name;
+        display.press("Escape");
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !isOpen(); })) << name;
+    }
+    EXPECT_FALSE(session.document()->isModified());
+    display.press("Delete");
+    ASSERT_TRUE(QTest::qWaitFor(isOpen));
+    display.press("shift+Tab Return");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return session.document()->objectCount() == 0; }));
 }
 
 TEST_F(EditorBrowserTest, modesAndFilterChoicesArrangeTheRowsAndKeepTheSelection)

@@ -95,7 +95,7 @@ TEST_F(EditorKeyboardTest, popupsOwnTheKeysUntilEscapeAndCanBeRead)
              display.click(item("property_material.roughness")->mapToScene({20, 10}).toPoint(), 3);
          },
          false},
-        {"hidden_dialog", [this] { Q_EMIT session.edit()->hiddenConcerned("Delete", 1); }, true},
+        {"hidden_dialog", [this] { Q_EMIT session.hiddenQuestion()->asked("Delete", 1); }, true},
         {"revert_dialog", [this, file] { session.files()->openFile(file); }, true},
         {"export_dialog", [this] { display.press("ctrl+shift+e"); }, false},
         {"changed_file_dialog",

@@ -36,6 +36,12 @@ TEST_F(EditorSelectionTest, clicksOnEitherSideSelectOnBothInTheirOrder)
     drag(viewPoint("Near") - QPoint(60, 60), viewPoint("Near") + QPoint(2, 2));
     EXPECT_EQ(selectedRows(), QStringList({"Near"}));
 
+    openRow("Stage");
+    ASSERT_TRUE(waitForRows({"Stage"}));
+    click(viewPoint("Near"));
+    EXPECT_TRUE(waitForRows({"Stage", "Lamps", "Near", "Far"})) << "revealed";
+    EXPECT_EQ(selectedRows(), QStringList({"Near"}));
+
     set("Far", "locked", "true");
     click(viewPoint("Far"));
     EXPECT_EQ(selection(), QStringList()) << "locked objects are not picked";

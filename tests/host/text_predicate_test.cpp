@@ -32,6 +32,7 @@ protected:
         add(model.invisibleRootItem(), "a+b", "group", {})->setData(true, modifiedRole);
         add(model.invisibleRootItem(), "rig:hips", "group", {});
         predicate.setModel(&model);
+        predicate.setTitle(intensityRole, "Light Power");
     }
     QStandardItem* add(QStandardItem* parent, const char* name, const char* type,
                        const QVariant& intensity)
@@ -99,6 +100,8 @@ TEST_F(TextPredicateTest, everyTermHasToHoldAndOneOfThemForTheRowItself)
         {"intensity=3", "1"},
         {"INTENSITY!=3", "0"},
         {"intensity>", "01"},
+        {"lightpower>1", "1"},
+        {"\"light power\"<1|3", "0"},
         {"intensity>much", ""},
         {"name=\"main camera\"", "3"},
     };
@@ -108,6 +111,9 @@ TEST_F(TextPredicateTest, everyTermHasToHoldAndOneOfThemForTheRowItself)
     }
     EXPECT_EQ("0", accepted("lamp intensty>2")) << "the rest holds";
     EXPECT_EQ(predicate.error(), QStringLiteral("No property is called “intensty”"));
+    predicate.setTitle(intensityRole, {});
+    EXPECT_EQ("0", accepted("lamp \"light power\">2"));
+    EXPECT_EQ(predicate.error(), QStringLiteral("No property is called “light power”"));
 }
 
 TEST_F(TextPredicateTest, expressionsMatchOrSayWhyNot)

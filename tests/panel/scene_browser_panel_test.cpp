@@ -150,15 +150,22 @@ TEST_F(ScenePanelTest, SortingLeavesAListAtItsTop)
     EXPECT_EQ(window.scrolled(), 0);
 }
 
-/// Gives twenty of its rows at a time.
+/// Gives twenty of its rows at a time, below its open first row too.
 class LazyScene : public TreeModel
 {
 public:
     bool canFetchMore(const QModelIndex& parent) const override
     {
-        return !parent.isValid() && rowCount() < 100;
+        return parent.row() <= 0 && !parent.parent().isValid() && rowCount(parent) < 100;
     }
-    void fetchMore(const QModelIndex&) override { insert({}, rowCount(), TreeModel::wide(20, 0)); }
+    bool hasChildren(const QModelIndex& parent) const override
+    {
+        return canFetchMore(parent) || TreeModel::hasChildren(parent);
+    }
+    void fetchMore(const QModelIndex& parent) override
+    {
+        insert(parent, rowCount(parent), TreeModel::wide(20, 0));
+    }
 };
 
 TEST_F(ScenePanelTest, FetchesRowsWhileScrollingAndOnRequest)
@@ -167,11 +174,20 @@ TEST_F(ScenePanelTest, FetchesRowsWhileScrollingAndOnRequest)
     EXPECT_TRUE(QTest::qWaitFor([this] { return window.count() >= 40; }));
     window.settle();
     EXPECT_LT(window.count(), 100);
-    for (int page = 0; page < 3; ++page) {
-        window.press(Qt::Key_End);
-        window.settle();
-    }
-    EXPECT_TRUE(QTest::qWaitFor([this] { return window.count() == 100; })) << window.count();
+    const auto seeAll = [this] {
+        for (int page = 0; page < 24; ++page) {
+            window.press(Qt::Key_PageDown);
+            window.settle();
+        }
+        return window.count();
+    };
+    EXPECT_EQ(seeAll(), 100);
+    window.press(Qt::Key_Home);
+    window.press(Qt::Key_Right);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window.count() >= 120; })) << window.count();
+    window.settle();
+    EXPECT_LT(window.count(), 200);
+    EXPECT_EQ(seeAll(), 200);
 
     lumo::datamodels::proxy::TextPredicate predicate;
     predicate.setCondition("any", [](const QModelIndex&) { return true; });
@@ -186,7 +202,7 @@ TEST_F(ScenePanelTest, FetchesRowsWhileScrollingAndOnRequest)
     other.settle();
     EXPECT_LT(other.count(), 100);
     other.click(other.middle("fetch_all"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return other.count() == 100; })) << other.count();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return other.count() == 200; })) << other.count();
     EXPECT_TRUE(QTest::qWaitFor([&] { return !other.item("fetch_all")->isVisible(); }));
     filtered.setFilterPredicate(nullptr);
 }

@@ -14,12 +14,12 @@ EditorDialog {
     title: command
     standardButtons: Dialog.Yes | Dialog.Cancel
 
-    onAccepted: session.edit.proceed()
+    onAccepted: session.hiddenQuestion.proceed()
 
     Connections {
-        target: session.edit
+        target: session.hiddenQuestion
 
-        function onHiddenConcerned(command, hidden) {
+        function onAsked(command, hidden) {
             dialog.command = command;
             dialog.hidden = hidden;
             dialog.open();

@@ -96,6 +96,15 @@ ApplicationWindow {
         function onHelpRequested() { helpDialog.open(); }
         function onMenuBarRequested() { menuBar.openFirst(); }
     }
+    // Of what is selected already, the panel hears nothing.
+    Connections {
+        target: session.viewport
+
+        function onPicked() {
+            if (browserPanel.alwaysReveal)
+                Qt.callLater(browserPanel.revealSelection);
+        }
+    }
 
     // Sizes that the user gave the panes; 0 for those that were left alone.
     Settings {
@@ -216,7 +225,7 @@ ApplicationWindow {
         onLogRequested: session.window.toggleLog()
     }
     Binding {
-        target: session.edit
+        target: session.hiddenQuestion
         property: "hiddenCount"
         value: browserPanel.hiddenSelectionCount
     }
