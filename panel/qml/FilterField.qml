@@ -100,7 +100,7 @@ PanelTextField {
 
         style: field.style
         y: field.height + 2
-        width: Math.max(field.width, field.style.pixelSize * 32)
+        width: Math.max(field.width, field.style.pixelSize * 40)
         margins: 4
         onExampleChosen: {
             field.text = text;
