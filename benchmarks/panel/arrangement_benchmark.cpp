@@ -62,17 +62,28 @@ private:
     double m_longest = 0;
 };
 
-void filterKeystroke(benchmark::State& state)
+void typeFilter(benchmark::State& state, const QString& shorter, const QString& longer)
 {
     Scene scene(state);
     Slices slices(state);
-    bool longer = false;
+    bool isLonger = false;
     for (auto _ : state) {
-        longer = !longer;
-        const QString text = longer ? QStringLiteral("12") : QStringLiteral("1");
-        slices.work(scene, [&] { scene.predicate.setText(text); });
+        isLonger = !isLonger;
+        slices.work(scene, [&] { scene.predicate.setText(isLonger ? longer : shorter); });
     }
     state.counters["rows"] = scene.outline.count();
+}
+
+void filterKeystroke(benchmark::State& state)
+{
+    typeFilter(state, QStringLiteral("1"), QStringLiteral("12"));
+}
+
+/// Names above, alternatives, what is not wanted, and properties by comparison.
+void filterByProperties(benchmark::State& state)
+{
+    typeFilter(state, QStringLiteral("1 type:light|mesh -7 name<6"),
+               QStringLiteral("1 type:light|mesh -77 name<5"));
 }
 
 /// A filter set and cleared with every object selected.
@@ -144,6 +155,7 @@ void expandAllSorted(benchmark::State& state)
 }
 
 BENCHMARK(filterKeystroke)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(filterByProperties)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(filterWithAllSelected)
     ->Arg(1'000)
     ->Arg(10'000)

@@ -52,6 +52,7 @@ TABLES = [
             ("from a row to its source index", "rowToIndex"),
             ("insert and remove a row", "insertAndRemoveRow"),
             ("a keystroke in the filter field", "filterKeystroke"),
+            ("the same with names above, properties and exclusions", "filterByProperties"),
             ("the same with everything selected", "filterWithAllSelected"),
             ("sort by name", "sortByName"),
             ("three mode switches", "switchModes"),
