@@ -59,6 +59,11 @@ TABLES = [
             ("insert and remove a row while filtered", "insertAndRemoveRowFound"),
         )
     ]),
+    ("Panel by shape", "panel", [
+        (f"{title}: {shape.replace('_', ' ')}", f"{name}/{shape}/{{n}}", None, None)
+        for title, name in (("open", "openPanel"), ("reveal the deepest object", "revealDeepest"))
+        for shape in SHAPES
+    ]),
     ("Property clipboard, 20 properties an object", "property_clipboard", [
         ("copy", "copy/{n}", "copyFloor/{n}", None),
         ("paste", "paste/{n}", "pasteFloor/{n}", None),
