@@ -18,6 +18,11 @@ QString loadFilter()
     return FileCommands::tr("Scenes (%1)").arg(SceneLoader::namePatterns().join(QLatin1Char(' ')));
 }
 
+void reportCanceled(const QString& path)
+{
+    reportNote(FileCommands::tr("Saving %1 was cancelled").arg(QDir::toNativeSeparators(path)));
+}
+
 } // namespace
 
 FileCommands::FileCommands(SceneDocument& document, LoadController& loader, QObject* parent)
@@ -27,12 +32,12 @@ FileCommands::FileCommands(SceneDocument& document, LoadController& loader, QObj
     connect(&m_saver, &SceneSaver::failed, this, &FileCommands::failSaving);
     connect(&m_saver, &SceneSaver::canceled, this, [this](const QString& path) {
         m_afterSaving = {};
-        reportNote(tr("Saving %1 was cancelled").arg(QDir::toNativeSeparators(path)));
+        reportCanceled(path);
     });
     connect(&m_document, &SceneDocument::filePathChanged, this, [this] {
         const QString path = m_document.filePath();
         const FileStamp known = std::exchange(m_loading, {});
-        setConflict(NoConflict);
+        forgetWaitingSave();
         m_watch.follow(path, known.exists() ? known : FileStamp::of(path));
     });
     connect(&m_loader, &LoadController::failed, this, [this] { m_loading = {}; });
@@ -84,15 +89,24 @@ bool FileCommands::isOpen(const QString& path) const
 void FileCommands::save()
 {
     const QString path = m_document.filePath();
-    if (!isOwnFormat(path))
+    if (!isOwnFormat(path)) {
         saveAs();
-    else
-        m_watch.ask([this, path](bool isChanged) {
-            if (isChanged)
-                setConflict(SaveWaits);
-            else
-                saveTo(path);
-        });
+        return;
+    }
+    if (m_isComparing || m_saver.isSaving())
+        return;
+    m_isComparing = true;
+    m_watch.ask([this, path](bool isChanged) {
+        if (!m_isComparing)
+            return; // cancelled
+        finishComparing();
+        if (isChanged)
+            setConflict(SaveWaits);
+        else
+            saveTo(path);
+    });
+    if (m_isComparing)
+        Q_EMIT comparingChanged();
 }
 
 void FileCommands::saveAs()
@@ -103,6 +117,16 @@ void FileCommands::saveAs()
          m_document.filePath(),
          QFileInfo(m_document.filePath()).completeBaseName()},
         [this](const QString& path) { saveTo(path); }, [this] { m_afterSaving = {}; });
+}
+
+void FileCommands::cancelSaving()
+{
+    if (!m_isComparing) {
+        m_saver.cancel();
+        return;
+    }
+    forgetWaitingSave();
+    reportCanceled(m_document.filePath());
 }
 
 void FileCommands::quit()
@@ -150,6 +174,7 @@ void FileCommands::keepMine()
 {
     const bool saveWaits = m_conflict == SaveWaits;
     setConflict(NoConflict);
+    finishComparing();
     m_watch.accept();
     if (saveWaits)
         saveTo(m_document.filePath());
@@ -189,6 +214,20 @@ void FileCommands::setConflict(Conflict conflict)
     Q_EMIT conflictChanged();
 }
 
+void FileCommands::finishComparing()
+{
+    if (std::exchange(m_isComparing, false))
+        Q_EMIT comparingChanged();
+}
+
+void FileCommands::forgetWaitingSave()
+{
+    if (m_isComparing || m_conflict == SaveWaits)
+        m_afterSaving = {};
+    finishComparing();
+    setConflict(NoConflict);
+}
+
 void FileCommands::load(const QString& path)
 {
     m_loading = FileStamp::of(path);
@@ -209,8 +248,9 @@ void FileCommands::finishSaving(const QString& path, bool isCurrent)
     m_watch.follow(path, FileStamp::of(path));
     reportNote(tr("Saved %1").arg(QDir::toNativeSeparators(path)));
     Q_EMIT saved(path);
-    if (const Continuation continuation = std::exchange(m_afterSaving, {}))
-        continuation();
+    // What was edited meanwhile is not in the file.
+    if (Continuation continuation = std::exchange(m_afterSaving, {}))
+        unlessUnsaved(std::move(continuation));
 }
 
 void FileCommands::failSaving(const QString& path, const QString& reason)

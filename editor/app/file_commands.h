@@ -18,6 +18,7 @@ class FileCommands final : public QObject
     Q_OBJECT
     Q_PROPERTY(bool confirming READ isConfirming NOTIFY confirmingChanged)
     Q_PROPERTY(Conflict conflict READ conflict NOTIFY conflictChanged)
+    Q_PROPERTY(bool comparing READ isComparing NOTIFY comparingChanged)
     Q_PROPERTY(editor::SceneSaver* saver READ saver CONSTANT)
 
 public:
@@ -50,6 +51,10 @@ public:
     /// Goes on as `saveAs` for a scene that has no file in the own format, imported ones included.
     Q_INVOKABLE void save();
     Q_INVOKABLE void saveAs();
+    /// A save waits until the file, which was touched, is compared with what was read of it.
+    bool isComparing() const noexcept { return m_isComparing; }
+    /// Also while it waits for that.
+    Q_INVOKABLE void cancelSaving();
     Q_INVOKABLE void quit();
     /// The open scene is unsaved changes of a file that was in the state `known`.
     void markUnsaved(const QString& path, const FileStamp& known);
@@ -74,6 +79,7 @@ Q_SIGNALS:
     void reopened();
     void confirmingChanged();
     void conflictChanged();
+    void comparingChanged();
     void saved(const QString& path);
     /// `reason` is one sentence that names the file.
     void saveFailed(const QString& path, const QString& reason);
@@ -86,6 +92,8 @@ private:
     void unlessUnsaved(Continuation continuation);
     void setConfirmation(Continuation continuation);
     void setConflict(Conflict conflict);
+    void finishComparing();
+    void forgetWaitingSave();
     void load(const QString& path);
     void saveTo(const QString& path);
     void finishSaving(const QString& path, bool isCurrent);
@@ -101,6 +109,7 @@ private:
     Continuation m_afterConfirmation;
     Continuation m_afterSaving;
     Conflict m_conflict = NoConflict;
+    bool m_isComparing = false;
 };
 
 } // namespace editor

@@ -6,9 +6,6 @@
 
 #include <editor/document/scene_commands.h>
 #include <editor/document/transform_math.h>
-#include <editor/viewport/items/frame_reach.h>
-
-#include <algorithm>
 
 namespace editor {
 
@@ -16,16 +13,6 @@ namespace {
 
 // In one step, beyond which building all items anew costs less.
 constexpr int mostRowChanges = 200;
-
-void reportWhatIsTooFar(const ItemSet& set)
-{
-    const auto count =
-        std::count_if(set.items().begin(), set.items().end(),
-                      [](const ViewportItem& item) { return !isInFrameReach(item.bounds()); });
-    if (count > 0)
-        reportWarning(
-            QStringLiteral("%1 of the objects lie or reach too far out to be framed").arg(count));
-}
 
 } // namespace
 
@@ -90,6 +77,13 @@ void ViewportBinding::followView()
     connect(&m_controller, &ViewportController::activated, this, [this](quint32 id) {
         if (SceneObject* object = m_document.objectById(id))
             frame(*object);
+    });
+    connect(&m_controller, &ViewportController::notFramed, this, [this](int count) {
+        const QString text =
+            count == 1 ? tr("An object lies or reaches too far out to be framed")
+                       : tr("%1 objects lie or reach too far out to be framed").arg(count);
+        reportWarning(text);
+        Q_EMIT reported(text);
     });
     connect(&m_controller, &ViewportController::contextMenuRequested, this, [this](quint32 id) {
         SceneObject* object = m_document.objectById(id);
@@ -231,7 +225,6 @@ void ViewportBinding::frameSelection()
 void ViewportBinding::frameAll()
 {
     m_controller.frameAll();
-    reportWhatIsTooFar(m_controller.items());
 }
 
 void ViewportBinding::pick(quint32 id, Qt::KeyboardModifiers modifiers)

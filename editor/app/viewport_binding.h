@@ -35,6 +35,8 @@ Q_SIGNALS:
     void isolatedChanged();
     /// A right click; what was under it is selected by now.
     void contextMenuRequested();
+    /// One sentence for the status.
+    void reported(const QString& text);
 
 private:
     void followDocument();

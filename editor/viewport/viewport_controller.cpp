@@ -1,5 +1,9 @@
 #include "viewport_controller.h"
 
+#include <editor/viewport/items/frame_reach.h>
+
+#include <algorithm>
+
 namespace editor {
 
 namespace {
@@ -114,6 +118,14 @@ void ViewportController::frame(const std::vector<quint32>& ids)
 {
     m_camera.frame(m_items.boundsOf(ids));
     Q_EMIT cameraChanged();
+    int left = 0;
+    for (const ItemRange& branch : m_items.branchesOf(ids)) {
+        m_items.visitRange(branch, [&](quint32 index) {
+            left += isInFrameReach(m_items.items()[index].bounds()) ? 0 : 1;
+        });
+    }
+    if (left > 0)
+        Q_EMIT notFramed(left);
 }
 
 void ViewportController::frameSelected()
@@ -128,6 +140,12 @@ void ViewportController::frameAll()
 {
     m_camera.frame(m_items.visibleBounds());
     Q_EMIT cameraChanged();
+    const std::vector<ViewportItem>& items = m_items.items();
+    const auto left = std::count_if(items.begin(), items.end(), [](const ViewportItem& item) {
+        return item.visible && !isInFrameReach(item.bounds());
+    });
+    if (left > 0)
+        Q_EMIT notFramed(int(left));
 }
 
 void ViewportController::lookFrom(qreal yaw, qreal pitch)

@@ -117,6 +117,8 @@ Q_SIGNALS:
     void activated(quint32 id);
     /// A click with the right button.
     void contextMenuRequested(quint32 id, const QPointF& position);
+    /// So many items that were to be framed lie or reach too far out for it.
+    void notFramed(int count);
 
     void itemsReset();
     /// By index, as of `items()`.

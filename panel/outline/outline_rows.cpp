@@ -95,7 +95,7 @@ QVariant OutlineRows::data(const QModelIndex& index, int role) const
     case DepthRole:
         return rows().depth(node);
     case HasChildrenRole:
-        return hasChildren(node);
+        return isParent(node);
     case ExpandedRole:
         return isOpen(node);
     case SelectedRole:
@@ -150,7 +150,7 @@ Qt::ItemFlags OutlineRows::flags(const QModelIndex& index) const
     return (source.isValid() ? source.flags() : Qt::ItemIsEnabled) | Qt::ItemNeverHasChildren;
 }
 
-bool OutlineRows::hasChildren(Node node) const
+bool OutlineRows::isParent(Node node) const
 {
     if (!followsScene())
         return rows().hasBranch(node);
@@ -233,7 +233,7 @@ int OutlineRows::parentRow(int row) const
 bool OutlineRows::rowHasChildren(int row) const
 {
     const Node node = nodeAt(row);
-    return node != RowTree::none && hasChildren(node);
+    return node != RowTree::none && isParent(node);
 }
 
 bool OutlineRows::isRowSelected(int row) const

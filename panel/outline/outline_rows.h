@@ -113,7 +113,7 @@ protected:
     Node currentNode() const;
     bool isGroupNode(Node node) const { return marks().has(node, RowMarks::Group); }
     bool matches(Node node) const { return !m_arranged || !marks().has(node, RowMarks::Leads); }
-    bool hasChildren(Node node) const;
+    bool isParent(Node node) const;
     bool isOpen(Node node) const;
     /// Whether the rows that show are open where the scene's are.
     bool followsScene() const { return !m_rules || m_rules->followsScene(); }

@@ -114,6 +114,7 @@ TEST_F(BrowserTest, mayBeDestroyedInsideAnyCallThatItMakes)
     auto provider = std::make_shared<FakeProvider>();
     provider->menu = &menu;
     const auto trigger = [&menu] { menu.actions.at(0)->trigger(); };
+    const Zar::DebugMessageSinkGuard reports([](const auto&) { test::hostIsCalled(); });
     const std::function<void()> causes[] = {
         [this] { selectRow("b"); },
         [this] { browser->selectionModel()->setCurrentIndex(model->find("b"), {3}); },

@@ -35,7 +35,21 @@ protected:
     void save()
     {
         session.files()->save();
-        ASSERT_TRUE(QTest::qWaitFor([this] { return !session.files()->saver()->isSaving(); }));
+        const auto isSaving = [this] {
+            return session.files()->isComparing() || session.files()->saver()->isSaving();
+        };
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !isSaving(); }));
+    }
+    /// Somebody writes the file a while after it was known.
+    void writeLater(const char* name, const QByteArray& contents)
+    {
+        ASSERT_TRUE(QTest::qWaitFor(
+            [this] { return !session.files()->knownFile().digest.isEmpty(); }));
+        write(name, contents);
+        QFile file(path(name));
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        file.setFileTime(QDateTime::currentDateTime().addSecs(++m_later),
+                         QFile::FileModificationTime);
     }
     /// Takes the file "scene" in the dialog that shows.
     void chooseFile(const QString& title)
@@ -58,6 +72,9 @@ protected:
     }
 
     QTemporaryDir directory;
+
+private:
+    int m_later = 5;
 };
 
 TEST_F(EditorFilesTest, fileThatCannotBeOpenedKeepsTheScene)
@@ -162,21 +179,34 @@ TEST_F(EditorFilesTest, fileThatSomebodyElseChangedIsAskedAbout)
 
     QSignalSpy saved(session.files(), &FileCommands::saved);
     for (const bool differs : {false, true}) {
-        const auto isRead = [this] { return !session.files()->knownFile().digest.isEmpty(); };
-        ASSERT_TRUE(QTest::qWaitFor(isRead));
         asked.clear();
         saved.clear();
-        write(name, contents(name).replace("Near", differs ? "Nerd" : "Near"));
-        QFile file(path(name));
-        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-        file.setFileTime(QDateTime::currentDateTime().addSecs(5), QFile::FileModificationTime);
-        file.close();
+        writeLater(name, contents(name).replace("Near", differs ? "Nerd" : "Near"));
         session.files()->save();
         EXPECT_TRUE(QTest::qWaitFor([&] { return asked.count() + saved.count() > 0; }));
         EXPECT_EQ(asked.count(), int(differs)) << "a file that was only touched is no other";
     }
     session.files()->keepMine();
     EXPECT_TRUE(QTest::qWaitFor([this] { return !session.files()->saver()->isSaving(); }));
+
+    QSignalSpy quit(session.files(), &FileCommands::quitConfirmed);
+    auto* progress = window->findChild<QObject*>("save_progress");
+    for (const bool cancels : {true, false}) {
+        writeLater(name, contents(name));
+        set("Near", "visible", cancels ? "false" : "true");
+        session.files()->quit();
+        session.files()->saveAndContinue();
+        EXPECT_TRUE(progress->property("visible").toBool()) << "while the file is compared";
+        if (cancels)
+            QMetaObject::invokeMethod(progress, "canceled");
+        else
+            session.document()->open(object("Stage")->clone(), path(name));
+        EXPECT_FALSE(session.files()->isComparing());
+        saved.clear();
+        save();
+        EXPECT_EQ(saved.count(), 1);
+    }
+    EXPECT_EQ(quit.count(), 0) << "what was to follow the save that was given up";
 
     session.document()->rename(object("Further"), "Mine");
     writeOther(name);

@@ -1,13 +1,16 @@
 // Two running editors on one display, driven by keys that the display itself sends.
 
 #include "display_input.h"
+#include "editor_test.h"
 #include "row_of_boxes.h"
 
 #include <editor/files/scene_writer.h>
 
 #include <QClipboard>
+#include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -145,24 +148,30 @@ TEST(EditorProcessesTest, unsavedWorkOutlivesTheProgram)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(theirs.data(), qint64(theirs.size()));
     file.close();
+    EditorDriver second;
+    QDir folder = QFileInfo(journals().constFirst()).dir();
+    folder.cdUp();
+    second.session.recovery()->start(folder.path());
+    ASSERT_TRUE(second.text("recovery_text").contains("The file itself was changed after that."));
     {
-        EditorProcess second(scene, settings);
-        ASSERT_TRUE(second.waitsForTitle("scene.kyrscene"));
         EditorProcess other(scene, settings);
         ASSERT_TRUE(other.waitsForTitle("scene.kyrscene"));
-        second.press("space");
-        ASSERT_TRUE(second.waitsForTitle("• scene.kyrscene"));
-        // It asks at once, and after a "later" again.
-        QTest::qWait(1500);
-        second.press("Escape");
-        second.press("ctrl+s");
-        QTest::qWait(1500);
-        EXPECT_EQ(contents(scene), theirs);
-        for (const char* key : {"ISO_Left_Tab", "ISO_Left_Tab", "space"})
-            second.press(key);
-        ASSERT_TRUE(second.waitsForTitle("scene.kyrscene"));
-        EXPECT_NE(contents(scene), theirs);
     }
+    second.session.recovery()->recover();
+    using editor::FileCommands;
+    FileCommands& files = *second.session.files();
+    const auto asks = [&files](FileCommands::Conflict question) {
+        return QTest::qWaitFor([&] { return files.conflict() == question; });
+    };
+    EXPECT_TRUE(asks(FileCommands::FileChanged)) << "at once";
+    EXPECT_NE(second.text("changed_file_text"), "");
+    files.decideLater();
+    files.save();
+    EXPECT_TRUE(asks(FileCommands::SaveWaits)) << "and after a \"later\" again";
+    EXPECT_EQ(contents(scene), theirs);
+    files.keepMine();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !second.session.document()->isModified(); }));
+    EXPECT_NE(contents(scene), theirs);
     EXPECT_EQ(journals(), QStringList()) << "what is saved needs no journal";
 }
 

@@ -48,6 +48,9 @@ TEST_F(EditorViewTest, theTabKeyComesToTheViewAndGoesOn)
     const float distance = session.viewport()->camera().distance();
     key(Qt::Key_Plus);
     EXPECT_LT(session.viewport()->camera().distance(), distance);
+    set("Near", "transform.position", "1e30 0 0");
+    key(Qt::Key_F);
+    EXPECT_EQ(message(), "An object lies or reaches too far out to be framed");
     key(Qt::Key_Tab);
     EXPECT_FALSE(view->hasActiveFocus());
 }

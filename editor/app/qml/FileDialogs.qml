@@ -25,10 +25,12 @@ Item {
         }
     }
     ProgressPopup {
-        running: session.files.saver.saving
-        text: qsTr("Saving %1").arg(session.document.title)
-        progress: session.files.saver.progress
-        onCanceled: session.files.saver.cancel()
+        objectName: "save_progress"
+        running: session.files.comparing || session.files.saver.saving
+        text: (session.files.comparing ? qsTr("Comparing %1 with its file")
+                                       : qsTr("Saving %1")).arg(session.document.title)
+        progress: session.files.saver.saving ? session.files.saver.progress : 0
+        onCanceled: session.files.cancelSaving()
     }
     ProgressPopup {
         running: session.exporter.saver.saving

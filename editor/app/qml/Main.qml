@@ -56,6 +56,11 @@ ApplicationWindow {
         }
     }
     Connections {
+        target: session.view
+
+        function onReported(text) { statusBar.show(text); }
+    }
+    Connections {
         target: session.edit
 
         function onReported(text) { statusBar.show(text); }

@@ -7,6 +7,7 @@
 #include <host/core/stack_tracker.h>
 #include <host/reflection/fuzzy_function.h>
 
+#include <QPointer>
 #include <QTimer>
 
 namespace {
@@ -88,16 +89,21 @@ void SceneBrowserData::connectItemModel()
     follow(&Model::rowsRemoved, [this] { finishRowsUpdate(); });
     follow(&Model::rowsAboutToBeInserted, beginRowsUpdate);
     follow(&Model::rowsInserted, [this](const QModelIndex& rowParent, int first, int last) {
+        const QPointer<SceneBrowserData> self(this);
         finishRowsUpdate();
-        syncSelectionOnInsert(rowParent, first, last);
+        if (self)
+            syncSelectionOnInsert(rowParent, first, last);
     });
 }
 
-// The count goes down even when the model broke its contract, as the report then says.
+// The count goes down even when the model broke its contract, as the report then says. Who reads the
+// report may destroy the browser.
 void SceneBrowserData::finishRowsUpdate()
 {
+    const QPointer<SceneBrowserData> self(this);
     Zar::verify(m_rowsUpdates > 0, "m_rowsUpdates > 0", sourceFile);
-    --m_rowsUpdates;
+    if (self)
+        --m_rowsUpdates;
 }
 
 QAbstractItemModel* SceneBrowserData::model() const
