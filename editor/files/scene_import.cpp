@@ -19,11 +19,28 @@ QString tr(const char* text)
     return QCoreApplication::translate("editor::SceneImport", text);
 }
 
-const QString ownSuffix = QStringLiteral("kyrscene");
+using Reader = SceneImport (*)(const QString& path, const ImportProgress& progress);
 
-bool isOwnFormat(const QString& path)
+struct Format
 {
-    return QFileInfo(path).suffix().compare(ownSuffix, Qt::CaseInsensitive) == 0;
+    const char* suffix;
+    Reader read;
+};
+
+// What the loader's thread reads itself; all else goes to the importer's process.
+const Format ownFormats[] = {
+    {"kyrscene", readKyrscene},
+};
+
+/// Null for a format that is none of ours.
+Reader ownReaderOf(const QString& path)
+{
+    const QString suffix = QFileInfo(path).suffix();
+    for (const Format& format : ownFormats) {
+        if (suffix.compare(QLatin1String(format.suffix), Qt::CaseInsensitive) == 0)
+            return format.read;
+    }
+    return nullptr;
 }
 
 bool isForeignFormat(const QString& suffix)
@@ -46,7 +63,7 @@ QString objectionTo(const QString& path)
         return tr("no permission to read it");
     if (file.size() == 0)
         return tr("the file is empty");
-    if (!isOwnFormat(path) && !isForeignFormat(file.suffix())) {
+    if (!ownReaderOf(path) && !isForeignFormat(file.suffix())) {
         return file.suffix().isEmpty() ? tr("a file without a suffix has no known format")
                                        : tr("\".%1\" is no known scene format").arg(file.suffix());
     }
@@ -70,9 +87,9 @@ SceneImport importScene(const QString& path, const ImportProgress& progress)
         return refusal(path, objection);
     const ImportProgress report = progress ? progress : [](double) { return true; };
     try {
-        SceneImport import =
-            isOwnFormat(path) ? readKyrscene(path, report) : importInProcess(path, report);
-        if (import.root && !isOwnFormat(path))
+        const Reader ownReader = ownReaderOf(path);
+        SceneImport import = ownReader ? ownReader(path, report) : importInProcess(path, report);
+        if (import.root && !ownReader)
             import.root->setName(QFileInfo(path).completeBaseName().toStdString());
         return import.error.isEmpty() ? import : refusal(path, import.error);
     } catch (const std::bad_alloc&) {
@@ -86,8 +103,10 @@ QStringList importPatterns()
 {
     std::string patterns;
     Assimp::Importer().GetExtensionList(patterns);
-    return QStringList(QStringLiteral("*.") + ownSuffix) +
-           QString::fromStdString(patterns).split(QLatin1Char(';'), Qt::SkipEmptyParts);
+    QStringList own;
+    for (const Format& format : ownFormats)
+        own += QStringLiteral("*.") + QLatin1String(format.suffix);
+    return own + QString::fromStdString(patterns).split(QLatin1Char(';'), Qt::SkipEmptyParts);
 }
 
 } // namespace editor
