@@ -42,7 +42,7 @@ TABLES = [
         selection("1,000 rows move one by one", "moveThousand", None, ONCE),
     ]),
     ("Panel", "panel", [
-        (title, f"{name}/{{n}}", None, None) for title, name in (
+        (title, f"{name}/{{n}}", None, f"{rival[0]}/{{n}}" if rival else None) for title, name, *rival in (
             ("expand all, of groups of two", "expandAll"),
             ("collapse all", "collapseAll"),
             ("toggle every group by hand", "toggleEachGroup"),
@@ -50,11 +50,11 @@ TABLES = [
             ("a selection range over all rows", "rangeOverAllRows"),
             ("a search that finds nothing", "searchWithoutAMatch"),
             ("from a row to its source index", "rowToIndex"),
-            ("insert and remove a row", "insertAndRemoveRow"),
-            ("a keystroke in the filter field", "filterKeystroke"),
+            ("insert and remove a row", "insertAndRemoveRow", "insertAndRemoveRowOfProxies"),
+            ("a keystroke in the filter field", "filterKeystroke", "filterKeystrokeOfProxies"),
             ("the same with names above, properties and exclusions", "filterByProperties"),
             ("the same with everything selected", "filterWithAllSelected"),
-            ("sort by name", "sortByName"),
+            ("sort by name", "sortByName", "sortProxies"),
             ("three mode switches", "switchModes"),
             ("insert and remove a row while filtered", "insertAndRemoveRowFound"),
         )

@@ -89,7 +89,7 @@ def table_text(title, times, lines, largest):
     sizes = [size for size in SIZES if size <= largest and any(at(times, line[1], size) for line in lines)]
     text = [f"## {title}", "",
             "| operation | " + " | ".join(f"{size:,}" for size in sizes) +
-            " | growth | over its floor | stock model |", "|---" * (len(sizes) + 4) + "|"]
+            " | growth | over its floor | rival |", "|---" * (len(sizes) + 4) + "|"]
     for line in lines:
         cells = [time_text(at(times, line[1], size)) if at(times, line[1], size) else "" for size in sizes]
         growth = ", ".join(f"{value:.1f}" for small, value in growths(times, line[1]) if small >= 10_000)
