@@ -2,51 +2,16 @@
 
 #include "wide_tree.h"
 
+#include <editor/document/scene_shape.h>
+
 #include <QAbstractItemModel>
 
-#include <algorithm>
 #include <memory>
 #include <vector>
 
 namespace bench {
 
-/// How objects hang together. Bushy: half of them are parents.
-enum class Shape
-{
-    Flat,
-    ThousandLevels,
-    Chain,
-    ThousandParents,
-    Bushy
-};
-
-/// The parent of each object, -1 for top-level ones; parents come before their children.
-inline std::vector<int> parentsOf(Shape shape, int count)
-{
-    const int level = std::max(1, count / 1000);
-    std::vector<int> parents(static_cast<std::size_t>(count));
-    for (int object = 0; object < count; ++object) {
-        int& parent = parents[static_cast<std::size_t>(object)];
-        switch (shape) {
-        case Shape::Flat:
-            parent = -1;
-            break;
-        case Shape::ThousandLevels:
-            parent = object < level ? -1 : (object / level - 1) * level;
-            break;
-        case Shape::Chain:
-            parent = object - 1;
-            break;
-        case Shape::ThousandParents:
-            parent = object < 1000 ? -1 : object % 1000;
-            break;
-        case Shape::Bushy:
-            parent = object == 0 ? -1 : (object - 1) / 2;
-            break;
-        }
-    }
-    return parents;
-}
+using Shape = editor::SceneShape;
 
 /// Objects in one of the shapes; every row has one.
 class ShapedTree : public QAbstractItemModel
@@ -54,7 +19,7 @@ class ShapedTree : public QAbstractItemModel
 public:
     ShapedTree(Shape shape, int count) : m_nodes(static_cast<std::size_t>(count) + 1)
     {
-        const std::vector<int> parents = parentsOf(shape, count);
+        const std::vector<int> parents = editor::parentsOf(shape, count);
         for (int object = 0; object < count; ++object) {
             const auto parent =
                 static_cast<std::size_t>(parents[static_cast<std::size_t>(object)] + 1);

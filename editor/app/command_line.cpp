@@ -37,6 +37,17 @@ struct Parser : QCommandLineParser
     const QCommandLineOption theme{QStringLiteral("theme"),
                                    QStringLiteral("Use the <dark|light> theme for this run."),
                                    QStringLiteral("dark|light")};
+    const QCommandLineOption sceneSize{
+        QStringLiteral("scene-size"),
+        QStringLiteral("Open a generated scene of <number> objects, 1 to %1, and show what "
+                       "operations on it take.")
+            .arg(SceneRecipe::mostObjects),
+        QStringLiteral("number")};
+    const QCommandLineOption shape{
+        QStringLiteral("shape"),
+        QStringLiteral("The shape of a generated scene: <flat|levels|chain|parents|bushy>; bushy "
+                       "without it."),
+        QStringLiteral("flat|levels|chain|parents|bushy")};
 
     Parser()
     {
@@ -45,7 +56,7 @@ struct Parser : QCommandLineParser
         addPositionalArgument(QStringLiteral("scene"),
                               QStringLiteral("The file to open; a sample scene without it."),
                               QStringLiteral("[scene]"));
-        addOptions({screenshot, theme});
+        addOptions({screenshot, theme, sceneSize, shape});
     }
 };
 
@@ -64,6 +75,29 @@ QString pictureFrom(const QString& path)
     if (!file.absoluteDir().exists())
         refuse(QStringLiteral("--screenshot: there is no folder \"%1\"").arg(file.path()));
     return path;
+}
+
+SceneRecipe recipeFrom(const Parser& parser)
+{
+    SceneRecipe recipe;
+    const QString size = parser.value(parser.sceneSize);
+    bool isNumber = false;
+    recipe.size = size.toInt(&isNumber);
+    if (!isNumber || recipe.size < 1 || recipe.size > SceneRecipe::mostObjects) {
+        refuse(QStringLiteral("--scene-size takes a number from 1 to %1, not \"%2\"")
+                   .arg(SceneRecipe::mostObjects)
+                   .arg(size));
+    }
+    if (!parser.isSet(parser.shape))
+        return recipe;
+    const QString name = parser.value(parser.shape);
+    const std::optional<SceneShape> shape = sceneShapeOf(name);
+    if (!shape) {
+        refuse(QStringLiteral("--shape takes flat, levels, chain, parents or bushy, not \"%1\"")
+                   .arg(name));
+    }
+    recipe.shape = *shape;
+    return recipe;
 }
 
 } // namespace
@@ -105,6 +139,14 @@ CommandLine parseCommandLine(const QStringList& arguments)
         result.screenshot = pictureFrom(parser.value(parser.screenshot));
     if (parser.isSet(parser.theme))
         result.dark = themeFrom(parser.value(parser.theme));
+    if (parser.isSet(parser.sceneSize)) {
+        if (!scenes.isEmpty())
+            refuse(QStringLiteral("--scene-size generates a scene, and \"%1\" is another one")
+                       .arg(result.scene));
+        result.generated = recipeFrom(parser);
+    } else if (parser.isSet(parser.shape)) {
+        refuse(QStringLiteral("--shape needs --scene-size"));
+    }
     return result;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <editor/files/generated_scene.h>
+
 #include <QString>
 #include <QStringList>
 
@@ -15,6 +17,8 @@ struct CommandLine
     /// Where to write a picture of the window, to exit then; empty for a session with a user.
     QString screenshot;
     std::optional<bool> dark;
+    /// A scene to make up instead of opening one.
+    std::optional<SceneRecipe> generated;
 };
 
 /// One line on the error stream that names the program.

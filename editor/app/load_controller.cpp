@@ -18,11 +18,10 @@ LoadController::LoadController(SceneDocument& document, QObject* parent)
                 Q_EMIT opening(root.get(), path);
                 const bool isSample = QFileInfo(path).path() == m_sampleFolder;
                 m_document.open(root, isSample ? QString() : path);
-                reportNote(tr("Opened %1, objects: %2")
-                               .arg(QFileInfo(path).fileName())
-                               .arg(m_document.objectCount()));
+                reportNote(
+                    tr("Opened %1, objects: %2").arg(m_fileName).arg(m_document.objectCount()));
                 for (const QString& note : notes)
-                    reportWarning(tr("%1: %2.").arg(QFileInfo(path).fileName(), note));
+                    reportWarning(tr("%1: %2.").arg(m_fileName, note));
                 if (!notes.isEmpty())
                     Q_EMIT incomplete(path, notes);
                 Q_EMIT loaded(path);
@@ -32,8 +31,9 @@ LoadController::LoadController(SceneDocument& document, QObject* parent)
                 reportFailure(reason);
                 Q_EMIT failed(path, reason);
             });
-    connect(&m_loader, &SceneLoader::canceled, this, [](const QString& path) {
-        reportNote(tr("Opening %1 was cancelled").arg(QDir::toNativeSeparators(path)));
+    connect(&m_loader, &SceneLoader::canceled, this, [this](const QString& path) {
+        reportNote(tr("Opening %1 was cancelled")
+                       .arg(path.isEmpty() ? m_fileName : QDir::toNativeSeparators(path)));
     });
 }
 
@@ -43,6 +43,14 @@ void LoadController::load(const QString& path)
     m_fileName = QFileInfo(absolutePath).fileName();
     setProgress(0);
     m_loader.load(absolutePath);
+}
+
+void LoadController::generate(const SceneRecipe& recipe)
+{
+    m_fileName = titleOf(recipe);
+    setProgress(0);
+    m_loader.load(
+        {}, [recipe](const ImportProgress& progress) { return generateScene(recipe, progress); });
 }
 
 void LoadController::cancel()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <editor/document/scene_document.h>
+#include <editor/files/generated_scene.h>
 #include <editor/files/scene_loader.h>
 
 namespace editor {
@@ -26,6 +27,8 @@ public:
     /// What is in this folder opens without a file, so that saving never overwrites it.
     void setSampleFolder(const QString& folder) { m_sampleFolder = folder; }
     void load(const QString& path);
+    /// Opens a scene that has no file; the signals have an empty path.
+    void generate(const SceneRecipe& recipe);
     Q_INVOKABLE void cancel();
 
 Q_SIGNALS:

@@ -59,6 +59,9 @@ int main(int argc, char** argv)
         runUnattended(session, screenshot);
     else
         session.recovery()->start(editor::recoveryFolder());
-    session.files()->openFile(options.scene.isEmpty() ? editor::bundledScene() : options.scene);
+    if (options.generated)
+        session.loader()->generate(*options.generated);
+    else
+        session.files()->openFile(options.scene.isEmpty() ? editor::bundledScene() : options.scene);
     return QApplication::exec();
 }

@@ -1,7 +1,5 @@
 #include "scene_loader.h"
 
-#include "scene_import.h"
-
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -31,6 +29,7 @@ struct SceneLoader::Job
     }
 
     QString path;
+    Reader read;
     std::atomic<bool> isCanceled{false};
     /// Of the thread until it has ended.
     SceneImport result;
@@ -60,9 +59,15 @@ SceneLoader::~SceneLoader()
 
 void SceneLoader::load(const QString& path)
 {
+    load(path, [path](const ImportProgress& progress) { return importScene(path, progress); });
+}
+
+void SceneLoader::load(const QString& path, Reader read)
+{
     cancel();
     m_job = std::make_shared<Job>();
     m_job->path = path;
+    m_job->read = std::move(read);
     m_job->loader = this;
     m_running.push_back(m_job);
     std::thread([job = m_job] { run(job); }).detach();
@@ -88,7 +93,7 @@ QStringList SceneLoader::namePatterns()
 // In the job's thread.
 void SceneLoader::run(const std::shared_ptr<Job>& job)
 {
-    job->result = importScene(job->path, [&job](double progress) {
+    job->result = job->read([&job](double progress) {
         if (progress - job->reported >= smallestReport) {
             job->reported = progress;
             job->post([job, progress] {

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <editor/document/scene_object.h>
+#include <editor/files/scene_import.h>
 
 #include <QObject>
-#include <QStringList>
 
 #include <memory>
 #include <vector>
@@ -24,8 +23,13 @@ public:
     ~SceneLoader() override;
 
     bool isLoading() const noexcept { return m_job != nullptr; }
+    /// Called in the thread.
+    using Reader = std::function<SceneImport(const ImportProgress&)>;
+
     /// Cancels the file that is being loaded first.
     void load(const QString& path);
+    /// A scene that comes from elsewhere; the signals have `path` as it is.
+    void load(const QString& path, Reader read);
     /// Reports `canceled` at once; the thread winds up by itself.
     Q_INVOKABLE void cancel();
 

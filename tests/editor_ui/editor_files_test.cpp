@@ -222,6 +222,8 @@ TEST_F(EditorFilesTest, programWritesAPictureOrSaysWhyNotAndLeavesNothingBehind)
     const std::tuple<QStringList, int, QByteArray> rows[] = {
         {{"--screenshot", path("street.png")}, 0, ""},
         {{"--screenshot", path("none.png"), path("missing.glb")}, 1, "missing.glb"},
+        {{"--screenshot", path("chain.png"), "--scene-size", "50", "--shape", "chain"}, 0, ""},
+        {{"--scene-size", "0"}, 1, "--scene-size takes a number from 1 to 1000000"},
         {{"--theme", "pink"}, 1, "scene_editor: --theme takes dark or light"},
         {{"--version"}, 0, ""},
         {{"--help"}, 0, ""},
