@@ -1,4 +1,5 @@
-// The list over scenes of every shape: a panel that opens, and an object deep down that is revealed.
+// The list over scenes of every shape: a panel that opens, and an object deep down that is
+// revealed.
 
 #include <benchmarks/selection/shaped_tree.h>
 #include <panel/outline/outline_model.h>
