@@ -102,6 +102,13 @@ TEST_F(EditorColumnsTest, chosenColumnsShowInTheirOrderAfterARestart)
     editor.undo();
     EXPECT_EQ(cell->property("text"), before);
     EXPECT_EQ(editor.object("Left")->light()->intensity, 4);
+
+    editor.click(editor.centre(editor.item("choose_columns")));
+    QQuickItem* type = editor.item("column_Type", editor.item("chosen_columns"));
+    editor.click(editor.centre(editor.item("remove_button", type)));
+    EXPECT_EQ(columns(editor, all), QStringList({"light.intensity", "transform.position.x"}));
+    editor.click(editor.centre(editor.item("clear_columns")));
+    EXPECT_EQ(columns(editor, all), QStringList());
 }
 
 TEST_F(EditorColumnsTest, toggleActsOnAllSelectedRowsAsOneStep)
@@ -129,6 +136,10 @@ TEST_F(EditorColumnsTest, toggleActsOnAllSelectedRowsAsOneStep)
         editor.undo();
         EXPECT_EQ(visible(), QList<bool>({true, true, true})) << part;
     }
+    editor.click(editor.rowPoint("Lamps"));
+    editor.key(Qt::Key_Right, Qt::ControlModifier);
+    editor.key(Qt::Key_Space);
+    EXPECT_EQ(visible(), QList<bool>({true, true, false})) << "by keyboard";
 }
 
 TEST_F(EditorBrowserTest, filterHidesSelectedRowsAndKeepsThemSelected)
@@ -199,8 +210,9 @@ TEST_F(EditorBrowserTest, modesAndFilterChoicesArrangeTheRowsAndKeepTheSelection
     EXPECT_TRUE(waitForRows(
         {"Group", "Lamps", "Light", "Left", "Right", "Mesh", "Near", "Far", "Scene", "Stage"}));
     EXPECT_EQ(selection(), QStringList({"Far"}));
-    choose("mode_choice", {Qt::Key_Home});
+    session.browser()->selectableData()->setProperty("currentIndex", 0);
     EXPECT_TRUE(waitForRows(closed));
+    EXPECT_EQ(item("mode_choice")->property("currentIndex"), 0) << "after the user's own choice";
     EXPECT_EQ(session.browser()->selectionModel()->selectedRows().size(), 1);
 
     set("Near", "visible", "false");

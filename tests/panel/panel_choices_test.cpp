@@ -40,22 +40,6 @@ protected:
     Filter visibility{"Visibility", {"All", "Visible", "Hidden"}};
 };
 
-TEST_F(PanelChoicesTest, TheModeArrangesTheRows)
-{
-    openChoices();
-    choose("mode_choice", 1);
-    EXPECT_EQ(mode.currentIndex(), 1);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return window.rows() == "House Wall Roof Tile Tree"; }))
-        << window.rows();
-    window.press(Qt::Key_Down);
-    EXPECT_TRUE(QTest::qWaitFor([this] {
-        return window.rows() == "Mesh House Wall Roof Tile Tree";
-    })) << window.rows();
-    mode.setProperty("currentIndex", 0);
-    EXPECT_EQ(window.item("mode_choice")->property("currentIndex").toInt(), 0)
-        << "it follows the editor after the user's own choice";
-}
-
 TEST_F(PanelChoicesTest, FiltersAreChosenByMouseAndByKeys)
 {
     openChoices();

@@ -103,31 +103,6 @@ TEST_F(PanelColumnsTest, CellsFollowTheScene)
     EXPECT_FALSE(cell("row_House", "cell_type"));
 }
 
-TEST_F(PanelColumnsTest, AToggleActsOnAllSelectedRowsInOneStep)
-{
-    openColumns();
-    QSignalSpy begins(window.panel(), SIGNAL(editBegins(QString)));
-    const auto visible = [this] {
-        std::string text;
-        for (const char* name : {"House", "Wall", "Roof", "Tree"})
-            text += model->item(model->find(QLatin1String(name)))->visible ? '1' : '0';
-        return text;
-    };
-    window.click(window.at(60, 1));
-    window.click(window.at(60, 3), Qt::ControlModifier);
-    window.click(middleOf(cell("row_Wall", "cell_shown")));
-    EXPECT_EQ(visible(), "1010");
-    EXPECT_EQ(begins.size(), 1);
-    window.click(middleOf(cell("row_Roof", "cell_shown")));
-    EXPECT_EQ(visible(), "1000") << "a row that is not selected goes alone";
-    EXPECT_EQ(selectedRows(), "Wall Tree");
-    for (int i = 0; i < 2; ++i)
-        window.press(Qt::Key_Right, Qt::ControlModifier);
-    window.press(Qt::Key_Space);
-    EXPECT_EQ(visible(), "1101") << "by keyboard";
-    EXPECT_EQ(selectedRows(), "Wall Tree");
-}
-
 TEST_F(PanelColumnsTest, ACellIsEditedInAllSelectedRowsInOneStep)
 {
     openColumns();

@@ -19,6 +19,7 @@ TEST_F(ScenePanelTest, SelectsByMouseAndKeyboard)
     EXPECT_EQ(selectedRows(), "Wall");
     window.click(window.at(120, 3), Qt::ControlModifier);
     EXPECT_EQ(selectedRows(), "Wall Tree");
+    EXPECT_EQ(test::names(selection.objects()), "Wall Tree");
     window.press(Qt::Key_Up, Qt::ShiftModifier);
     EXPECT_EQ(selectedRows(), "Roof Tree");
     window.press(Qt::Key_A, Qt::ControlModifier);
@@ -79,6 +80,19 @@ TEST_F(ScenePanelTest, HoverEndsWhenTheRowUnderThePointerGoes)
     model->remove({}, 1, 1);
     window.settle();
     EXPECT_EQ(selection.takeLog(), "hover() ");
+}
+
+TEST_F(ScenePanelTest, MarksRowsThatComeForObjectsThatAreSelected)
+{
+    open(house());
+    // The browser selects their rows while they are being inserted.
+    const auto late = std::make_shared<test::NamedObject>("Gate");
+    selection.setSelection({kyr::PersistentObject(kyr::ReflectedObject(late))}, false);
+    model->insertObjects(model->find("House"), 0, {late});
+    EXPECT_EQ(selectedRows(), "Gate");
+    window.settle();
+    EXPECT_TRUE(window.item("row_Gate")->property("selected").toBool());
+    EXPECT_FALSE(window.item("row_Wall")->property("selected").toBool());
 }
 
 TEST_F(ScenePanelTest, RowButtonsSetTheirStateAndLeaveTheSelectionAlone)
