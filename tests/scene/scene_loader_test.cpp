@@ -154,6 +154,7 @@ TEST(SceneImport, opensFilesOfOthersOrSaysWhyNot)
             EXPECT_GT(std::size_t(import.error.size()), named.size() + 10);
         } else if (import.root) {
             EXPECT_EQ(figuresOf(*import.root), figures) << name;
+            EXPECT_FALSE(import.notes.join("|").contains("the root node")) << "made up: " << name;
         }
     }
 }
@@ -166,8 +167,12 @@ TEST(SceneImport, mendsWhatItCanAndSaysSo)
         {"a.gltf", gltfWithBuffer("my%20data.bin", "3"), "with such: 1 (M"},
         {"a.dae",
          "<COLLADA xmlns='http://www.collada.org/2005/11/COLLADASchema' version='1.4.1'>"
-         "<library_visual_scenes><visual_scene id='City'><node id='n'/></visual_scene>"
-         "</library_visual_scenes><scene><instance_visual_scene url='#City'/></scene></COLLADA>",
+         "<library_visual_scenes><visual_scene id='Pivot-City'><node id='n'/></visual_scene>"
+         "</library_visual_scenes><scene><instance_visual_scene url='#Pivot-City'/></scene></COLLADA>",
+         "the root node \"Pivot-City\" only holds"},
+        {"a.gltf",
+         R"({"asset":{"version":"1.0"},"scene":"s","scenes":{"s":{"nodes":["City"]}},"nodes":)"
+         R"({"City":{"children":["m"]},"m":{"name":"Lamp"}}})",
          "the root node \"City\" only holds"},
         {"a.kyrscene",
          "<kyrscene><scene><object kind='group' name='G'><transform position='inf 0 0'"

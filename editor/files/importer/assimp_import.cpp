@@ -142,8 +142,11 @@ void importWithAssimp(const QString& path, SceneStreamWriter& writer)
         writer.fail(damage);
         return;
     }
-    const QStringList notes = folder->refusals() + leftOut(*scene) + gltf.notes +
-                              (isGltf(path) ? QStringList() : lostRoot(*scene, path));
+    const bool hasOwnNodes = !(gltf.nodes.empty() && gltf.roots.empty()) &&
+                             isLikeGltf(*scene->mRootNode, gltf);
+    const QStringList notes =
+        folder->refusals() + leftOut(*scene) + gltf.notes +
+        (hasOwnNodes ? QStringList() : lostRoot(*scene, folder->scene()));
     // Where vertices are shared by the format itself, their number is the author's.
     scene = process(importer, *handler, isGltf(path));
     if (!scene) {
@@ -154,7 +157,7 @@ void importWithAssimp(const QString& path, SceneStreamWriter& writer)
         writer.note(note);
     // This importer alone keeps the angles as its format has them.
     const ConeAngles cones = isGltf(path) ? ConeAngles::FromAxis : ConeAngles::Whole;
-    writeObjects(*scene, gltf.nodes.empty() && gltf.roots.empty() ? nullptr : &gltf, cones, writer);
+    writeObjects(*scene, hasOwnNodes ? &gltf : nullptr, cones, writer);
     writer.finish();
 }
 

@@ -58,33 +58,13 @@ struct Source
     int inGltf;
 };
 
-/// Whether the library has made a node of each node of the file, with one above several roots.
-bool isLikeGltf(const aiNode& root, const GltfDocument& gltf)
-{
-    if (gltf.roots.size() != 1 && root.mNumChildren != gltf.roots.size())
-        return false;
-    std::vector<Source> open;
-    for (std::size_t i = 0; i < gltf.roots.size(); ++i)
-        open.push_back({gltf.roots.size() == 1 ? &root : root.mChildren[i], gltf.roots[i]});
-    while (!open.empty()) {
-        const Source at = open.back();
-        open.pop_back();
-        const std::vector<int>& children = gltf.nodes[std::size_t(at.inGltf)].children;
-        if (at.node->mNumChildren != children.size())
-            return false;
-        for (std::size_t i = 0; i < children.size(); ++i)
-            open.push_back({at.node->mChildren[i], children[i]});
-    }
-    return true;
-}
-
 class SceneBuilder
 {
 public:
     SceneBuilder(const aiScene& scene, const GltfDocument* gltf, ConeAngles cones,
                  SceneStreamWriter& writer)
         : m_scene(scene)
-        , m_gltf(gltf && isLikeGltf(*scene.mRootNode, *gltf) ? gltf : nullptr)
+        , m_gltf(gltf)
         , m_meshes(scene.mNumMeshes, -1)
         , m_cones(cones)
         , m_writer(writer)
@@ -297,6 +277,25 @@ private:
 };
 
 } // namespace
+
+bool isLikeGltf(const aiNode& root, const GltfDocument& gltf)
+{
+    if (gltf.roots.size() != 1 && root.mNumChildren != gltf.roots.size())
+        return false;
+    std::vector<Source> open;
+    for (std::size_t i = 0; i < gltf.roots.size(); ++i)
+        open.push_back({gltf.roots.size() == 1 ? &root : root.mChildren[i], gltf.roots[i]});
+    while (!open.empty()) {
+        const Source at = open.back();
+        open.pop_back();
+        const std::vector<int>& children = gltf.nodes[std::size_t(at.inGltf)].children;
+        if (at.node->mNumChildren != children.size())
+            return false;
+        for (std::size_t i = 0; i < children.size(); ++i)
+            open.push_back({at.node->mChildren[i], children[i]});
+    }
+    return true;
+}
 
 bool hasBareRoot(const aiScene& scene)
 {

@@ -3,6 +3,7 @@
 #include "assimp_scene_builder.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 
@@ -48,6 +49,22 @@ int countMeshes(const aiScene& scene, Has has)
                       [&has](const aiMesh* mesh) { return mesh && has(*mesh); }));
 }
 
+/// Whether the library has made the name up, as it does where a format has none: the file does not
+/// say it then.
+bool isMadeUp(const QByteArray& name, const QString& path)
+{
+    const QFileInfo info(path);
+    // Which every such file speaks of.
+    if (info.suffix().toLower() == QLatin1String("fbx"))
+        return name == "RootNode";
+    static const QRegularExpression known(QStringLiteral(
+        "^(<.*>|\\$.*|ROOT|VisualSceneNode|3MF|AC(World|Poly)_.*|Pivot-.*)$"));
+    const QString text = QString::fromUtf8(name);
+    QFile file(path);
+    return (known.match(text).hasMatch() || text.endsWith(info.fileName())) &&
+           file.open(QIODevice::ReadOnly) && !file.readAll().contains(name);
+}
+
 } // namespace
 
 QStringList leftOut(const aiScene& scene)
@@ -76,14 +93,10 @@ QStringList leftOut(const aiScene& scene)
 
 QStringList lostRoot(const aiScene& scene, const QString& path)
 {
-    // The library makes a name up where a format has none.
-    static const QRegularExpression madeUp(
-        QStringLiteral("^(|<.*>|\\$.*|RootNode|VisualSceneNode|3MF|AC(World|Poly)_.*|Pivot-.*)$"));
-    const QString name = QString::fromUtf8(nameFrom(scene.mRootNode->mName, ""));
-    if (!hasBareRoot(scene) || madeUp.match(name).hasMatch() ||
-        name.endsWith(QFileInfo(path).fileName()) || name == QFileInfo(path).completeBaseName())
+    const QByteArray name = nameFrom(scene.mRootNode->mName, "");
+    if (!hasBareRoot(scene) || name.isEmpty() || isMadeUp(name, path))
         return {};
-    return {tr("the root node \"%1\" only holds the others; the scene stands for it").arg(name)};
+    return {tr("the root node \"%1\" only holds the others; the scene stands for it").arg(QString::fromUtf8(name))};
 }
 
 } // namespace editor

@@ -42,7 +42,8 @@ std::unique_ptr<QOpenGLShaderProgram> loadProgram(const char* vertexShader,
     program->bindAttributeLocation("instanceRow2", attribute::instanceRow + 2);
     program->bindAttributeLocation("instanceColor", attribute::instanceColor);
     if (!program->link())
-        qCCritical(logViewport).noquote() << vertexShader << fragmentShader << program->log();
+        qCCritical(logViewport, "%s and %s do not link: %s", vertexShader, fragmentShader,
+                   qUtf8Printable(program->log()));
     return program;
 }
 
