@@ -43,8 +43,8 @@ protected:
     /// Somebody writes the file a while after it was known.
     void writeLater(const char* name, const QByteArray& contents)
     {
-        ASSERT_TRUE(QTest::qWaitFor(
-            [this] { return !session.files()->knownFile().digest.isEmpty(); }));
+        ASSERT_TRUE(
+            QTest::qWaitFor([this] { return !session.files()->knownFile().digest.isEmpty(); }));
         write(name, contents);
         QFile file(path(name));
         ASSERT_TRUE(file.open(QIODevice::ReadWrite));

@@ -168,7 +168,8 @@ TEST(SceneImport, mendsWhatItCanAndSaysSo)
         {"a.dae",
          "<COLLADA xmlns='http://www.collada.org/2005/11/COLLADASchema' version='1.4.1'>"
          "<library_visual_scenes><visual_scene id='Pivot-City'><node id='n'/></visual_scene>"
-         "</library_visual_scenes><scene><instance_visual_scene url='#Pivot-City'/></scene></COLLADA>",
+         "</library_visual_scenes><scene><instance_visual_scene "
+         "url='#Pivot-City'/></scene></COLLADA>",
          "the root node \"Pivot-City\" only holds"},
         {"a.gltf",
          R"({"asset":{"version":"1.0"},"scene":"s","scenes":{"s":{"nodes":["City"]}},"nodes":)"

@@ -17,6 +17,7 @@ void Meddler::listenTo(TreeModel& model, bool early)
     on(&Scene::rowsAboutToBeInserted, Moment::EarlyBefore, Moment::LateBefore);
     on(&Scene::rowsAboutToBeRemoved, Moment::EarlyBefore, Moment::LateBefore);
     on(&Scene::columnsAboutToBeInserted, Moment::EarlyBefore, Moment::Never);
+    on(&Scene::columnsAboutToBeRemoved, Moment::Never, Moment::LateBefore);
     on(&Scene::rowsAboutToBeMoved, Moment::EarlyBefore, Moment::Never);
     on(&Scene::layoutAboutToBeChanged, Moment::EarlyBefore, Moment::Never);
     on(&Scene::rowsInserted, Moment::EarlyAfter, Moment::LateAfter);
@@ -24,6 +25,7 @@ void Meddler::listenTo(TreeModel& model, bool early)
     on(&Scene::columnsRemoved, Moment::EarlyAfter, Moment::LateAfter);
     on(&Scene::rowsMoved, Moment::Never, Moment::LateAfter);
     on(&Scene::layoutChanged, Moment::Never, Moment::LateAfter);
+    on(&Scene::modelReset, Moment::EarlyAfter, Moment::LateAfter);
 }
 
 void Meddler::listenTo(QItemSelectionModel& selection)
@@ -70,8 +72,10 @@ const char* RandomDriver::step()
                                    {"clear", &RandomDriver::clear},
                                    {"reset", &RandomDriver::reset},
                                    {"columns", &RandomDriver::changeColumns},
+                                   {"reset model", &RandomDriver::resetModel},
+                                   {"fade", &RandomDriver::fadeRows},
                                    {"select", &RandomDriver::select}};
-    const auto& [name, way] = ways[std::min(pick(15), 8)];
+    const auto& [name, way] = ways[std::min(pick(18), 10)];
     (this->*way)();
     m_meddler.forget();
     m_leaving = {};
@@ -242,6 +246,22 @@ void RandomDriver::reverseRows()
     m_model.reverse(parentWithRows(), hint);
 }
 
+void RandomDriver::fadeRows()
+{
+    const QModelIndex parent = parentWithRows();
+    for (int row = m_wild ? 0 : m_model.rowCount(parent); row < m_model.rowCount(parent); ++row) {
+        if (pick(3) > 0)
+            m_model.item(m_model.index(row, 0, parent))->flags = Qt::ItemIsEnabled;
+    }
+    m_model.reverse(parent, QAbstractItemModel::NoLayoutChangeHint);
+}
+
+void RandomDriver::resetModel()
+{
+    plan();
+    m_model.resetTo("x\n  y\n  z\nv\nw");
+}
+
 void RandomDriver::changeColumns()
 {
     if (!m_flat)
@@ -249,6 +269,8 @@ void RandomDriver::changeColumns()
     const int columns = m_model.columnCount();
     const int column = pick(columns);
     if (columns > 3) {
+        if (m_wild)
+            plan();
         m_model.removeColumns(column, 1 + pick(columns - column - 1 > 0 ? 2 : 1));
     } else {
         plan();

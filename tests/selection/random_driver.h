@@ -91,6 +91,9 @@ private:
     void removeRows();
     void moveRows();
     void reverseRows();
+    /// Rows become unselectable in a relayout, where the stock model keeps what died.
+    void fadeRows();
+    void resetModel();
     void changeColumns();
 
     std::mt19937 m_random;

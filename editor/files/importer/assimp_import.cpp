@@ -142,11 +142,10 @@ void importWithAssimp(const QString& path, SceneStreamWriter& writer)
         writer.fail(damage);
         return;
     }
-    const bool hasOwnNodes = !(gltf.nodes.empty() && gltf.roots.empty()) &&
-                             isLikeGltf(*scene->mRootNode, gltf);
-    const QStringList notes =
-        folder->refusals() + leftOut(*scene) + gltf.notes +
-        (hasOwnNodes ? QStringList() : lostRoot(*scene, folder->scene()));
+    const bool hasOwnNodes =
+        !(gltf.nodes.empty() && gltf.roots.empty()) && isLikeGltf(*scene->mRootNode, gltf);
+    const QStringList notes = folder->refusals() + leftOut(*scene) + gltf.notes +
+                              (hasOwnNodes ? QStringList() : lostRoot(*scene, folder->scene()));
     // Where vertices are shared by the format itself, their number is the author's.
     scene = process(importer, *handler, isGltf(path));
     if (!scene) {

@@ -57,8 +57,8 @@ bool isMadeUp(const QByteArray& name, const QString& path)
     // Which every such file speaks of.
     if (info.suffix().toLower() == QLatin1String("fbx"))
         return name == "RootNode";
-    static const QRegularExpression known(QStringLiteral(
-        "^(<.*>|\\$.*|ROOT|VisualSceneNode|3MF|AC(World|Poly)_.*|Pivot-.*)$"));
+    static const QRegularExpression known(
+        QStringLiteral("^(<.*>|\\$.*|ROOT|VisualSceneNode|3MF|AC(World|Poly)_.*|Pivot-.*)$"));
     const QString text = QString::fromUtf8(name);
     QFile file(path);
     return (known.match(text).hasMatch() || text.endsWith(info.fileName())) &&
@@ -96,7 +96,8 @@ QStringList lostRoot(const aiScene& scene, const QString& path)
     const QByteArray name = nameFrom(scene.mRootNode->mName, "");
     if (!hasBareRoot(scene) || name.isEmpty() || isMadeUp(name, path))
         return {};
-    return {tr("the root node \"%1\" only holds the others; the scene stands for it").arg(QString::fromUtf8(name))};
+    return {tr("the root node \"%1\" only holds the others; the scene stands for it")
+                .arg(QString::fromUtf8(name))};
 }
 
 } // namespace editor

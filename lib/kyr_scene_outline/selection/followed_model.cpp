@@ -40,6 +40,10 @@ void RowSelectionModel::followModel()
     });
     for (const auto signal : {&Model::rowsRemoved, &Model::rowsInserted, &Model::columnsInserted})
         follow(signal, [this] { m_fitted = nullptr; });
+    follow(&Model::columnsRemoved, [this] {
+        m_fitted = nullptr;
+        m_mayHoldDead = true; // below cells of the columns
+    });
     follow(&Model::rowsAboutToBeMoved,
            [this](const QModelIndex& from, int first, int last, const QModelIndex& to, int row) {
                keep(throughRowMove(from, first, last, to, row));
@@ -126,11 +130,17 @@ void RowSelectionModel::beginColumnsRemoval(const QModelIndex& parent, int first
         const int next = first > 0 ? first - 1 : last < columns - 1 ? last + 1 : -1;
         setCurrentIndex(model()->index(current.row(), next, parent), NoUpdate);
     }
-    select(QItemSelection(model()->index(0, first, parent),
-                          model()->index(model()->rowCount(parent) - 1, last, parent)),
-           Deselect);
+    forgetDeadRanges();
     finalize();
-    m_mayHoldDead = true;
+    const QItemSelection leaving(model()->index(0, first, parent),
+                                 model()->index(model()->rowCount(parent) - 1, last, parent));
+    m_fitted = [leaving](const QItemSelection& added) { return withoutCells(added, leaving); };
+    const QItemSelection before = m_finished;
+    setParts(merged(before, leaving, Deselect), {});
+    const Difference change = difference(before, m_finished);
+    if (!change.isEmpty())
+        Q_EMIT selectionChanged(change.selected, change.deselected);
+    finalize();
 }
 
 // No range lies across the end of the rows or columns, so there is nothing to split.

@@ -160,6 +160,22 @@ RowsRemoval::Answer RowsRemoval::leavesWith(const QModelIndex& parent)
     return answer;
 }
 
+QItemSelection withoutCells(const QItemSelection& ranges, const QItemSelection& cells)
+{
+    QItemSelection kept = ranges;
+    for (const QItemSelectionRange& lost : cells) {
+        QItemSelection rest;
+        for (const QItemSelectionRange& range : qAsConst(kept)) {
+            if (range.intersects(lost))
+                QItemSelection::split(range, lost, &rest);
+            else
+                rest.append(range);
+        }
+        kept = rest;
+    }
+    return kept;
+}
+
 QItemSelection splitAtRow(const QItemSelection& ranges, const QModelIndex& behind)
 {
     const QModelIndex parent = behind.parent();

@@ -47,6 +47,9 @@ private:
     Answer m_lastAnswer;
 };
 
+/// What is left of ranges that lose the cells that are still there.
+QItemSelection withoutCells(const QItemSelection& ranges, const QItemSelection& cells);
+
 /// Cuts ranges in two before the row or column of `behind`, where others are about to be inserted;
 /// both parts go to the end of the list.
 QItemSelection splitAtRow(const QItemSelection& ranges, const QModelIndex& behind);
