@@ -8,6 +8,7 @@
 
 using kyr::selection::RowSelectionModel;
 using namespace test;
+using Model = QItemSelectionModel;
 
 namespace {
 
@@ -207,6 +208,17 @@ TEST(RowSelectionModel, survivesResetsAndForeignModels)
     EXPECT_FALSE(orphan.hasSelection());
 }
 
+TEST(RowSelectionModel, keepsWhatMovesInsideARangeWhileAnotherRowIsTakenOut)
+{
+    TreeModel model("a\nb\nc\nd");
+    Twins twins(model);
+    for (QItemSelectionModel* selection : {&twins.stock, static_cast<Model*>(&twins.ours)})
+        selection->select(QItemSelection(model.find("a"), model.find("d")), Model::Select);
+    twins.select(model.find("d"), Model::Toggle);
+    model.move({}, 0, 1, {}, 3);
+    twins.expectEqual("move");
+}
+
 TEST(RowSelectionModel, forgetsCellsThatALayoutChangeFindsUnselectable)
 {
     TreeModel model("a\nb\nc");
@@ -223,7 +235,6 @@ TEST(RowSelectionModel, forgetsCellsThatALayoutChangeFindsUnselectable)
 
 TEST(RowSelectionModel, mayBeRetiredInsideAnyNotification)
 {
-    using Model = QItemSelectionModel;
     const std::function<void(Model&, TreeModel&)> causes[] = {
         [](Model& selection, TreeModel& model) {
             selection.setCurrentIndex(model.index(1, 1), Model::ClearAndSelect);

@@ -181,7 +181,9 @@ void RowSelectionModel::restoreKept()
     }
     const QItemSelection ranges = keptRanges();
     const QItemSelection current = keptCurrent();
-    if (!(ranges == m_ranges && current == m_current))
+    // What both make together may have changed where neither has.
+    const bool isOne = ranges.isEmpty() || current.isEmpty();
+    if (!(isOne && ranges == m_ranges && current == m_current))
         setParts(ranges, current);
 }
 
