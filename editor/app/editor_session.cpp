@@ -31,6 +31,7 @@ EditorSession::EditorSession(QObject* parent)
     followFiles();
     keepGizmoSettings(*viewport()->gizmo());
     addEditorActions(m_actions, *this);
+    measureOperations();
     m_browser.setPopupMenuProvider(m_menus);
     for (const QModelIndex& column : m_columns.columns()) {
         m_filter.setTitle(column.data(SceneColumnsModel::ValueRole).toInt(),
@@ -74,6 +75,23 @@ void EditorSession::followFiles()
             m_recent.remove(path);
     });
     connect(&m_openMark, &OpenFileMark::openElsewhere, this, &EditorSession::openElsewhere);
+}
+
+void EditorSession::measureOperations()
+{
+    const auto follow = [this] { m_operations.setActive(m_window.areOperationTimesShown()); };
+    connect(&m_window, &WindowCommands::stateChanged, &m_operations, follow);
+    follow();
+    connect(&m_document, &SceneDocument::aboutToReset, &m_window,
+            [this] { m_window.setSceneMeasured(false); });
+    connect(&m_loader, &LoadController::loaded, &m_window,
+            [this](const QString& path) { m_window.setSceneMeasured(path.isEmpty()); });
+    connect(&m_actions, &ActionTable::triggered, &m_operations,
+            [this](const EditorAction* action) { m_operations.describe(action->plainText()); });
+    connect(&m_document.undoStack(), &QUndoStack::indexChanged, &m_operations, [this] {
+        if (m_document.undoStack().canUndo())
+            m_operations.describe(m_document.undoStack().undoText());
+    });
 }
 
 void EditorSession::beginStep(const QString& name)

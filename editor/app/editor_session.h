@@ -9,6 +9,7 @@
 #include "load_controller.h"
 #include "log_model.h"
 #include "open_file_mark.h"
+#include "operation_times.h"
 #include "recent_files.h"
 #include "recovery_journal.h"
 #include "scene_export.h"
@@ -56,6 +57,7 @@ class EditorSession final : public QObject
     Q_PROPERTY(editor::ThemeController* theme READ theme CONSTANT)
     Q_PROPERTY(editor::RecentFiles* recent READ recent CONSTANT)
     Q_PROPERTY(editor::WindowCommands* window READ window CONSTANT)
+    Q_PROPERTY(editor::OperationTimes* operations READ operations CONSTANT)
     Q_PROPERTY(editor::ActionTable* actions READ actions CONSTANT)
 
 public:
@@ -84,6 +86,7 @@ public:
     ThemeController* theme() { return &m_theme; }
     RecentFiles* recent() { return &m_recent; }
     WindowCommands* window() { return &m_window; }
+    OperationTimes* operations() { return &m_operations; }
     ActionTable* actions() { return &m_actions; }
 
     /// Makes all edits until `endStep` one undo step, which is called what they are: "Rename Lamp".
@@ -101,6 +104,7 @@ Q_SIGNALS:
 
 private:
     void followFiles();
+    void measureOperations();
 
     // Later members use earlier ones.
     ThemeController m_theme;
@@ -130,6 +134,7 @@ private:
     OpenFileMark m_openMark;
     SceneMemory m_sceneMemory;
     WindowCommands m_window;
+    OperationTimes m_operations;
     ActionTable m_actions;
     std::shared_ptr<lumo::WidgetPopupMenuProvider> m_menus;
     vex::Connection m_columnChooserRequested;

@@ -1,9 +1,9 @@
 #include "command_line.h"
+#include "editor_application.h"
 #include "editor_session.h"
 #include "editor_window.h"
 #include "screenshot.h"
 
-#include <QApplication>
 #include <QFileInfo>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -33,7 +33,7 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationName(QStringLiteral("Scene Editor"));
     editor::prepareApplication();
     editor::answerQuestions(argc, argv);
-    const QApplication application(argc, argv);
+    const editor::EditorApplication application(argc, argv);
     const editor::CommandLine options = editor::parseCommandLine(QCoreApplication::arguments());
     editor::prepareWindows();
 
@@ -63,5 +63,5 @@ int main(int argc, char** argv)
         session.loader()->generate(*options.generated);
     else
         session.files()->openFile(options.scene.isEmpty() ? editor::bundledScene() : options.scene);
-    return QApplication::exec();
+    return editor::EditorApplication::exec();
 }

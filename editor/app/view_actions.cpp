@@ -67,6 +67,12 @@ void addViewActions(ActionTable& table, EditorSession& session)
     table.addCheckable(
         "log", EditorSession::tr("&Log"), "Ctrl+L", {"view", "window"},
         {[window] { window->toggleLog(); }, {}, [window] { return window->isLogShown(); }, {}});
+    table.addCheckable("operation_times", EditorSession::tr("Operation &Times"), "",
+                       {"view", "window"},
+                       {[window] { window->toggleOperationTimes(); },
+                        {},
+                        [window] { return window->areOperationTimesShown(); },
+                        {}});
     table.addCheckable("dark_theme", EditorSession::tr("&Dark Theme"), "", {"view", "window"},
                        {[theme] { theme->setDark(!theme->isDark()); },
                         {},

@@ -12,6 +12,7 @@ class WindowCommands final : public QObject
     /// The tree scrolls to what is selected elsewhere.
     Q_PROPERTY(bool alwaysReveal READ alwaysReveal NOTIFY stateChanged)
     Q_PROPERTY(bool logShown READ isLogShown NOTIFY stateChanged)
+    Q_PROPERTY(bool operationTimesShown READ areOperationTimesShown NOTIFY stateChanged)
 
 public:
     explicit WindowCommands(QObject* parent = nullptr);
@@ -20,6 +21,10 @@ public:
     bool isLogShown() const noexcept { return m_logShown; }
     void toggleAlwaysReveal();
     Q_INVOKABLE void toggleLog();
+    bool areOperationTimesShown() const noexcept { return m_operationTimesShown; }
+    void toggleOperationTimes();
+    /// Shows the times for this scene, or as the user left them otherwise.
+    void setSceneMeasured(bool measured);
 
 Q_SIGNALS:
     void stateChanged();
@@ -37,6 +42,7 @@ private:
 
     bool m_alwaysReveal;
     bool m_logShown;
+    bool m_operationTimesShown;
 };
 
 } // namespace editor

@@ -20,7 +20,7 @@ class SceneDocument;
 /// expanded bool, whether the branch starts open, can be set; enabled bool, visible and not locked
 /// with all above it; row buttons as of `rowButtons`, setting takes a map from id to new state;
 /// hover bool; modified bool.
-class SceneItemModel final : public QAbstractItemModel
+class SceneItemModel : public QAbstractItemModel
 {
     Q_OBJECT
 

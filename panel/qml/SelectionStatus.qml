@@ -5,6 +5,10 @@ QtObject {
     property QtObject outline
     readonly property int count: outline.selectedCount
     readonly property int hidden: outline.hiddenSelectedCount
-    readonly property string text: hidden > 0 ? qsTr("%1 selected, %2 hidden").arg(count).arg(hidden)
-                                 : count > 0 ? qsTr("%1 selected").arg(count) : ""
+    readonly property string text: hidden > 0 ? qsTr("%1 selected, %2 hidden").arg(written(count)).arg(written(hidden))
+                                 : count > 0 ? qsTr("%1 selected").arg(written(count)) : ""
+
+    function written(number) {
+        return Number(number).toLocaleString(Qt.locale(), "f", 0);
+    }
 }

@@ -1,6 +1,6 @@
+#include <editor/app/editor_application.h>
 #include <editor/app/editor_window.h>
 
-#include <QApplication>
 #include <QSettings>
 #include <QTemporaryDir>
 
@@ -28,7 +28,7 @@ int main(int argc, char** argv)
     QSettings::setDefaultFormat(QSettings::IniFormat);
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
     editor::prepareApplication();
-    QApplication application(argc, argv);
+    editor::EditorApplication application(argc, argv);
     QApplication::setOrganizationName("Tests");
     QApplication::setApplicationName("Editor");
     editor::prepareWindows();

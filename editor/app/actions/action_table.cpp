@@ -41,6 +41,7 @@ EditorAction& ActionTable::add(lumo::ActionInfo info, EditorAction::Behaviour be
     auto* action = new EditorAction(std::make_shared<const lumo::ActionInfo>(std::move(info)),
                                     behaviour, this);
     m_actions.push_back(action);
+    connect(action, &EditorAction::triggered, this, [this, action] { Q_EMIT triggered(action); });
     return *action;
 }
 

@@ -48,6 +48,10 @@ public:
     void refreshLater();
     void refresh();
 
+Q_SIGNALS:
+    /// Before the command runs.
+    void triggered(const editor::EditorAction* action);
+
 private:
     struct Menu
     {

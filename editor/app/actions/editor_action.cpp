@@ -18,8 +18,13 @@ lumo::Action::StateCallback stateOf(const std::function<bool()>& checked)
 EditorAction::EditorAction(std::shared_ptr<const lumo::ActionInfo> info, Behaviour behaviour,
                            QObject* parent)
     : QObject(parent)
-    , m_action(std::move(info), behaviour.run, stateOf(behaviour.checked), behaviour.enabled,
-               nullptr)
+    , m_action(
+          std::move(info),
+          [this, run = std::move(behaviour.run)] {
+              Q_EMIT triggered();
+              run();
+          },
+          stateOf(behaviour.checked), behaviour.enabled, nullptr)
     , m_currentText(std::move(behaviour.text))
 {
     refresh();

@@ -62,6 +62,8 @@ public:
 
 Q_SIGNALS:
     void changed();
+    /// Before the command runs.
+    void triggered();
 
 private:
     lumo::Action m_action;

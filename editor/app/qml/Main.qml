@@ -111,6 +111,17 @@ ApplicationWindow {
         }
     }
 
+    Connections {
+        target: browserPanel.predicate
+
+        function onChanged() { session.operations.describe(qsTr("Filter")); }
+    }
+    Connections {
+        target: browserPanel.tree.outline
+
+        function onSettingsChanged() { session.operations.describe(qsTr("Arrange rows")); }
+    }
+
     // Sizes that the user gave the panes; 0 for those that were left alone.
     Settings {
         id: panes
@@ -188,6 +199,12 @@ ApplicationWindow {
                     text: qsTr("Isolated  –  show all")
                     focusPolicy: Qt.NoFocus
                     onClicked: session.view.toggleIsolation()
+                }
+                OperationOverlay {
+                    objectName: "operation_overlay"
+                    anchors { right: parent.right; bottom: parent.bottom; rightMargin: 10; bottomMargin: 40 }
+                    visible: session.window.operationTimesShown
+                    times: session.operations
                 }
                 DropArea {
                     anchors.fill: parent
