@@ -156,19 +156,61 @@ void RowTree::insert(int order, Node block, Node parent)
             m_nodes[block].shift += m_nodes[node].shift;
         m_nodes[block].shift += m_nodes[parent].closed;
     }
-    const auto [front, back] = split(m_root, order);
-    m_root = join(join(front, block), back);
-    m_nodes[m_root].up = none;
+    // The block's root comes to be that of a subtree with the chance of its share of the rows, so
+    // that a few rows change one way down.
+    Node above = none;
+    Node* place = &m_root;
+    while (*place != none &&
+           random(m_nodes[*place].size + m_nodes[block].size) >= m_nodes[block].size)
+        place = &stepDown(above = *place, order);
+    const auto [front, back] = split(*place, order);
+    push(block);
+    const Node left = join(front, m_nodes[block].left);
+    const Node right = join(m_nodes[block].right, back);
+    m_nodes[block].left = left;
+    m_nodes[block].right = right;
+    update(block);
+    put(*place, block, above);
+}
+
+/// The child where that order is, which is counted from there on then.
+RowTree::Node& RowTree::stepDown(Node node, int& order)
+{
+    push(node);
+    const int before = int(m_nodes[m_nodes[node].left].size);
+    if (order <= before)
+        return m_nodes[node].left;
+    order -= before + 1;
+    return m_nodes[node].right;
+}
+
+void RowTree::put(Node& place, Node subtree, Node above)
+{
+    place = subtree;
+    m_nodes[subtree].up = subtree == none ? none : above;
+    for (; above != none; above = m_nodes[above].up)
+        update(above);
 }
 
 RowTree::Node RowTree::cut(Range orders)
 {
-    const auto [front, rest] = split(m_root, orders.first);
+    if (orders.count() == 0)
+        return none;
+    const auto isOnOneSide = [&](Node node) {
+        const int before = int(m_nodes[m_nodes[node].left].size);
+        return orders.end <= before || orders.first > before;
+    };
+    Node above = none;
+    Node* place = &m_root;
+    while (isOnOneSide(*place)) {
+        const int count = orders.count();
+        place = &stepDown(above = *place, orders.first);
+        orders.end = orders.first + count;
+    }
+    const auto [front, rest] = split(*place, orders.first);
     const auto [block, back] = split(rest, orders.count());
-    m_root = join(front, back);
-    m_nodes[m_root].up = none;
-    if (block != none)
-        m_nodes[block].shift = 0;
+    put(*place, join(front, back), above);
+    m_nodes[block].shift = 0;
     return block;
 }
 

@@ -152,6 +152,8 @@ private:
     Node build(const Row* rows, std::size_t count);
     std::pair<Node, Node> split(Node root, int order);
     Node join(Node front, Node back);
+    Node& stepDown(Node node, int& order);
+    void put(Node& place, Node subtree, Node above);
     void shiftClosed(Node node, int first, int last, int delta);
     std::pair<int, int> lowestIn(Node node, int first, int last) const;
     int shownIn(Node node) const
