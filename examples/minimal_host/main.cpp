@@ -1,48 +1,22 @@
-// The smallest complete program that shows the Scene Browser panel: an ordinary item model, an
-// asset model over it, a browser, and three lines of QML.
+// The smallest complete program that shows the Scene Browser panel: a scene with its selection, a
+// browser, and three lines of QML.
 
+#include "lamp_scene.h"
+
+#include <host/scene/recorded_asset_selection.h>
 #include <kyr_scene_outline/scene_browser_data.h>
 
-#include <QDebug>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQmlContext>
-#include <QStandardItemModel>
-
-class ItemAssetModel : public IAssetModel
-{
-public:
-    explicit ItemAssetModel(QAbstractItemModel* model) : m_model(model) {}
-    QAbstractItemModel* itemModel() const override { return m_model; }
-    QModelIndex indexOf(const kyr::ReflectedObject&) const override { return {}; }
-    void setObjectHovered(const kyr::ReflectedObject&, bool) override {}
-    void activateItem(const QModelIndex& index) override
-    {
-        qInfo() << "activated" << index.data().toString();
-    }
-
-private:
-    QAbstractItemModel* m_model;
-};
-
-static void fill(QStandardItemModel& model)
-{
-    for (const char* name : {"Street", "Workshop"}) {
-        auto* group = new QStandardItem(name);
-        for (int lamp = 1; lamp <= 3; ++lamp)
-            group->appendRow(new QStandardItem(QStringLiteral("Lamp %1").arg(lamp)));
-        model.appendRow(group);
-    }
-}
 
 int main(int argc, char** argv)
 {
     QGuiApplication application(argc, argv);
 
-    QStandardItemModel model;
-    fill(model);
-    ItemAssetModel assetModel(&model);
-    SceneBrowserData browser(&assetModel, nullptr, nullptr);
+    LampScene scene;
+    RecordedAssetSelection selection;
+    SceneBrowserData browser(&scene, &selection, nullptr);
 
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral(KYR_QML_IMPORT_PATH));

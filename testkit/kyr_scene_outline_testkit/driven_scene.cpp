@@ -32,11 +32,16 @@ Objects rowObjects(const QAbstractItemModel& model, const QModelIndex& parent, i
 DrivenScene::DrivenScene(const SceneFactory& makeScene)
     : m_scene(makeScene()), m_selection(m_scene->assetSelection())
 {
-    for (std::size_t i = 0; i < 2; ++i) {
-        m_models[i] = std::make_unique<MarkedModel>(m_scene->assetModel());
-        m_browsers[i] =
-            std::make_unique<SceneBrowserData>(m_models[i].get(), &m_selection, nullptr);
+    for (const unsigned number : {0u, 1u}) {
+        m_models[number] = std::make_unique<MarkedModel>(m_scene->assetModel());
+        makeBrowser(number);
     }
+}
+
+void DrivenScene::makeBrowser(unsigned number)
+{
+    m_browsers[number] =
+        std::make_unique<SceneBrowserData>(m_models[number].get(), &m_selection, nullptr);
 }
 
 std::string DrivenScene::make(const Step& step)
@@ -49,7 +54,8 @@ std::string DrivenScene::make(const Step& step)
         &DrivenScene::hover,         &DrivenScene::insert,        &DrivenScene::insert,
         &DrivenScene::remove,        &DrivenScene::move,          &DrivenScene::move,
         &DrivenScene::rearrange,     &DrivenScene::clearRows,     &DrivenScene::selectEverything,
-        &DrivenScene::recreate,
+        &DrivenScene::recreate,      &DrivenScene::copy,          &DrivenScene::paste,
+        &DrivenScene::insert,        &DrivenScene::paste,
     };
     m_selection.takeWrites();
     const std::string did = (this->*ways[step.kind % std::size(ways)])(step);
@@ -255,9 +261,11 @@ std::string DrivenScene::insert(const Step& step)
     const unsigned place = step.where % unsigned(rows.size() + 1);
     const QModelIndex parent = place == 0 ? QModelIndex() : rows.at(int(place) - 1);
     const int row = int(step.what % unsigned(model().rowCount(parent) + 1));
+    const Objects before = shape();
     const bool done = m_scene->insertRow(parent, row);
     expectEditor(m_editor);
     expectWrites(0);
+    undoAndRedoRows(step, before, m_editor);
     return std::string(done ? "a row is inserted" : "no row is inserted") + " at " +
            std::to_string(row);
 }
@@ -269,6 +277,8 @@ std::string DrivenScene::remove(const Step& step)
         return "nothing to remove";
     stopHovering();
     m_selection.takeWrites();
+    const Objects rows = shape();
+    const Objects selected = m_editor;
     const Objects before = withRows(m_editor);
     const std::string text =
         "rows go: " + named(rowObjects(model(), range.parent, range.top, range.bottom));
@@ -277,12 +287,14 @@ std::string DrivenScene::remove(const Step& step)
     if (left.size() == before.size()) {
         expectEditor(m_editor);
         expectWrites(0);
+        undoAndRedoRows(step, rows, selected);
         return text;
     }
     if (identities(m_scene->assetSelection().objects()) != identities(left))
         expect("the editor's selection", m_scene->assetSelection().objects(), left);
     m_editor = m_scene->assetSelection().objects();
     expectWrites(1);
+    undoAndRedoRows(step, rows, selected);
     return text;
 }
 
@@ -296,10 +308,12 @@ std::string DrivenScene::move(const Step& step)
     const QModelIndex to = place == 0 ? QModelIndex() : rows.at(int(place) - 1);
     const std::string text =
         named(rowObjects(model(), range.parent, range.top, range.top)) + " moves";
+    const Objects before = shape();
     m_scene->moveRow(range.parent, range.top, to,
                      int(step.what % unsigned(model().rowCount(to) + 1)));
     expectEditor(m_editor);
     expectWrites(0);
+    undoAndRedoRows(step, before, m_editor);
     return text;
 }
 
@@ -319,14 +333,120 @@ std::string DrivenScene::rearrange(const Step& step)
 std::string DrivenScene::recreate(const Step& step)
 {
     stopHovering();
-    const std::size_t number = step.who % 2;
+    const unsigned number = step.who % 2;
+    const bool inListener = step.what % 2 == 0;
+    if (inListener) {
+        const auto connection = m_scene->assetSelection().connectSelectionChanged(
+            [this, number](const vex::Connection&, const IAssetSelection::SelectionChange&) {
+                m_browsers[number].reset();
+            });
+        m_scene->assetSelection().setSelection(objectsFor(step), false);
+    }
     m_browsers[number].reset();
-    m_browsers[number] =
-        std::make_unique<SceneBrowserData>(m_models[number].get(), &m_selection, nullptr);
+    m_selection.takeWrites();
+    makeBrowser(number);
     expectEditor({});
     expectWrites(1);
     expectFollowed();
-    return "browser " + std::to_string(number) + " is made anew";
+    return "browser " + std::to_string(number) +
+           (inListener ? " goes in a notification and is made anew" : " is made anew");
+}
+
+std::string DrivenScene::copy(const Step& step)
+{
+    const Objects sources = targets();
+    if (sources.empty())
+        return "nothing to copy";
+    if (!browser(step.who).copyProperties())
+        m_fault = "nothing was copied";
+    m_copied = valuesOf(sources);
+    expectEditor(m_editor);
+    expectWrites(0);
+    return "browser " + std::to_string(step.who % 2) + " copies " + named(sources);
+}
+
+std::string DrivenScene::paste(const Step& step)
+{
+    const Objects onto = targets();
+    if (m_copied.empty() || onto.empty())
+        return "nothing to paste";
+    const std::string text =
+        "browser " + std::to_string(step.who % 2) + " pastes onto " + named(onto);
+    const Objects selected = m_editor;
+    const std::vector<Values> before = valuesOf(onto);
+    std::vector<Values> after;
+    for (std::size_t i = 0; i < onto.size(); ++i)
+        after.push_back(pasted(before[i], m_copied[i % m_copied.size()]));
+    if (!browser(step.who).pasteProperties())
+        m_fault = "nothing was pasted";
+    expectEditor(onto);
+    expectFollowed();
+    // They are deselected while their values change.
+    expectWrites(2);
+    expectValues(onto, after);
+    if ((selected == onto && before == after) || !m_scene->undo())
+        return text;
+    expectEditor(selected);
+    expectFollowed();
+    expectValues(onto, before);
+    m_scene->redo();
+    expectEditor(onto);
+    expectFollowed();
+    expectValues(onto, after);
+    expectWrites(0);
+    return text + ", undo, redo";
+}
+
+/// What is copied from or pasted onto, in the order of rows.
+Objects DrivenScene::targets()
+{
+    QModelIndexList rows;
+    for (const PersistentObject& object : m_editor) {
+        const QModelIndex row = m_scene->assetModel().indexOf(object.object());
+        if (row.isValid())
+            rows.append(row);
+    }
+    std::sort(rows.begin(), rows.end());
+    return objectsOf(rows);
+}
+
+Objects DrivenScene::shape()
+{
+    Objects rows;
+    for (const QModelIndex& row : allRows(model())) {
+        rows.push_back(objectOf(row));
+        rows.push_back(objectOf(row.parent()));
+    }
+    return rows;
+}
+
+void DrivenScene::undoAndRedoRows(const Step& step, const Objects& rows, const Objects& selected)
+{
+    const Objects after = shape();
+    const Objects selectedAfter = m_editor;
+    if (step.who / 2 % 2 || rows == after || !m_scene->recordsRows() || !m_scene->undo())
+        return;
+    expect("what undo leaves of rows and parents", shape(), rows);
+    expectEditor(selected);
+    expectSameRows();
+    m_scene->redo();
+    expect("what redo makes of rows and parents", shape(), after);
+    expectEditor(selectedAfter);
+    expectSameRows();
+}
+
+void DrivenScene::expectValues(const Objects& objects, const std::vector<Values>& values)
+{
+    const std::vector<Values> actual = valuesOf(objects);
+    for (std::size_t i = 0; i < objects.size() && m_fault.empty(); ++i) {
+        for (const auto& [path, value] : values[i]) {
+            const auto found = actual[i].find(path);
+            const std::string text = found == actual[i].end() ? "(gone)" : found->second.text;
+            if (m_fault.empty() && text != value.text)
+                m_fault = path + " of " + named({objects[i]}) + " is '" + text + "', expected '" +
+                          value.text + "'";
+        }
+    }
 }
 
 Objects DrivenScene::withRows(const Objects& objects)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "memory_clipboard.h"
+#include "object_values.h"
 #include "observed_host.h"
 
 #include <kyr_scene_outline/scene_browser_data.h>
@@ -51,6 +53,8 @@ private:
     std::string move(const Step& step);
     std::string rearrange(const Step& step);
     std::string recreate(const Step& step);
+    std::string copy(const Step& step);
+    std::string paste(const Step& step);
 
     QAbstractItemModel& model() { return *m_scene->assetModel().itemModel(); }
     SceneBrowserData& browser(unsigned number) { return *m_browsers[number % 2]; }
@@ -58,6 +62,13 @@ private:
     Objects objectsFor(const Step& step);
     void select(unsigned number, const Range& range, QItemSelectionModel::SelectionFlags flags);
     void stopHovering();
+    void makeBrowser(unsigned number);
+    Objects targets();
+    /// The rows that there are, parents before children.
+    Objects shape();
+    /// Takes the step back that was just made and makes it again, and compares with both times.
+    void undoAndRedoRows(const Step& step, const Objects& rows, const Objects& selected);
+    void expectValues(const Objects& objects, const std::vector<Values>& values);
 
     Objects withRows(const Objects& objects);
     Rows selectedRows();
@@ -70,12 +81,14 @@ private:
     void expectMarks();
     void expect(const std::string& what, const Objects& actual, const Objects& expected);
 
+    ClipboardInMemory m_clipboard;
     std::unique_ptr<SceneUnderTest> m_scene;
     CountedSelection m_selection;
     std::array<std::unique_ptr<MarkedModel>, 2> m_models;
     std::array<std::unique_ptr<SceneBrowserData>, 2> m_browsers;
     Objects m_editor;
     Objects m_hovered;
+    std::vector<Values> m_copied;
     std::string m_fault;
 };
 

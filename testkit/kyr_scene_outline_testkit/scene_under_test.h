@@ -34,9 +34,13 @@ public:
     /// Resets the item model; objects may stay or be others.
     virtual bool reset() { return false; }
 
-    /// Takes back, or does again, the last recorded step of the editor.
+    /// Takes back, or does again, the last recorded step of the editor. Pasted values are part of
+    /// the steps where selections are.
     virtual bool undo() { return false; }
     virtual bool redo() { return false; }
+    /// Whether rows that were inserted, removed or moved are such a step, what then became selected
+    /// included.
+    virtual bool recordsRows() const { return false; }
 };
 
 using SceneFactory = std::function<std::unique_ptr<SceneUnderTest>()>;

@@ -1,4 +1,5 @@
 #include <host/ui/text_predicate.h>
+#include <support/tree_model.h>
 
 #include <QIdentityProxyModel>
 #include <QSignalSpy>
@@ -163,6 +164,11 @@ TEST_F(TextPredicateTest, namesAboveAreFollowed)
     EXPECT_EQ("1", accepted());
     model.item(0)->appendRow(items[0]->takeRow(0));
     EXPECT_EQ("", accepted());
+    test::TreeModel moving("Lamp\n  Post\n    Bulb\nBox");
+    predicate.setModel(&moving);
+    EXPECT_TRUE(predicate.accepts(moving.find("Bulb")));
+    moving.move(moving.find("Lamp"), 0, 1, moving.find("Box"), 0);
+    EXPECT_FALSE(predicate.accepts(moving.find("Bulb")));
 }
 
 TEST_F(TextPredicateTest, rowsOfADeepChainAreReadOnce)

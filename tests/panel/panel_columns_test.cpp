@@ -179,9 +179,15 @@ TEST_F(PanelColumnsTest, TheHeaderSortsResizesAndReorders)
     EXPECT_EQ(window.rows(), "House Wall Roof Tree");
     window.click(window.middle("header_children"));
     EXPECT_EQ(window.rows(), "Tree House Wall Roof");
+    window.click(window.middle("header_children"));
+    window.click(window.middle("header_name"));
+    EXPECT_EQ(window.rows(), "House Roof Wall Tree") << "another column begins upwards";
     window.drag(window.middle("header_shown"), window.middle("header_type") - QPoint(15, 0));
     EXPECT_EQ(order(), "shown type children");
-    EXPECT_EQ(window.rows(), "Tree House Wall Roof") << "a drag does not sort";
+    window.drag(window.middle("header_shown"), window.middle("header_type") + QPoint(15, 0));
+    EXPECT_EQ(order(), "type shown children");
+    window.drag(window.middle("header_shown"), window.middle("header_type") - QPoint(15, 0));
+    EXPECT_EQ(window.rows(), "House Roof Wall Tree") << "a drag does not sort";
     const int width = int(window.item("header_shown")->width());
     const QPoint border = window.middle("header_shown") - QPoint(width / 2, 0);
     window.drag(border, border - QPoint(20, 0));

@@ -21,9 +21,13 @@ TEST_F(PanelDraggingTest, DragsRowsOntoAndBetweenOthers)
     const QPoint aboveWall = window.at(120, 1) - QPoint(0, PanelWindow::rowHeight / 2 - 2);
     window.drag(window.at(120, 2), aboveWall);
     EXPECT_EQ(window.rows(), "House Roof Wall");
-    EXPECT_EQ(ends.size(), 2);
+    const QPoint belowHouse = window.at(120, 0) + QPoint(0, PanelWindow::rowHeight / 2 - 2);
+    window.drag(window.at(120, 2), belowHouse);
+    EXPECT_EQ(window.rows(), "House Wall Roof") << "to the first place below an open row";
+    window.drag(window.at(120, 2), belowHouse);
+    ends.clear();
     window.drag(window.at(120, 0), window.at(120, 1));
-    EXPECT_EQ(ends.size(), 2) << "not into itself";
+    EXPECT_EQ(ends.size(), 0) << "not into itself";
     EXPECT_EQ(window.rows(), "House Roof Wall");
 }
 

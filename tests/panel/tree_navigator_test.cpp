@@ -128,6 +128,7 @@ TEST(TreeNavigatorTest, SelectsInOrderAndFocuses)
         {"click House, type ll", "Larch", "Larch"},
         {"click Larch, type lll", "Lamp", "Lamp"},
         {"click House, type lar", "Larch", "Larch"},
+        {"click Tree, type la", "Lamp", "Lamp"},
         {"click House, type l, pause x, type t", "Tree", "Tree"},
         {"click House, type x", "House", "House"},
         {"click House, type b", "House", "House"},

@@ -1,6 +1,7 @@
 #include <host/scene/recorded_asset_selection.h>
 #include <kyr_scene_outline_testkit/contract.h>
 #include <kyr_scene_outline_testkit/random_driver.h>
+#include <support/driver_steps.h>
 #include <support/tree_model.h>
 
 #include <QUndoStack>
@@ -53,7 +54,8 @@ public:
     }
 
 private:
-    test::TreeModel m_model{"a\n  b\n    c\n  d\ne\n  f\ng\nh"};
+    // The rows are those of the first column.
+    test::TreeModel m_model{"a\n  b\n    c\n  d\ne\n  f\ng\nh", 2};
     test::TreeAssetModel m_assetModel{&m_model};
     std::shared_ptr<Zar::ChangesController> m_changes = std::make_shared<Zar::ChangesController>();
     Selection m_selection{m_changes};
@@ -84,7 +86,7 @@ public:
 TEST(TestKit, theRecordedSelectionAndBothBrowsersAgreeInAHundredThousandSteps)
 {
     EXPECT_EQ("", contractViolations(scenes<RecordedAssetSelection>()));
-    EXPECT_EQ("", firstFailure(scenes<RecordedAssetSelection>(), 1, 100000));
+    EXPECT_EQ("", firstFailure(scenes<RecordedAssetSelection>(), 1, test::driverSteps(100000)));
 }
 
 TEST(TestKit, namesWhatAHostBreaksAndHowToSeeItInFewSteps)
