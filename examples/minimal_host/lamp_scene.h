@@ -4,7 +4,6 @@
 #include <kyr_scene_outline/item_roles.h>
 
 #include <QDebug>
-#include <QPersistentModelIndex>
 #include <QStandardItemModel>
 
 /// What a row stands for: something with a name, and here with no properties.
@@ -19,10 +18,26 @@ public:
     }
     std::string reflectedName() const override { return m_name.toStdString(); }
 
-    QPersistentModelIndex row;
+    QStandardItem* row = nullptr;
 
 private:
     QString m_name;
+};
+
+/// A row that has an object, which may outlive it.
+class LampItem : public QStandardItem
+{
+public:
+    explicit LampItem(const QString& name)
+        : QStandardItem(name), m_lamp(std::make_shared<Lamp>(name))
+    {
+        m_lamp->row = this;
+        setData(QVariant::fromValue(kyr::ReflectedObject(m_lamp)), kyr::ObjectRole);
+    }
+    ~LampItem() override { m_lamp->row = nullptr; }
+
+private:
+    std::shared_ptr<Lamp> m_lamp;
 };
 
 /// An ordinary item model whose rows have objects, and the asset model over it.
@@ -40,11 +55,8 @@ public:
 
     QStandardItem& add(QStandardItem& parent, int row, const QString& name)
     {
-        const auto lamp = std::make_shared<Lamp>(name);
-        auto* item = new QStandardItem(name);
-        item->setData(QVariant::fromValue(kyr::ReflectedObject(lamp)), kyr::ObjectRole);
+        auto* item = new LampItem(name);
         parent.insertRow(row, item);
-        lamp->row = item->index();
         return *item;
     }
     QStandardItemModel& model() { return m_model; }
@@ -53,7 +65,7 @@ public:
     QModelIndex indexOf(const kyr::ReflectedObject& object) const override
     {
         const auto* lamp = dynamic_cast<const Lamp*>(object.get());
-        return lamp ? QModelIndex(lamp->row) : QModelIndex();
+        return lamp && lamp->row ? lamp->row->index() : QModelIndex();
     }
     void setObjectHovered(const kyr::ReflectedObject&, bool) override {}
     void activateItem(const QModelIndex& index) override
