@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <tuple>
+#include <utility>
 
 namespace kyr::selection {
 namespace {
@@ -34,7 +35,18 @@ int sizeClassOf(const Block& block)
     return sizeClass;
 }
 
+bool isBefore(const Block& a, const Block& b)
+{
+    return a.parent < b.parent || (a.parent == b.parent && a.bottom < b.top);
+}
+
 } // namespace
+
+bool areInOrder(const std::vector<Block>& blocks)
+{
+    const auto isMisplaced = [](const Block& a, const Block& b) { return !isBefore(a, b); };
+    return std::adjacent_find(blocks.begin(), blocks.end(), isMisplaced) == blocks.end();
+}
 
 Block ParentNumbers::blockOf(const QItemSelectionRange& range)
 {
@@ -165,17 +177,96 @@ void RangeSet::findHits(const Block& block)
     std::sort(m_hits.begin(), m_hits.end());
 }
 
+bool RangeSet::canWalkWith(const std::vector<Block>& blocks) const
+{
+    if (m_indexed || m_entries.empty() || blocks.empty() || !areInOrder(blocks))
+        return false;
+    const auto sharesColumns = [&first = blocks.front()](const Block& block) {
+        return block.left == first.left && block.right == first.right;
+    };
+    const auto isMisplaced = [](const Entry& a, const Entry& b) {
+        return !isBefore(a.block, b.block);
+    };
+    return std::all_of(blocks.begin(), blocks.end(), sharesColumns) &&
+           std::all_of(m_entries.begin(), m_entries.end(),
+                       [&](const Entry& entry) {
+                           return entry.source >= 0 && sharesColumns(entry.block);
+                       }) &&
+           std::adjacent_find(m_entries.begin(), m_entries.end(), isMisplaced) == m_entries.end();
+}
+
+// Calls `hit(entry, block)` for every pair that shares rows; the entries are those of the
+// beginning.
+template <typename Hit>
+void RangeSet::walk(const std::vector<Block>& blocks, Hit hit)
+{
+    const int end = static_cast<int>(m_entries.size());
+    const auto at = [this](int entry) { return m_entries[static_cast<std::size_t>(entry)].block; };
+    int next = 0;
+    for (const Block& block : blocks) {
+        while (next < end && isBefore(at(next), block))
+            ++next;
+        for (int entry = next; entry < end && !isBefore(block, at(entry)); ++entry)
+            hit(entry, block);
+    }
+}
+
+bool RangeSet::cutWalking(const std::vector<Block>& blocks)
+{
+    constexpr int none = -1;
+    const auto at = [this](int entry) { return m_entries[static_cast<std::size_t>(entry)].block; };
+    bool any = false;
+    // What the last cut left below it, the last part that it made.
+    int rest = none;
+    const auto cutOne = [&](int entry, const Block& block) {
+        any = true;
+        const bool leavesRest = at(entry).bottom > block.bottom;
+        cutEntry(entry, block);
+        rest = leavesRest ? static_cast<int>(m_entries.size()) - 1 : none;
+    };
+    const int end = static_cast<int>(m_entries.size());
+    int next = 0;
+    for (const Block& block : blocks) {
+        const int tail = std::exchange(rest, none);
+        while (next < end && isBefore(at(next), block))
+            ++next;
+        for (; next < end && !isBefore(block, at(next)); ++next)
+            cutOne(next, block);
+        // It is behind all whole ranges in the list, and has no rest where one of these was hit.
+        if (tail != none && !isBefore(at(tail), block)) {
+            const int below = rest;
+            cutOne(tail, block);
+            rest = std::max(rest, below);
+        }
+    }
+    return any;
+}
+
+bool RangeSet::cut(const std::vector<Block>& blocks)
+{
+    if (canWalkWith(blocks))
+        return cutWalking(blocks);
+    bool any = false;
+    for (const Block& block : blocks)
+        any = cut(block) || any;
+    return any;
+}
+
 bool RangeSet::cut(const Block& block)
 {
     findHits(block);
-    for (const int number : m_hits) {
-        const Block whole = m_entries[static_cast<std::size_t>(number)].block;
-        if (m_indexed)
-            m_added.erase({whole.parent, sizeClassOf(whole), whole.top, number});
-        m_entries[static_cast<std::size_t>(number)].source = gone;
-        split(whole, block);
-    }
+    for (const int entry : m_hits)
+        cutEntry(entry, block);
     return !m_hits.empty();
+}
+
+void RangeSet::cutEntry(int entry, const Block& block)
+{
+    const Block whole = m_entries[static_cast<std::size_t>(entry)].block;
+    if (m_indexed)
+        m_added.erase({whole.parent, sizeClassOf(whole), whole.top, entry});
+    m_entries[static_cast<std::size_t>(entry)].source = gone;
+    split(whole, block);
 }
 
 void RangeSet::split(const Block& whole, const Block& block)
@@ -201,21 +292,29 @@ void RangeSet::cutShared(const QItemSelection& ranges, RangeSet* other)
 {
     if (m_entries.empty())
         return;
+    std::vector<Block> blocks;
+    blocks.reserve(static_cast<std::size_t>(ranges.size()));
+    for (const QItemSelectionRange& range : ranges) {
+        if (range.isValid())
+            blocks.push_back(m_numbers.blockOf(range));
+    }
     // All shared rectangles are those of the list before the first cut.
     std::vector<Block> shared;
-    for (const QItemSelectionRange& range : ranges) {
-        if (!range.isValid())
-            continue;
-        const Block block = m_numbers.blockOf(range);
-        findHits(block);
-        for (const int number : m_hits)
-            shared.push_back(intersected(m_entries[static_cast<std::size_t>(number)].block, block));
+    const auto share = [this, &shared](int entry, const Block& block) {
+        shared.push_back(intersected(m_entries[static_cast<std::size_t>(entry)].block, block));
+    };
+    if (canWalkWith(blocks)) {
+        walk(blocks, share);
+    } else {
+        for (const Block& block : blocks) {
+            findHits(block);
+            for (const int entry : m_hits)
+                share(entry, block);
+        }
     }
-    for (const Block& block : shared) {
-        cut(block);
-        if (other)
-            other->cut(block);
-    }
+    cut(shared);
+    if (other)
+        other->cut(shared);
 }
 
 QItemSelection RangeSet::toSelection() const

@@ -23,6 +23,9 @@ struct Block
     }
 };
 
+/// Whether blocks follow one another without sharing rows.
+bool areInOrder(const std::vector<Block>& blocks);
+
 /// Gives the parents of selection ranges numbers, so that ranges compare as plain integers.
 class ParentNumbers
 {
@@ -55,7 +58,9 @@ private:
 /// Cuts behave as `QItemSelection::merge` makes them: a range that is hit leaves its place, and
 /// what is left of it goes to the end of the list, upper rows first, then lower rows, left columns
 /// and right columns. Ranges may overlap.
-/// The first few look-ups scan the list; from then on each costs O(log n) and the ranges it hits.
+/// Where this list and the other one run down the rows, as selections mostly do, all cuts are one
+/// walk over both. Otherwise the first few look-ups scan the list, and from then on each costs
+/// O(log n) and the ranges it hits.
 class RangeSet
 {
 public:
@@ -64,8 +69,8 @@ public:
 
     void append(const QItemSelectionRange& range);
 
-    /// Cuts the cells of `block` out; true when there were any.
-    bool cut(const Block& block);
+    /// Cuts the cells of `blocks` out, one block at a time; true when there were any.
+    bool cut(const std::vector<Block>& blocks);
 
     /// Cuts what the set and `ranges` share out of this set and of `other`, one shared rectangle
     /// at a time, in the order of `ranges` and then of this set's list. `other` may be null.
@@ -94,6 +99,12 @@ private:
     };
 
     void insert(const Block& block, int source);
+    bool canWalkWith(const std::vector<Block>& blocks) const;
+    template <typename Hit>
+    void walk(const std::vector<Block>& blocks, Hit hit);
+    bool cutWalking(const std::vector<Block>& blocks);
+    bool cut(const Block& block);
+    void cutEntry(int entry, const Block& block);
     void buildIndex();
     Position positionOf(int entry);
     void findHits(const Block& block);

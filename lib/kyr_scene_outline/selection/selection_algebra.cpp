@@ -83,18 +83,6 @@ QItemSelection rangesFrom(const QItemSelection& ranges, int first)
     return rest;
 }
 
-// Whether blocks follow one another without sharing rows.
-bool areInOrder(const std::vector<Block>& blocks)
-{
-    for (std::size_t i = 1; i < blocks.size(); ++i) {
-        const Block& last = blocks[i - 1];
-        const Block& next = blocks[i];
-        if (next.parent < last.parent || (next.parent == last.parent && next.top <= last.bottom))
-            return false;
-    }
-    return true;
-}
-
 // Whether no block of one list shares rows with one of the other, where a single walk can tell.
 bool areApart(const std::vector<Block>& a, const std::vector<Block>& b)
 {
@@ -165,9 +153,7 @@ bool removeEqualRanges(QItemSelection& deselected, QItemSelection& selected, Par
 bool subtract(QItemSelection& ranges, const QItemSelection& others, ParentNumbers& numbers)
 {
     RangeSet rest(numbers, ranges);
-    bool shared = false;
-    for (const QItemSelectionRange& other : others)
-        shared = rest.cut(numbers.blockOf(other)) || shared;
+    const bool shared = rest.cut(blocksOf(others, numbers));
     if (shared)
         ranges = rest.toSelection();
     return shared;
