@@ -37,9 +37,9 @@ TABLES = [
         selection("a parent of a third of all rows goes", "removeParent", ODD, THRICE),
         selection("a tenth of all rows goes", "removeTenth", ODD, THRICE),
         selection("one row moves, all rows selected", "moveOneOfAll", ODD, THRICE),
-        selection("1,000 rows come one by one", "insertThousand", None, ONCE),
-        selection("1,000 rows go one by one", "removeThousand", None, ONCE),
-        selection("1,000 rows move one by one", "moveThousand", None, ONCE),
+        selection("1,000 rows come one by one", "insertThousand", f"insertThousand<HeldRanges>/{{n}}{ONCE}", ONCE),
+        selection("1,000 rows go one by one", "removeThousand", f"removeThousand<HeldRanges>/{{n}}{ONCE}", ONCE),
+        selection("1,000 rows move one by one", "moveThousand", f"moveThousand<HeldRanges>/{{n}}{ONCE}", ONCE),
     ]),
     ("Panel", "panel", [
         (title, f"{name}/{{n}}", None, f"{rival[0]}/{{n}}" if rival else None) for title, name, *rival in (
@@ -85,5 +85,3 @@ FIGURE = [
 
 # Below this many times the cost for ten times the objects.
 MOST_GROWTH = 15
-# Grows 24-fold: the finished list is handed to the base class anew for each move.
-NOT_HELD = {"1,000 rows move one by one"}

@@ -90,8 +90,9 @@ int MovedCells::numberOf(const QModelIndex& parent)
 
 void MovedCells::add(const QItemSelectionRange& range)
 {
-    const bool isCell = range.topLeft() == range.bottomRight();
-    const QModelIndex topLeft = range.topLeft();
+    const QModelIndex& topLeft = range.topLeft();
+    const QModelIndex& bottomRight = range.bottomRight();
+    const bool isCell = topLeft == bottomRight;
     if (isCell ? !topLeft.isValid() : !range.isValid())
         return;
     const QModelIndex parent = topLeft.parent();
@@ -219,11 +220,12 @@ void MovedCells::joinRows()
 QItemSelection MovedCells::toSelection() const
 {
     const auto covers = [this](const QItemSelectionRange& range, const Cells& cells) {
-        const QModelIndex topLeft = range.topLeft();
+        const QModelIndex& topLeft = range.topLeft();
+        const QModelIndex& bottomRight = range.bottomRight();
         return topLeft.row() == cells.row && topLeft.column() == cells.column &&
-               range.bottom() - cells.row + 1 == cells.rows &&
-               range.right() - cells.column + 1 == cells.columns &&
-               (topLeft == range.bottomRight() || range.isValid()) &&
+               bottomRight.row() - cells.row + 1 == cells.rows &&
+               bottomRight.column() - cells.column + 1 == cells.columns &&
+               (topLeft == bottomRight || range.isValid()) &&
                topLeft.parent() == m_movedParents[static_cast<std::size_t>(cells.parent)];
     };
     // How far ahead an old range is looked for: a move puts single ranges elsewhere.

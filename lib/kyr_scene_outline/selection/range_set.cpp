@@ -50,7 +50,10 @@ bool areInOrder(const std::vector<Block>& blocks)
 
 Block ParentNumbers::blockOf(const QItemSelectionRange& range)
 {
-    const Key key{range.model(), range.parent()};
+    // Each question to a range is a call into Qt; those to an index are not.
+    const QModelIndex& topLeft = range.topLeft();
+    const QModelIndex& bottomRight = range.bottomRight();
+    const Key key{topLeft.model(), topLeft.parent()};
     if (m_last < 0 || !(m_keys[static_cast<std::size_t>(m_last)] == key)) {
         const auto found = m_numbers.constFind(key);
         if (found != m_numbers.constEnd()) {
@@ -61,7 +64,7 @@ Block ParentNumbers::blockOf(const QItemSelectionRange& range)
             m_keys.push_back(key);
         }
     }
-    return {m_last, range.top(), range.left(), range.bottom(), range.right()};
+    return {m_last, topLeft.row(), topLeft.column(), bottomRight.row(), bottomRight.column()};
 }
 
 QItemSelectionRange ParentNumbers::rangeOf(const Block& block) const

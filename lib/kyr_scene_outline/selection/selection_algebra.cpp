@@ -171,7 +171,9 @@ QItemSelection validRanges(const QItemSelection& ranges)
 {
     const auto isValid = [](const QItemSelectionRange& range) {
         // Half of the test tells for a single cell, and without asking the model.
-        return range.topLeft() == range.bottomRight() ? range.topLeft().isValid() : range.isValid();
+        const QModelIndex& topLeft = range.topLeft();
+        const QModelIndex& bottomRight = range.bottomRight();
+        return topLeft == bottomRight ? topLeft.isValid() : range.isValid();
     };
     if (std::all_of(ranges.begin(), ranges.end(), isValid))
         return ranges;

@@ -65,9 +65,10 @@ RowsRemoval::Outcome RowsRemoval::appliedTo(QItemSelection ranges)
     std::int64_t steps = 0;
     for (int i = 0; i < ranges.size(); ++i) {
         const QItemSelectionRange& range = ranges.at(i);
-        const QModelIndex parent = range.parent();
+        const QModelIndex& topLeft = range.topLeft();
+        const QModelIndex parent = topLeft.parent();
         if (parent == m_parent) {
-            if (range.top() <= m_last && range.bottom() >= m_first)
+            if (topLeft.row() <= m_last && range.bottom() >= m_first)
                 hits.push_back(i);
             continue;
         }
@@ -181,7 +182,8 @@ QItemSelection splitAtRow(const QItemSelection& ranges, const QModelIndex& behin
     const QModelIndex parent = behind.parent();
     const int row = behind.row();
     return withParts(ranges, [&](const QItemSelectionRange& range) -> QItemSelection {
-        if (range.bottom() < row || range.top() >= row || range.parent() != parent)
+        const QModelIndex& topLeft = range.topLeft();
+        if (topLeft.row() >= row || range.bottom() < row || topLeft.parent() != parent)
             return {};
         QItemSelection parts;
         parts << rows(range, parent, range.top(), row - 1)
