@@ -7,6 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <deque>
+
 namespace {
 
 class AssetSelectionTest : public testing::Test
@@ -108,6 +111,18 @@ TEST_F(AssetSelectionTest, hoverChangesAreToldOnceAndInOrder)
     selection.setHoveredObjects(objects({"a", "b"}));
     selection.setHoveredObjects(objects({"c", "b"}));
     EXPECT_EQ("+ba- +c-a ", log);
+
+    // Compared all with all, so many do not come to an end.
+    const auto scene = std::make_shared<test::NamedObject>("scene");
+    std::deque<test::NamedObject> crowd;
+    IAssetSelection::Objects all;
+    while (all.size() < 1000000)
+        all.emplace_back(kyr::ReflectedObject(scene, &crowd.emplace_back("")));
+    selection.setHoveredObjects(all);
+    log.clear();
+    std::reverse(all.begin(), all.end());
+    selection.setHoveredObjects(all);
+    EXPECT_EQ("", log);
 }
 
 TEST(WidgetPopupMenu, entriesOfAnActionThatIsGoneDoNothing)
