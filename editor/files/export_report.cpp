@@ -3,6 +3,7 @@
 #include "gltf_values.h"
 
 #include <QCoreApplication>
+#include <QtMath>
 
 #include <algorithm>
 #include <vector>
@@ -62,7 +63,29 @@ bool hasUnsayableCone(const SceneObject& object)
     if (!object.light() || object.light()->type != LightType::Spot)
         return false;
     const LightComponent& light = *object.light();
-    return light.innerAngle >= light.outerAngle || light.outerAngle > 90 || light.innerAngle < 0;
+    const ConeOfLight cone = coneOf(light);
+    return cone.inner != qDegreesToRadians(double(light.innerAngle)) ||
+           cone.outer != qDegreesToRadians(double(light.outerAngle));
+}
+
+bool hasUnusedCone(const SceneObject& object)
+{
+    if (!object.light() || object.light()->type == LightType::Spot)
+        return false;
+    const LightComponent usual;
+    return object.light()->innerAngle != usual.innerAngle ||
+           object.light()->outerAngle != usual.outerAngle;
+}
+
+bool hasUnsayableRange(const SceneObject& object)
+{
+    return object.light() && object.light()->range < 0;
+}
+
+bool isSeeThrough(const SceneObject& object)
+{
+    return (object.light() && object.light()->color.a != 1) ||
+           (object.material() && object.material()->emissive.a != 1);
 }
 
 bool hasTarget(const SceneObject& object)
@@ -114,6 +137,9 @@ QStringList exportLosses(const SceneObject& root)
         {"Locked objects, which other programs can edit", isLocked},
         {"Area lights, written as point lights", isAreaLight},
         {"Cones of spot lights outside what the format allows, cut off", hasUnsayableCone},
+        {"Cone angles of lights that have no cone", hasUnusedCone},
+        {"Ranges of lights below 0, written as without an end", hasUnsayableRange},
+        {"Alphas of the colours of lights and of glowing materials", isSeeThrough},
         {"Cameras that look at an object, written without it", hasTarget},
         {"Meshes without geometry, written as groups", isMeshOfNothing},
         {"Shapes, written as plain meshes", isShape},
@@ -133,6 +159,8 @@ QStringList exportLosses(const SceneObject& root)
         if (loss.count > 0)
             lines.append(loss.line());
     }
+    if (!root.selectionSets().empty())
+        lines.append(tr("Selection sets: %1").arg(root.selectionSets().size()));
     return lines;
 }
 

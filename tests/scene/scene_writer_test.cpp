@@ -1,5 +1,6 @@
 #include "scene_samples.h"
 
+#include <editor/files/export_report.h>
 #include <editor/files/scene_import.h>
 #include <editor/files/scene_saver.h>
 #include <editor/files/scene_writer.h>
@@ -30,7 +31,7 @@ using testing::HasSubstr;
 const char* const sample = "group A | transform.position=1 2 3 | transform.scale=0.1 2 -3\n"
                            "  mesh B | transform.rotation=10 20 30 | material.metallic=0.7 | "
                            "material.baseColor=0.1 0.2 0.3 0.5\n"
-                           "    light P | light.outerAngle=45 | light.innerAngle=0\n"
+                           "    light P | light.range=7.3\n"
                            "  light L | light.type=spot | light.color=1 0.5 0.25 1 | "
                            "light.intensity=12.5 | light.innerAngle=15\n"
                            "mesh D | shape=cone 1 2\n"
@@ -117,7 +118,7 @@ TEST_F(SceneWriterTest, allFormatsKeepWhatGltfCanSay)
         "group Wheels\n"
         "  mesh Wheels | transform.position=0.009 0 1e-30\n"
         "  mesh Wheels | transform.scale=1.009 1 1\n"
-        "  light Wheels | light.outerAngle=45 | light.innerAngle=0\n"
+        "  light Wheels | light.range=0\n"
         "mesh Wheels | transform.rotation=0 0.5 0\n"
         "mesh Dots\n"
         "group <ä & \"ö\">/[2]\\",
@@ -135,6 +136,41 @@ TEST_F(SceneWriterTest, allFormatsKeepWhatGltfCanSay)
             saveAndOpen(name);
             EXPECT_EQ(contentOf(*document.root()), before) << name;
         }
+    }
+}
+
+TEST_F(SceneWriterTest, whatGltfDoesNotKeepIsSaidBeforehand)
+{
+    const std::pair<const char*, const char*> lines[] = {
+        {"light L | light.type=area", "Area lights"},
+        {"light L | light.innerAngle=3", "lights that have no cone"},
+        {"light L | light.range=-1", "Ranges"},
+        {"light L | light.color=1 1 1 0.5", "Alphas"},
+        {"mesh M | material.emissive=1 0 0 0.5", "Alphas"},
+        {"light L | light.type=spot | light.innerAngle=29.9999", "Cones"},
+        {"light L | light.type=spot | light.innerAngle=0 | light.outerAngle=0.001", "Cones"},
+        {"light L | light.type=spot | light.outerAngle=91", "Cones"},
+        {"mesh M | material.roughness=1.5", "outside 0 to 1"},
+        {"mesh M | transform.rotation=0 91 0", "Angles"},
+        {"mesh M | visible=false", "Hidden"},
+        {"group G | locked=true", "Locked"},
+        {"mesh E", "without geometry"},
+        {"light L | light.type=spot | light.innerAngle=12.34567 | light.outerAngle=90", nullptr},
+        {"light L | light.color=3 -2 0.1 1 | light.intensity=-1e-20", nullptr},
+        {"camera C | camera.fieldOfView=35.12345 | camera.nearPlane=0.003", nullptr},
+    };
+    for (const auto& [scene, loss] : lines) {
+        document.open(sceneFrom(scene), {});
+        for (const SceneObjectPtr& object : allObjects(document)) {
+            if (object->name() == "M")
+                setMesh(*object, {{1, 2, 3}, {4, 5, 6}, {7, 8, 8}}, {0, 1, 2});
+        }
+        const std::string before = contentOf(*document.root());
+        const QStringList losses = exportLosses(*document.root());
+        EXPECT_EQ(losses.size(), loss ? 1 : 0) << scene;
+        EXPECT_THAT(losses.join("").toStdString(), HasSubstr(loss ? loss : ""));
+        saveAndOpen("scene.glb");
+        EXPECT_EQ(contentOf(*document.root()) == before, loss == nullptr) << scene;
     }
 }
 

@@ -181,9 +181,11 @@ private:
             light.color = {numberOf(color[0], 1), numberOf(color[1], 1), numberOf(color[2], 1), 1};
         light.intensity = numberOf(json[key("intensity")], 1);
         light.range = numberOf(json[key("range")], 0);
-        const QJsonObject spot = json[key("spot")].toObject();
-        light.innerAngle = degreesOf(spot[key("innerConeAngle")], 0);
-        light.outerAngle = degreesOf(spot[key("outerConeAngle")], M_PI / 4);
+        if (light.type == LightType::Spot) {
+            const QJsonObject spot = json[key("spot")].toObject();
+            light.innerAngle = degreesOf(spot[key("innerConeAngle")], 0);
+            light.outerAngle = degreesOf(spot[key("outerConeAngle")], M_PI / 4);
+        }
         return light;
     }
 
