@@ -181,6 +181,7 @@ TEST(SceneImport, mendsWhatItCanAndSaysSo)
          "object \"G\": \"inf 0 0\""},
         {"a.kyrscene", "<kyrscene><scene><object kind='group' name='a\xff'/></scene></kyrscene>",
          "no valid UTF-8"},
+        {"a.obj", "o \xff\nv 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n", "no valid UTF-8"},
     };
     QTemporaryDir folder;
     write(folder, "my data.bin", QByteArray(36, '\0'));

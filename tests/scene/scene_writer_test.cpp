@@ -283,6 +283,10 @@ TEST_F(SceneWriterTest, aFailedSaveNamesTheReasonAndKeepsTheFile)
     EXPECT_THAT(refusal("a.obj"), HasSubstr("\".obj\""));
     EXPECT_THAT(writeScene(*document.root(), file("no/folder.glb")).toStdString(),
                 HasSubstr("No such file"));
+    const auto takePlace = [this](double) { return QDir().mkpath(file("late.glb")); };
+    EXPECT_THAT(writeScene(*document.root(), file("late.glb"), takePlace).toStdString(),
+                HasSubstr("Cannot save"))
+        << "a folder of that name came meanwhile";
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 4) << "nothing half-written";
 }
 
