@@ -36,7 +36,7 @@ class ObjectMaker
 {
 public:
     explicit ObjectMaker(int count)
-        : m_side(int(std::ceil(std::sqrt(count)))), m_lightEvery(std::max(10, count / mostLights))
+        : m_side(int(std::ceil(std::sqrt(count)))), m_lightEvery(std::max(10, count / mostLights) | 1)
     {}
 
     SceneObjectPtr make(int number, int parent, bool isParent) const
@@ -93,6 +93,7 @@ private:
 
     MeshAssetPtr m_asset = makePrimitive("box 1.6 1 1.6");
     int m_side;
+    // Odd, so that they do not stand in line.
     int m_lightEvery;
 };
 
