@@ -104,6 +104,9 @@ public:
 Q_SIGNALS:
     void sourceModelChanged();
     void selectionModelChanged();
+    /// As of the selection model, without its lists: a handler in QML would hold them, and the
+    /// persistent indexes in them, until garbage is collected, and each makes a removal slower.
+    void selectionChanged();
     void settingsChanged();
     void workingChanged();
     void matchCountChanged();

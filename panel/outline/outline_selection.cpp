@@ -24,6 +24,8 @@ void OutlineModel::setSelectionModel(QItemSelectionModel* selectionModel)
     if (m_selection) {
         using Selection = QItemSelectionModel;
         connect(m_selection, &Selection::selectionChanged, this, &OutlineModel::changeSelection);
+        connect(m_selection, &Selection::selectionChanged, this,
+                [this] { Q_EMIT selectionChanged(); });
         connect(m_selection, &Selection::currentChanged, this, &OutlineModel::changeCurrent);
         // The pointer to it is null by then.
         connect(m_selection, &QObject::destroyed, this, [this] { followSelection(); });

@@ -146,7 +146,7 @@ FocusScope {
         function onOnShowItem(index) { panel.revealIndex(index); }
     }
     Connections {
-        target: panel.selectionModel
+        target: tree.outline
 
         function onSelectionChanged() {
             if (panel.alwaysReveal && !tree.navigator.changing)
