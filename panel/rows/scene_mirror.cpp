@@ -290,17 +290,26 @@ void SceneMirror::forgetClosedWhileFound()
 
 std::vector<SceneMirror::Node> SceneMirror::select(const QItemSelection& ranges, bool on)
 {
-    std::vector<Node> changed;
+    struct Run
+    {
+        Node first;
+        int count;
+    };
+    // Rows that are read count the marks beside them, so that all are read before the first mark.
+    std::vector<Run> runs;
+    runs.reserve(std::size_t(ranges.size()));
     for (const QItemSelectionRange& range : ranges) {
-        if (!range.isValid() || range.model() != m_model || range.left() > 0)
-            continue;
-        Node node = find(range.topLeft(), on);
-        for (int number = range.top(); number <= range.bottom() && node != RowTree::none;
-             ++number) {
+        if (range.isValid() && range.model() == m_model && range.left() == 0)
+            runs.push_back({find(range.topLeft(), on), range.height()});
+    }
+    std::vector<Node> changed;
+    for (const Run& run : runs) {
+        Node node = run.first;
+        for (int left = run.count; left > 0 && node != RowTree::none; --left) {
             if (m_marks.has(node, RowMarks::Selected) != on)
                 changed.push_back(node);
             m_marks.set(node, RowMarks::Selected, on);
-            if (number < range.bottom())
+            if (left > 1)
                 node = m_rows.afterBranch(node);
         }
     }

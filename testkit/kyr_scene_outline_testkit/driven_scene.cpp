@@ -42,6 +42,8 @@ void DrivenScene::makeBrowser(unsigned number)
 {
     m_browsers[number] =
         std::make_unique<SceneBrowserData>(m_models[number].get(), &m_selection, nullptr);
+    if (number == 0)
+        m_scene->show(*m_browsers[number]);
 }
 
 std::string DrivenScene::make(const Step& step)
@@ -55,12 +57,15 @@ std::string DrivenScene::make(const Step& step)
         &DrivenScene::remove,        &DrivenScene::move,          &DrivenScene::move,
         &DrivenScene::rearrange,     &DrivenScene::clearRows,     &DrivenScene::selectEverything,
         &DrivenScene::recreate,      &DrivenScene::copy,          &DrivenScene::paste,
-        &DrivenScene::insert,        &DrivenScene::paste,
+        &DrivenScene::insert,        &DrivenScene::paste,         &DrivenScene::driveView,
+        &DrivenScene::driveView,     &DrivenScene::driveView,     &DrivenScene::driveView,
     };
     m_selection.takeWrites();
     const std::string did = (this->*ways[step.kind % std::size(ways)])(step);
     expectSameRows();
     expectMarks();
+    if (m_fault.empty())
+        m_fault = m_scene->viewFault();
     return did;
 }
 
@@ -256,7 +261,7 @@ void DrivenScene::stopHovering()
 std::string DrivenScene::insert(const Step& step)
 {
     const QModelIndexList rows = allRows(model());
-    if (rows.size() > 40)
+    if (rows.size() > 60)
         return "enough rows";
     const unsigned place = step.where % unsigned(rows.size() + 1);
     const QModelIndex parent = place == 0 ? QModelIndex() : rows.at(int(place) - 1);
@@ -395,6 +400,14 @@ std::string DrivenScene::paste(const Step& step)
     expectValues(onto, after);
     expectWrites(0);
     return text + ", undo, redo";
+}
+
+std::string DrivenScene::driveView(const Step& step)
+{
+    const std::string text = m_scene->driveView(step.what);
+    expectEditor(m_editor);
+    expectWrites(0);
+    return text.empty() ? selectRows(step) : text;
 }
 
 /// What is copied from or pasted onto, in the order of rows.

@@ -55,6 +55,7 @@ private:
     std::string recreate(const Step& step);
     std::string copy(const Step& step);
     std::string paste(const Step& step);
+    std::string driveView(const Step& step);
 
     QAbstractItemModel& model() { return *m_scene->assetModel().itemModel(); }
     SceneBrowserData& browser(unsigned number) { return *m_browsers[number % 2]; }

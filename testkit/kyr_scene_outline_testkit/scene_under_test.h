@@ -3,12 +3,14 @@
 #include <host/scene/asset_model.h>
 #include <host/scene/asset_selection.h>
 
+#include <kyr_scene_outline/scene_browser_data.h>
 #include <kyr_scene_outline_testkit/export.h>
 
 #include <QModelIndex>
 
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace kyr::testkit {
 
@@ -41,6 +43,15 @@ public:
     /// Whether rows that were inserted, removed or moved are such a step, what then became selected
     /// included.
     virtual bool recordsRows() const { return false; }
+
+    // Whatever else shows the scene, such as a panel, may be driven along.
+
+    /// A browser that such a view shows; its selection model is another than the one before.
+    virtual void show(SceneBrowserData& /*browser*/) {}
+    /// Lets the view do something, which the numbers in `choice` choose; says what.
+    virtual std::string driveView(unsigned /*choice*/) { return {}; }
+    /// What the view shows wrong after a step, empty when nothing.
+    virtual std::string viewFault() { return {}; }
 };
 
 using SceneFactory = std::function<std::unique_ptr<SceneUnderTest>()>;

@@ -1,10 +1,7 @@
-#include <host/scene/recorded_asset_selection.h>
 #include <kyr_scene_outline_testkit/contract.h>
 #include <kyr_scene_outline_testkit/random_driver.h>
 #include <support/driver_steps.h>
-#include <support/tree_model.h>
-
-#include <QUndoStack>
+#include <support/tree_scene.h>
 
 #include <gtest/gtest.h>
 
@@ -13,56 +10,7 @@
 namespace {
 
 using namespace kyr::testkit;
-
-template <typename Selection>
-class TreeScene : public SceneUnderTest
-{
-public:
-    IAssetModel& assetModel() override { return m_assetModel; }
-    IAssetSelection& assetSelection() override { return m_selection; }
-    bool insertRow(const QModelIndex& parent, int row) override
-    {
-        m_model.insert(parent, row, test::TreeModel::named({QString::number(m_made++)}));
-        return true;
-    }
-    bool removeRows(const QModelIndex& parent, int row, int count) override
-    {
-        m_model.remove(parent, row, count);
-        return true;
-    }
-    bool moveRow(const QModelIndex& from, int row, const QModelIndex& to, int toRow) override
-    {
-        return m_model.move(from, row, 1, to, toRow);
-    }
-    bool relayout() override
-    {
-        m_model.reverse({}, QAbstractItemModel::NoLayoutChangeHint);
-        return true;
-    }
-    bool reset() override
-    {
-        m_model.resetTo("a\n  b\n  c\nd\n  e\n    f\ng");
-        return true;
-    }
-    bool undo() override
-    {
-        m_changes->stack().undo();
-        return true;
-    }
-    bool redo() override
-    {
-        m_changes->stack().redo();
-        return true;
-    }
-
-private:
-    // The rows are those of the first column.
-    test::TreeModel m_model{"a\n  b\n    c\n  d\ne\n  f\ng\nh", 2};
-    test::TreeAssetModel m_assetModel{&m_model};
-    std::shared_ptr<Zar::ChangesController> m_changes = std::make_shared<Zar::ChangesController>();
-    Selection m_selection{m_changes};
-    int m_made = 0;
-};
+using test::TreeScene;
 
 template <typename Selection>
 SceneFactory scenes()
