@@ -96,8 +96,8 @@ void SceneBrowserData::connectItemModel()
     });
 }
 
-// The count goes down even when the model broke its contract, as the report then says. Who reads the
-// report may destroy the browser.
+// The count goes down even when the model broke its contract, as the report then says. Who reads
+// the report may destroy the browser.
 void SceneBrowserData::finishRowsUpdate()
 {
     const QPointer<SceneBrowserData> self(this);
