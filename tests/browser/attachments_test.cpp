@@ -1,37 +1,8 @@
 #include "browser_fixture.h"
 
-#include <kyr_scene_outline/abstract_filter_data.h>
-#include <kyr_scene_outline/abstract_selectable_data.h>
-#include <kyr_scene_outline/scene_browser_panel_base.h>
+#include <panel/editor_parts.h>
 
 using test::BrowserTest;
-
-namespace {
-
-class Filter : public AbstractFilterData
-{
-public:
-    QString title() override { return "Type"; }
-    QStringList labels() override { return {"All", "Lights"}; }
-    int currentIndex() override { return m_index; }
-    void setCurrentIndex(int index) override { m_index = index; }
-
-private:
-    int m_index = 0;
-};
-
-class Modes : public AbstractSelectableData
-{
-public:
-    QStringList labels() const override { return {"A", "B", "C"}; }
-    int currentIndex() const override { return m_index; }
-    void setCurrentIndex(int index) override { m_index = index; }
-
-private:
-    int m_index = 2;
-};
-
-} // namespace
 
 TEST_F(BrowserTest, settersAnnounceEveryCallOnTheirOwnSignal)
 {
@@ -71,8 +42,8 @@ TEST_F(BrowserTest, filtersKeepTheirOrderAndOccurOnce)
     create("a");
     int announced = 0;
     QObject::connect(browser.get(), &SceneBrowserData::filterDataChanged, [&] { ++announced; });
-    Filter first;
-    Filter second;
+    Filter first("First", {"All"});
+    Filter second("Second", {"All", "Lights"});
     browser->addFilterData(&first);
     browser->addFilterData(&first);
     EXPECT_EQ(1, announced);
@@ -94,7 +65,7 @@ TEST_F(BrowserTest, filtersKeepTheirOrderAndOccurOnce)
 TEST(AbstractSelectableData, currentLabelStaysInsideTheLabels)
 {
     Modes modes;
-    for (const auto& [index, label] : {std::pair(2, "C"), {0, "A"}, {-1, ""}, {3, ""}}) {
+    for (const auto& [index, label] : {std::pair(2, "Type"), {0, "Hierarchy"}, {-1, ""}, {3, ""}}) {
         modes.setCurrentIndex(index);
         EXPECT_EQ(label, modes.currentLabel()) << index;
     }

@@ -62,23 +62,18 @@ struct SampleExtensionTest : testing::Test
     QStringList accepted() const
     {
         QStringList names;
-        appendAccepted({}, names);
-        return names;
-    }
-    void appendAccepted(const QModelIndex& parent, QStringList& names) const
-    {
-        for (int row = 0; row < browser.model()->rowCount(parent); ++row) {
-            const QModelIndex index = browser.model()->index(row, 0, parent);
+        for (const QModelIndex& index : rows("*")) {
             if (predicate.accepts(index))
                 names << index.data().toString();
-            appendAccepted(index, names);
         }
+        return names;
     }
-    QModelIndex row(const char* name) const
+    QModelIndexList rows(const char* pattern) const
     {
-        return browser.model()->match(browser.model()->index(0, 0), Qt::DisplayRole, name, 1,
-                                      Qt::MatchExactly | Qt::MatchRecursive)[0];
+        return browser.model()->match(browser.model()->index(0, 0), Qt::DisplayRole, pattern, -1,
+                                      Qt::MatchWildcard | Qt::MatchRecursive);
     }
+    QModelIndex row(const char* name) const { return rows(name)[0]; }
     SceneObjectPtr object(const char* name) const
     {
         return assets.sceneModel()->objectAt(row(name))->shared_from_this();

@@ -26,7 +26,7 @@ struct Outline
     {}
     explicit Outline(const char* text) : Outline(TreeModel::parsed(text)) {}
 
-    QModelIndex find(const char* name) const { return scene->find(QLatin1String(name)); }
+    QModelIndex find(const char* name) const { return scene->find(name); }
     void expand(const char* name, bool on = true) { model.setExpanded(find(name), on); }
     void filter(const char* text)
     {
@@ -52,7 +52,7 @@ struct Outline
         for (int row = 0; row < model.count(); ++row) {
             const QModelIndex index = model.index(row);
             const int hidden = index.data(Model::HiddenSelectedRole).toInt();
-            rows += QString(index.data(Model::DepthRole).toInt(), QLatin1Char('.')) +
+            rows += QString(index.data(Model::DepthRole).toInt(), '.') +
                     (model.isRowExpanded(row) ? "-" : "") + index.data().toString() +
                     (model.isRowSelected(row) ? "*" : "") +
                     (hidden > 0 ? '#' + QString::number(hidden) : QString()) +
@@ -60,10 +60,7 @@ struct Outline
         }
         return rows;
     }
-    static std::string text(const Model& model)
-    {
-        return rows(model).join(QLatin1Char(' ')).toStdString();
-    }
+    static std::string text(const Model& model) { return rows(model).join(' ').toStdString(); }
     QStringList rows() const { return rows(model); }
     std::string text() const { return text(model); }
 

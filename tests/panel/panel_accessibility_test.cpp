@@ -87,7 +87,7 @@ TEST_F(PanelAccessibilityTest, RowButtonsAreCheckBoxes)
     EXPECT_EQ(text(button(), QAccessible::Name), "Visible");
     EXPECT_EQ(button()->state().checkable, 1u);
     EXPECT_EQ(button()->state().checked, 1u);
-    model->setData(model->find(QStringLiteral("Wall")), false, TreeModel::EnabledRole);
+    model->setData(model->find("Wall"), false, TreeModel::EnabledRole);
     EXPECT_EQ(button()->state().checked, 0u);
 }
 

@@ -32,9 +32,9 @@ public:
                           {WidthRole, "width"},
                           {ToggleRole, "toggle"},
                           {EditableRole, "editable"}});
-        add(QStringLiteral("type"), TreeModel::TypeRole, false);
-        add(QStringLiteral("children"), TreeModel::CountRole, false);
-        add(QStringLiteral("shown"), TreeModel::EnabledRole, true);
+        add("type", TreeModel::TypeRole, false);
+        add("children", TreeModel::CountRole, false);
+        add("shown", TreeModel::EnabledRole, true);
         chosen.select(QItemSelection(index(0, 0), index(rowCount() - 1, 0)),
                       QItemSelectionModel::Select);
     }
@@ -75,7 +75,7 @@ protected:
         QStringList ids;
         for (int row = 0; row < shown->rowCount(); ++row)
             ids += shown->index(row, 0).data(IdRole).toString();
-        return ids.join(QLatin1Char(' ')).toStdString();
+        return ids.join(' ').toStdString();
     }
     QQuickItem* cell(const char* row, const char* column) const
     {
@@ -93,9 +93,9 @@ TEST_F(PanelColumnsTest, CellsFollowTheScene)
 {
     openColumns();
     ASSERT_TRUE(cell("row_House", "cell_type"));
-    EXPECT_EQ(cell("row_House", "cell_type")->property("text").toString(), QStringLiteral("mesh"));
-    EXPECT_EQ(cell("row_House", "cell_children")->property("text").toString(), QStringLiteral("2"));
-    const QModelIndex house = model->find(QStringLiteral("House"));
+    EXPECT_EQ(cell("row_House", "cell_type")->property("text").toString(), "mesh");
+    EXPECT_EQ(cell("row_House", "cell_children")->property("text").toString(), "2");
+    const QModelIndex house = model->find("House");
     EXPECT_TRUE(cell("row_House", "cell_shown")->property("checked").toBool());
     model->setData(house, false, TreeModel::EnabledRole);
     EXPECT_FALSE(cell("row_House", "cell_shown")->property("checked").toBool());
@@ -110,8 +110,8 @@ TEST_F(PanelColumnsTest, ACellIsEditedInAllSelectedRowsInOneStep)
     const auto types = [this] {
         QStringList all;
         for (const char* name : {"House", "Wall", "Roof", "Tree"})
-            all += model->item(model->find(QLatin1String(name)))->type;
-        return all.join(QLatin1Char(' ')).toStdString();
+            all += model->item(model->find(name))->type;
+        return all.join(' ').toStdString();
     };
     const QQuickItem* field = window.item("cell_field");
     window.click(window.at(60, 1));
@@ -119,7 +119,7 @@ TEST_F(PanelColumnsTest, ACellIsEditedInAllSelectedRowsInOneStep)
     window.click(middleOf(cell("row_Wall", "cell_type")));
     EXPECT_EQ(selectedRows(), "Wall Tree") << "a click in a cell keeps the rows that it is about";
     window.doubleClick(middleOf(cell("row_Wall", "cell_type")));
-    EXPECT_EQ(field->property("text").toString(), QStringLiteral("mesh"));
+    EXPECT_EQ(field->property("text").toString(), "mesh");
     window.type("big lamp");
     window.press(Qt::Key_Return);
     EXPECT_TRUE(field->isVisible() && field->property("invalid").toBool());
@@ -165,7 +165,7 @@ TEST_F(PanelColumnsTest, ColumnsThatNeedMoreRoomScrollSideways)
     EXPECT_LE(right(), PanelWindow::width) << "the keyboard brings its cell into view";
     EXPECT_EQ(middleOf(cell("row_Wall", "cell_shown")).x(), window.middle("header_shown").x());
     window.click(middleOf(cell("row_Wall", "cell_shown")));
-    EXPECT_FALSE(model->item(model->find(QStringLiteral("Wall")))->visible);
+    EXPECT_FALSE(model->item(model->find("Wall"))->visible);
 }
 
 TEST_F(PanelColumnsTest, TheHeaderSortsResizesAndReorders)
@@ -199,10 +199,10 @@ TEST_F(PanelColumnsTest, WidthsAndSortingComeBack)
     const QTemporaryDir directory;
     QSettings::setDefaultFormat(QSettings::IniFormat);
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, directory.path());
-    QCoreApplication::setOrganizationName(QStringLiteral("panel-test"));
+    QCoreApplication::setOrganizationName("panel-test");
     {
         openColumns();
-        window.panel()->setProperty("settingsName", QStringLiteral("outline"));
+        window.panel()->setProperty("settingsName", "outline");
         window.click(window.middle("header_children"));
         const QPoint border = window.middle("header_shown") - QPoint(25, 0);
         window.drag(border, border - QPoint(20, 0));
@@ -211,7 +211,7 @@ TEST_F(PanelColumnsTest, WidthsAndSortingComeBack)
     Columns fresh;
     browser->setColumnsModel(&fresh, &fresh.chosen);
     second.open(browser.get());
-    second.panel()->setProperty("settingsName", QStringLiteral("outline"));
+    second.panel()->setProperty("settingsName", "outline");
     second.settle();
     EXPECT_NEAR(second.item("header_shown")->width(), 70, 1);
     EXPECT_EQ(second.rows(), "Tree House Wall Roof");

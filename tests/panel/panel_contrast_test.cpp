@@ -42,14 +42,14 @@ TEST_F(PanelContrastTest, HoldsInRowsOfEveryState)
     lumo::datamodels::proxy::TextPredicate predicate;
     browser->setFilterPredicate(&predicate);
     // Rows that lead to others, hidden ones and both, selected or not, under the pointer or not.
-    predicate.setText(QStringLiteral("w"));
+    predicate.setText("w");
     const char* const types[] = {"light", "camera", "bone", "material", "unknown"};
     const char* const names[] = {"Wall", "Wing", "Roof", "Weir", "House"};
     for (std::size_t i = 0; i < std::size(names); ++i)
-        model->item(model->find(QLatin1String(names[i])))->type = QLatin1String(types[i]);
+        model->item(model->find(names[i]))->type = QLatin1String(types[i]);
     ASSERT_TRUE(QTest::qWaitFor([this] { return window.rows() == "House Wall Wing Weir"; }));
-    model->setData(model->find(QStringLiteral("Wall")), false, TreeModel::EnabledRole);
-    model->setData(model->find(QStringLiteral("Weir")), false, TreeModel::EnabledRole);
+    model->setData(model->find("Wall"), false, TreeModel::EnabledRole);
+    model->setData(model->find("Weir"), false, TreeModel::EnabledRole);
     window.movePointer(window.middle("row_Weir"));
     for (const auto& [name, colors] : palettes) {
         SCOPED_TRACE(name);
@@ -58,7 +58,7 @@ TEST_F(PanelContrastTest, HoldsInRowsOfEveryState)
             SCOPED_TRACE(selected);
             browser->selectionModel()->clear();
             for (const QString& row : QString::fromUtf8(selected).split(' ', Qt::SkipEmptyParts))
-                browser->selectionModel()->select(model->find(row), QItemSelectionModel::Select);
+                selectRow(row, QItemSelectionModel::Select);
             window.settle();
             ContrastCheck check;
             check.look(window.panel(), 1);
@@ -66,7 +66,7 @@ TEST_F(PanelContrastTest, HoldsInRowsOfEveryState)
         }
     }
     browser->selectionModel()->clear();
-    predicate.setText(QStringLiteral("nothing at all>2"));
+    predicate.setText("nothing at all>2");
     ASSERT_TRUE(QTest::qWaitFor([this] { return window.item("empty_text")->isVisible(); }));
     ContrastCheck check;
     check.look(window.panel(), 1);

@@ -12,11 +12,9 @@ TEST_F(PanelDraggingTest, DragsRowsOntoAndBetweenOthers)
 {
     open(house());
     QSignalSpy ends(window.panel(), SIGNAL(editEnds()));
-    browser->selectionModel()->select(model->find(QStringLiteral("Tree")),
-                                      QItemSelectionModel::Select);
+    selectRow("Tree", QItemSelectionModel::Select);
     window.drag(window.at(120, 3), window.at(120, 2));
-    EXPECT_EQ(model->find(QStringLiteral("Tree")).parent().data().toString(),
-              QStringLiteral("Roof"));
+    EXPECT_EQ(model->find("Tree").parent().data().toString(), "Roof");
     EXPECT_EQ(selectedRows(), "Tree");
     const QPoint aboveWall = window.at(120, 1) - QPoint(0, PanelWindow::rowHeight / 2 - 2);
     window.drag(window.at(120, 2), aboveWall);
@@ -38,8 +36,7 @@ TEST_F(PanelDraggingTest, ADragInASortedTreeDropsOntoRowsOnly)
     EXPECT_EQ(window.rows(), "House Roof Wall Tree");
     const QPoint aboveRoof = window.at(120, 1) - QPoint(0, PanelWindow::rowHeight / 2 - 2);
     window.drag(window.at(120, 3), aboveRoof);
-    EXPECT_EQ(model->find(QStringLiteral("Tree")).parent().data().toString(),
-              QStringLiteral("Roof"));
+    EXPECT_EQ(model->find("Tree").parent().data().toString(), "Roof");
 }
 
 TEST_F(PanelDraggingTest, SeveralRowsKeepTheirOrderSelectionAndExpansion)
@@ -61,8 +58,7 @@ TEST_F(PanelDraggingTest, AClosedRowOpensUnderARestingDrag)
     EXPECT_EQ(window.rows(), "House Wall Roof Tree");
     EXPECT_TRUE(QTest::qWaitFor([this] { return window.rows() == "House Wall Roof Tile Tree"; }));
     window.release(window.at(120, 3));
-    EXPECT_EQ(model->find(QStringLiteral("Tree")).parent().data().toString(),
-              QStringLiteral("Tile"));
+    EXPECT_EQ(model->find("Tree").parent().data().toString(), "Tile");
 }
 
 TEST_F(PanelDraggingTest, EdgesScrollUnderADragUntilTheEnd)

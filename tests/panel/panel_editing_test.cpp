@@ -27,14 +27,13 @@ protected:
 TEST_F(PanelEditingTest, FiltersByKeyboardAndCountsWhatItHides)
 {
     openFilter(house());
-    browser->selectionModel()->select(model->find(QStringLiteral("Tree")),
-                                      QItemSelectionModel::Select);
+    selectRow("Tree", QItemSelectionModel::Select);
     window.press(Qt::Key_F, Qt::ControlModifier);
     window.type("tile");
     EXPECT_TRUE(QTest::qWaitFor([this] { return window.rows() == "House Roof Tile"; }))
         << window.rows();
     window.settle();
-    EXPECT_EQ(window.item("match_count")->property("text").toString(), QStringLiteral("1"));
+    EXPECT_EQ(window.item("match_count")->property("text").toString(), "1");
     EXPECT_EQ(selectedRows(), "Tree");
     window.press(Qt::Key_Down);
     window.press(Qt::Key_End);
@@ -49,18 +48,17 @@ TEST_F(PanelEditingTest, FiltersByKeyboardAndCountsWhatItHides)
 TEST_F(PanelEditingTest, CountsWhatTheFilterHidesBelowACollapsedRow)
 {
     openFilter(house());
-    predicate.setText(QStringLiteral("o"));
+    predicate.setText("o");
     ASSERT_TRUE(QTest::qWaitFor([this] { return window.rows() == "House Roof"; }));
     window.press(Qt::Key_F, Qt::ControlModifier);
     for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Home, Qt::Key_Left})
         window.press(key);
     ASSERT_EQ(window.rows(), "House");
-    browser->selectionModel()->select(model->find(QStringLiteral("Roof")),
-                                      QItemSelectionModel::ClearAndSelect);
+    selectRow("Roof");
     const auto hidden = [this] { return window.panel()->property("hiddenSelectionCount").toInt(); };
     window.settle();
     EXPECT_EQ(hidden(), 0);
-    model->setData(model->find(QStringLiteral("Roof")), QStringLiteral("Gable"), Qt::EditRole);
+    model->setData(model->find("Roof"), "Gable", Qt::EditRole);
     EXPECT_TRUE(QTest::qWaitFor([&] { return hidden() == 1; }));
 }
 
@@ -72,7 +70,7 @@ TEST_F(PanelEditingTest, SaysWhatItDoesNotUnderstand)
     window.type("tile siz>2");
     ASSERT_TRUE(QTest::qWaitFor([this] { return window.rows() == "House Roof Tile"; }));
     EXPECT_TRUE(error->isVisible());
-    EXPECT_EQ(error->property("text").toString(), QStringLiteral("No property is called “siz”"));
+    EXPECT_EQ(error->property("text").toString(), "No property is called “siz”");
     window.press(Qt::Key_Escape);
     EXPECT_FALSE(error->isVisible());
     window.click(window.middle("expression_switch"));
@@ -95,8 +93,7 @@ TEST_F(PanelEditingTest, NamesTheFilterThatFindsNothingAndClearsIt)
     window.type("<b>");
     const QQuickItem* text = window.item("empty_text");
     ASSERT_TRUE(QTest::qWaitFor([&] { return text->isVisible(); }));
-    EXPECT_EQ(text->property("text").toString(),
-              QStringLiteral("Nothing found for “<b>”, Type: Lights"));
+    EXPECT_EQ(text->property("text").toString(), "Nothing found for “<b>”, Type: Lights");
     window.click(window.middle("clear_filter"));
     EXPECT_TRUE(QTest::qWaitFor([this] { return window.rows() == "House Wall Roof Tree"; }));
     EXPECT_EQ(kind.currentIndex(), 0);
@@ -109,10 +106,10 @@ TEST_F(PanelEditingTest, HelpGivesExamplesToUse)
     window.press(Qt::Key_F, Qt::ControlModifier);
     for (const Qt::Key key : {Qt::Key_F1, Qt::Key_Down, Qt::Key_Down, Qt::Key_Return})
         window.press(key);
-    EXPECT_EQ(predicate.text(), QStringLiteral("lamp type:light"));
+    EXPECT_EQ(predicate.text(), "lamp type:light");
     EXPECT_EQ(window.item("filter_field")->property("text").toString(), predicate.text());
     window.type("x");
-    EXPECT_EQ(predicate.text(), QStringLiteral("lamp type:lightx")) << "typing goes on";
+    EXPECT_EQ(predicate.text(), "lamp type:lightx") << "typing goes on";
 }
 
 TEST_F(PanelEditingTest, RenamesInPlaceUntilTheNameIsGood)
@@ -142,7 +139,7 @@ TEST_F(PanelEditingTest, RenamingEndsWithItsRow)
     open(house());
     window.click(window.at(120, 1));
     window.press(Qt::Key_F2);
-    model->remove(model->find(QStringLiteral("House")), 0, 1);
+    model->remove(model->find("House"), 0, 1);
     window.settle();
     EXPECT_FALSE(window.item("cell_field")->isVisible());
     EXPECT_EQ(window.rows(), "House Roof Tree");

@@ -15,20 +15,18 @@ TEST(DisplayTextTest, EveryTextFitsItsPlace)
 {
     const QString marks(40, QChar(0x0301));
     const std::pair<QString, QString> lines[] = {
-        {QStringLiteral("Lamp <b>&amp;</b>"), QStringLiteral("Lamp <b>&amp;</b>")},
-        {QStringLiteral("a\r\nb\tc\u2028d"), QStringLiteral("a↵b c↵d")},
-        {QStringLiteral("a") + QChar(0) + QChar(0x7f), QStringLiteral("a\ufffd\ufffd")},
-        {QStringLiteral("o") + marks + QStringLiteral("k"),
-         QStringLiteral("o") + marks.left(DisplayText::mostMarks) + QStringLiteral("k")},
-        {QString(500, QLatin1Char('x')),
-         QString(DisplayText::longestLine, QLatin1Char('x')) + QStringLiteral("…")},
+        {"Lamp <b>&amp;</b>", "Lamp <b>&amp;</b>"},
+        {"a\r\nb\tc\u2028d", "a↵b c↵d"},
+        {QString("a") + QChar(0) + QChar(0x7f), "a\ufffd\ufffd"},
+        {"o" + marks + "k", "o" + marks.left(DisplayText::mostMarks) + "k"},
+        {QString(500, 'x'), QString(DisplayText::longestLine, 'x') + "…"},
         // Half a character never shows.
-        {QString(DisplayText::longestLine - 1, QLatin1Char('x')) + QStringLiteral("😀😀"),
-         QString(DisplayText::longestLine - 1, QLatin1Char('x')) + QStringLiteral("…")},
+        {QString(DisplayText::longestLine - 1, 'x') + "😀😀",
+         QString(DisplayText::longestLine - 1, 'x') + "…"},
     };
     for (const auto& [text, shown] : lines)
         EXPECT_EQ(DisplayText::oneLine(text), shown);
-    EXPECT_EQ(DisplayText::excerpt(QStringLiteral("a\nb")), QStringLiteral("a\nb"));
+    EXPECT_EQ(DisplayText::excerpt("a\nb"), "a\nb");
     EXPECT_EQ(DisplayText::excerpt(QString(50, QLatin1Char('\n'))).count(QLatin1Char('\n')),
               DisplayText::mostLines - 1);
 }
@@ -39,7 +37,7 @@ QString directText(const QString& source, int from)
     QString text;
     int depth = 0;
     for (int i = from; i < source.size(); ++i) {
-        depth += source[i] == QLatin1Char('{') ? 1 : source[i] == QLatin1Char('}') ? -1 : 0;
+        depth += source[i] == '{' ? 1 : source[i] == '}' ? -1 : 0;
         if (depth == 0)
             break;
         if (depth == 1)
@@ -50,7 +48,7 @@ QString directText(const QString& source, int from)
 
 TEST(QmlTextsTest, AllArePlain)
 {
-    const QRegularExpression item(QStringLiteral("\\b(Text|Label|MnemonicLabel) \\{"));
+    const QRegularExpression item("\\b(Text|Label|MnemonicLabel) \\{");
     int texts = 0;
     for (const char* folder : {"panel", "editor", "extensions", "examples"}) {
         QDirIterator files(QStringLiteral(KYR_SOURCE_DIR "/") + QLatin1String(folder), {"*.qml"},
@@ -62,10 +60,10 @@ TEST(QmlTextsTest, AllArePlain)
             for (auto found = item.globalMatch(source); found.hasNext(); ++texts) {
                 const QRegularExpressionMatch match = found.next();
                 const QString properties = directText(source, match.capturedEnd() - 1);
-                EXPECT_TRUE(properties.contains(QStringLiteral("textFormat: Text.PlainText")))
+                EXPECT_TRUE(properties.contains("textFormat: Text.PlainText"))
                     << file.fileName().toStdString() << ": " << properties.toStdString();
             }
-            EXPECT_FALSE(source.contains(QStringLiteral("ToolTip.text")))
+            EXPECT_FALSE(source.contains("ToolTip.text"))
                 << file.fileName().toStdString() << ": the shared tool tip reads markup";
         }
     }
@@ -88,10 +86,9 @@ TEST_F(PanelTextsTest, NoNamePaintsOverOtherRows)
     };
     const auto before = otherRows();
     const QString pile = QString(60, QChar(0x0301)) + QString(60, QChar(0x0323));
-    for (const QString& name : {QStringLiteral("one\ntwo\nthree\nfour"), QStringLiteral("o") + pile,
-                                QStringLiteral("<font size=7>big<br>bigger</font>")}) {
-        model->setData(model->index(0, 0, model->find(QStringLiteral("House"))), name,
-                       Qt::EditRole);
+    for (const QString& name :
+         QStringList{"one\ntwo\nthree\nfour", "o" + pile, "<font size=7>big<br>bigger</font>"}) {
+        model->setData(model->index(0, 0, model->find("House")), name, Qt::EditRole);
         EXPECT_EQ(otherRows(), before) << name.toStdString();
     }
 }

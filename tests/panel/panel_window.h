@@ -122,7 +122,7 @@ public:
         const auto* flat = m_list->property("model").value<QAbstractItemModel*>();
         for (int row = 0; row < flat->rowCount(); ++row)
             rows += flat->index(row, 0).data().toString();
-        return rows.join(QLatin1Char(' ')).toStdString();
+        return rows.join(' ').toStdString();
     }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
     {

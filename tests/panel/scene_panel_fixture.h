@@ -17,7 +17,7 @@ protected:
     void open(std::unique_ptr<TreeModel> scene, const QString& selectedBefore = {})
     {
         create(std::move(scene));
-        browser->selectionModel()->select(model->find(selectedBefore), QItemSelectionModel::Select);
+        selectRow(selectedBefore, QItemSelectionModel::Select);
         selection.takeLog();
         window.open(browser.get());
     }

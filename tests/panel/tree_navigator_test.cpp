@@ -36,8 +36,8 @@ public:
     /// "arrow House".
     void run(const QString& commands)
     {
-        for (const QString& command : commands.split(QStringLiteral(", "), Qt::SkipEmptyParts)) {
-            const QString argument = command.section(QLatin1Char(' '), -1);
+        for (const QString& command : commands.split(", ", Qt::SkipEmptyParts)) {
+            const QString argument = command.section(' ', -1);
             int modifiers = Qt::NoModifier;
             modifiers |= command.contains(QLatin1String("Ctrl ")) ? int(Qt::ControlModifier) : 0;
             modifiers |= command.contains(QLatin1String("Shift ")) ? int(Qt::ShiftModifier) : 0;
@@ -69,7 +69,7 @@ public:
         QStringList names;
         for (const QModelIndex& index : selection->selection().indexes())
             names += index.data().toString();
-        return names.join(QLatin1Char(' ')).toStdString();
+        return names.join(' ').toStdString();
     }
     std::string current() const
     {
@@ -80,7 +80,7 @@ public:
         QStringList names;
         for (int row = 0; row < model.count(); ++row)
             names += model.index(row).data().toString();
-        return names.join(QLatin1Char(' ')).toStdString();
+        return names.join(' ').toStdString();
     }
 
     TreeNavigator navigator;
@@ -144,24 +144,21 @@ TEST(TreeNavigatorTest, SelectsInOrderAndFocuses)
 TEST(TreeNavigatorTest, ARangeIsOneCallWithSiblingRunsFromTopToBottom)
 {
     Gestures gestures;
-    gestures.run(QStringLiteral("click Walls"));
+    gestures.run("click Walls");
     QSignalSpy changes(gestures.selection, &QItemSelectionModel::selectionChanged);
-    gestures.run(QStringLiteral("Shift click Lamp"));
+    gestures.run("Shift click Lamp");
     ASSERT_EQ(changes.size(), 1);
     QStringList runs;
     for (const QItemSelectionRange& range : gestures.selection->selection())
-        runs += QStringLiteral("%1-%2").arg(range.topLeft().data().toString(),
-                                            range.bottomRight().data().toString());
-    EXPECT_EQ(runs.join(QLatin1Char(' ')).toStdString(),
-              "Walls-Walls North-South Roof-Door Tree-Lamp");
+        runs += range.topLeft().data().toString() + "-" + range.bottomRight().data().toString();
+    EXPECT_EQ(runs.join(' ').toStdString(), "Walls-Walls North-South Roof-Door Tree-Lamp");
 }
 
 TEST(TreeNavigatorTest, FocusFollowsIntoTheRowThatHidesIt)
 {
     for (const char* close : {"arrow House", "Shift arrow House", "key Left, key Left, key Left"}) {
         Gestures gestures;
-        gestures.run(QStringLiteral("click North, Ctrl click Tree, click South, ") +
-                     QLatin1String(close));
+        gestures.run(QString("click North, Ctrl click Tree, click South, ") + close);
         EXPECT_EQ(gestures.current(), "House") << close;
         EXPECT_EQ(gestures.shown(), QLatin1String(close).startsWith(QLatin1String("key"))
                                         ? "House Walls Roof Door Tree Lamp Larch"
@@ -173,11 +170,11 @@ TEST(TreeNavigatorTest, FocusFollowsIntoTheRowThatHidesIt)
 TEST(TreeNavigatorTest, ShiftTakesTheBranchAlong)
 {
     Gestures gestures;
-    gestures.run(QStringLiteral("click House, key Shift+Right"));
+    gestures.run("click House, key Shift+Right");
     EXPECT_EQ(gestures.shown(), "House Walls North South Roof Tile Door Tree Lamp Larch");
-    gestures.run(QStringLiteral("key Shift+Left, key Right"));
+    gestures.run("key Shift+Left, key Right");
     EXPECT_EQ(gestures.shown(), "House Walls Roof Door Tree Lamp Larch");
-    gestures.run(QStringLiteral("key *"));
+    gestures.run("key *");
     EXPECT_EQ(gestures.shown(), "House Walls North South Roof Tile Door Tree Lamp Larch");
 }
 
@@ -185,20 +182,20 @@ TEST(TreeNavigatorTest, ThePrimaryObjectIsTheOneSelectedLast)
 {
     Gestures gestures;
     EXPECT_FALSE(gestures.navigator.primaryIndex().isValid());
-    gestures.run(QStringLiteral("click Tree, Ctrl click North"));
-    EXPECT_EQ(gestures.navigator.primaryIndex().data().toString(), QStringLiteral("North"));
+    gestures.run("click Tree, Ctrl click North");
+    EXPECT_EQ(gestures.navigator.primaryIndex().data().toString(), "North");
 }
 
 TEST(TreeNavigatorTest, GesturesSurviveModelsThatGo)
 {
     Gestures gestures;
-    gestures.run(QStringLiteral("click South"));
+    gestures.run("click South");
     gestures.scene.reset();
     EXPECT_EQ(gestures.model.count(), 0);
-    gestures.run(QStringLiteral("key Down, key Shift+Right, type l"));
+    gestures.run("key Down, key Shift+Right, type l");
     gestures.navigator.expandAll();
     gestures.model.setSelectionModel(nullptr);
-    gestures.run(QStringLiteral("key Down"));
+    gestures.run("key Down");
     EXPECT_EQ(gestures.model.count(), 0);
 }
 
