@@ -21,6 +21,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <ctime>
+#include <map>
 #include <unordered_map>
 
 namespace {
@@ -231,30 +233,56 @@ void pasteOneOntoAll(benchmark::State& state)
     reportProperties(state);
 }
 
-// In slices of a millisecond, as an editor works: the longest one, the one that ends the job, which
-// hands over text or selection, and the longest one before that.
-void inSlices(benchmark::State& state, PropertyJob& job)
+/// Works off a job in slices of a millisecond, as an editor does, and reports how long a piece of
+/// it kept the processor: what starts the job, the longest slice, the last one and the end of the
+/// job.
+class Slices
 {
-    using Milliseconds = std::chrono::duration<double, std::milli>;
-    Milliseconds longest{}, last{};
-    for (bool goesOn = true; goesOn;) {
-        longest = std::max(longest, last);
-        const auto start = std::chrono::steady_clock::now();
-        goesOn = job.advance(std::chrono::milliseconds(1));
-        last = std::chrono::steady_clock::now() - start;
+public:
+    explicit Slices(benchmark::State& state) : m_state(state) {}
+    ~Slices()
+    {
+        for (const auto& [name, milliseconds] : m_longest)
+            m_state.counters[name] = milliseconds;
     }
-    if (!job.hasSucceeded())
-        state.SkipWithError("the job failed");
-    state.counters["longest_ms"] = std::max(state.counters["longest_ms"].value, longest.count());
-    state.counters["last_ms"] = std::max(state.counters["last_ms"].value, last.count());
-}
+
+    template <typename Start>
+    void work(const Start& start)
+    {
+        std::unique_ptr<PropertyJob> job;
+        measure("start_ms", [&] { job = start(); });
+        for (bool goesOn = job != nullptr; goesOn;) {
+            const double before = m_longest["last_ms"];
+            m_longest["longest_slice_ms"] = std::max(m_longest["longest_slice_ms"], before);
+            m_longest["last_ms"] = 0;
+            measure("last_ms", [&] { goesOn = job->advance(std::chrono::milliseconds(1)); });
+        }
+        if (!job || !job->hasSucceeded())
+            m_state.SkipWithError("the job failed");
+        measure("end_ms", [&] { job.reset(); });
+    }
+
+private:
+    template <typename Part>
+    void measure(const char* name, const Part& part)
+    {
+        const std::clock_t start = std::clock();
+        part();
+        const double seconds = double(std::clock() - start) / CLOCKS_PER_SEC;
+        m_longest[name] = std::max(m_longest[name], seconds * 1000);
+    }
+
+    benchmark::State& m_state;
+    std::map<std::string, double> m_longest;
+};
 
 void copyInSlices(benchmark::State& state)
 {
     Zar::platform::setClipboardBackend(std::make_shared<MemoryClipboard>());
     const Scene scene(static_cast<int>(state.range(0)), 1);
+    Slices slices(state);
     for (auto _ : state)
-        inSlices(state, *scene.browser->startCopy());
+        slices.work([&] { return scene.browser->startCopy(); });
     reportProperties(state);
 }
 
@@ -262,11 +290,12 @@ void pasteInSlices(benchmark::State& state)
 {
     Documents documents(static_cast<int>(state.range(0)));
     const Scene scene(static_cast<int>(state.range(0)), 1000000);
+    Slices slices(state);
     for (auto _ : state) {
         state.PauseTiming();
         documents.offerNext();
         state.ResumeTiming();
-        inSlices(state, *scene.browser->startPaste());
+        slices.work([&] { return scene.browser->startPaste(); });
     }
     reportProperties(state);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdlib>
 #include <memory>
 #include <new>
 
@@ -13,7 +14,8 @@ public:
     /// Null when there is not enough memory.
     static std::unique_ptr<GlobalBlock> allocate(std::size_t size)
     {
-        std::unique_ptr<char[]> bytes(new (std::nothrow) char[size]());
+        // Unlike new[], takes zeroed pages as they come from the system, without a walk over them.
+        Bytes bytes(static_cast<char*>(std::calloc(size, 1)));
         if (!bytes)
             return nullptr;
         return std::unique_ptr<GlobalBlock>(new (std::nothrow) GlobalBlock(std::move(bytes), size));
@@ -24,11 +26,15 @@ public:
     std::size_t size() const noexcept { return m_size; }
 
 private:
-    GlobalBlock(std::unique_ptr<char[]> bytes, std::size_t size) noexcept
-        : m_bytes(std::move(bytes)), m_size(size)
-    {}
+    struct Free
+    {
+        void operator()(char* bytes) const noexcept { std::free(bytes); }
+    };
+    using Bytes = std::unique_ptr<char[], Free>;
 
-    std::unique_ptr<char[]> m_bytes;
+    GlobalBlock(Bytes bytes, std::size_t size) noexcept : m_bytes(std::move(bytes)), m_size(size) {}
+
+    Bytes m_bytes;
     std::size_t m_size;
 };
 

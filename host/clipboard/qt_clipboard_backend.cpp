@@ -22,6 +22,30 @@ QString plainTextFormat(const QMimeData& contents)
     return best ? formats[int(*best)] : QString();
 }
 
+/// Offers the text of a block, which is copied only when somebody asks for it.
+class BlockMimeData final : public QMimeData
+{
+public:
+    explicit BlockMimeData(std::unique_ptr<GlobalBlock> block) : m_block(std::move(block)) {}
+
+    QStringList formats() const override
+    {
+        return {QStringLiteral("text/plain"), QStringLiteral("text/plain;charset=utf-8"),
+                QStringLiteral("text/plain;charset=UTF-8")};
+    }
+    bool hasFormat(const QString& format) const override { return formats().contains(format); }
+
+protected:
+    QVariant retrieveData(const QString& format, QVariant::Type) const override
+    {
+        return hasFormat(format) ? QByteArray(m_block->data(), static_cast<int>(m_block->size()))
+                                 : QVariant();
+    }
+
+private:
+    std::unique_ptr<GlobalBlock> m_block;
+};
+
 } // namespace
 
 QtClipboardBackend::QtClipboardBackend() = default;
@@ -104,11 +128,7 @@ bool QtClipboardBackend::setData(unsigned format, std::unique_ptr<GlobalBlock> b
     constexpr std::size_t largest = 0x7fffffff - 64;
     if (format != textFormat || block->size() > largest)
         return false;
-    if (!m_pending)
-        m_pending = std::make_unique<QMimeData>();
-    const QByteArray bytes(block->data(), static_cast<int>(block->size()));
-    for (const char* name : {"text/plain", "text/plain;charset=utf-8", "text/plain;charset=UTF-8"})
-        m_pending->setData(QLatin1String(name), bytes);
+    m_pending = std::make_unique<BlockMimeData>(std::move(block));
     return true;
 }
 

@@ -3,7 +3,6 @@
 #include <host/core/debug_message.h>
 #include <host/data_section/xml_section.h>
 
-#include <algorithm>
 #include <utility>
 
 namespace Zar {
@@ -34,19 +33,20 @@ void XMLWriter::writeChildren(const DataSection& root)
     section->printChildren(m_text);
 }
 
-void XMLWriter::expect(std::size_t childCount)
+std::string XMLWriter::take()
 {
-    constexpr std::size_t most = std::size_t(1) << 30;
-    if (m_childCount > 0 && childCount > m_childCount)
-        m_text.reserve(
-            std::min(most, m_text.size() / m_childCount * (childCount + childCount / 8)));
+    if (m_childCount == 0)
+        return {};
+    std::string next;
+    next.reserve(m_text.size()); // as much as a piece was, so that it need not grow
+    return std::exchange(m_text, std::move(next));
 }
 
-SmartPointer<BinaryBlock> XMLWriter::takeBinary()
+std::string XMLWriter::takeEnd()
 {
     if (m_childCount > 0)
         m_text.append("</").append(m_rootName).append(tagEnd);
-    return new BinaryBlock(std::exchange(m_text, {}), "BinaryBlock/XMLSection");
+    return std::exchange(m_text, {});
 }
 
 } // namespace Zar

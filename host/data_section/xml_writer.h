@@ -1,6 +1,5 @@
 #pragma once
 
-#include <host/data_section/binary_block.h>
 #include <host/data_section/data_section.h>
 
 #include <cstddef>
@@ -8,8 +7,8 @@
 
 namespace Zar {
 
-/// Writes a document piece by piece: the same bytes as `XMLSection::asBinary` of a root that has
-/// all the children.
+/// Writes a document piece by piece: all that is taken is the same bytes as `XMLSection::asBinary`
+/// of a root that has all the children.
 class XMLWriter
 {
 public:
@@ -18,10 +17,13 @@ public:
 
     /// Appends the children of `root`, which must be a section of XML.
     void writeChildren(const DataSection& root);
-    /// Takes memory for that many children in all, the rest being like those so far.
-    void expect(std::size_t childCount);
-    /// The whole document. The writer is empty then.
-    SmartPointer<BinaryBlock> takeBinary();
+    /// Bytes that were written and not taken.
+    std::size_t size() const noexcept { return m_text.size(); }
+    /// What was written and not taken, so that no text has to be in one piece: nothing before the
+    /// first child.
+    std::string take();
+    /// The same with the end of the document, for which nothing follows.
+    std::string takeEnd();
 
 private:
     std::string m_text;

@@ -69,7 +69,10 @@ private:
     virtual bool prepare() { return true; }
     /// False when there is no point in going on with the next object.
     virtual bool workOn(std::size_t object) = 0;
-    /// Called once, behind the last object. Whether the job succeeded.
+    /// Goes on with what comes behind the last object by one piece. False when only `finish` is
+    /// left.
+    virtual bool wrapUp() { return false; }
+    /// Called once, at the end. Whether the job succeeded.
     virtual bool finish() = 0;
     /// Undoes it all, when something threw.
     virtual void takeBack() noexcept {}

@@ -116,8 +116,6 @@ TEST(PropertyDocument, BrokenInvariantsAreReportedAndSurvived)
     expectReport("section");
     properties::writeObjectProperties(object, new BarrenSection, "");
     expectReport("childSection");
-    EXPECT_FALSE(properties::putDocumentOnClipboard(nullptr));
-    expectReport("binary");
     const Zar::DataSectionPtr document(new Zar::XMLSection("objects"));
     document->insertSection("object")->insertSection("property")->writeString("name", "a");
     EXPECT_TRUE(properties::pasteDocument({kyr::PersistentObject()}, document));

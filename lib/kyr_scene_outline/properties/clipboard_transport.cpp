@@ -1,18 +1,41 @@
 #include "clipboard_transport.h"
 
-#include <host/core/debug_message.h>
 #include <tools/common/string_utils.h>
 
 #include <utility>
 
 namespace kyr::properties {
 
-bool putDocumentOnClipboard(const Zar::SmartPointer<Zar::BinaryBlock>& document)
+namespace platform = Zar::platform;
+
+ClipboardText::~ClipboardText()
 {
-    // Reports have always named it so.
-    if (!Zar::verify(static_cast<bool>(document), "binary", "scene_browser_data"))
+    if (m_block)
+        platform::GlobalFree(m_block);
+}
+
+bool ClipboardText::reserve(std::size_t size)
+{
+    m_block = platform::GlobalAlloc(platform::movableMemory, size + 1);
+    return m_block != nullptr;
+}
+
+void ClipboardText::append(Zar::StringRef piece)
+{
+    auto* characters = static_cast<char*>(platform::GlobalLock(m_block));
+    piece.copy(characters + m_size, piece.size());
+    platform::GlobalUnlock(m_block);
+    m_size += piece.size();
+}
+
+bool ClipboardText::put()
+{
+    const Zar::StringUtils::ClipboardAccess access;
+    if (!access || !platform::EmptyClipboard())
         return false;
-    return Zar::StringUtils::copyToClipboardT(std::string(document->bytes()));
+    // A text that the clipboard does not take is lost with what was there, as ever.
+    platform::SetClipboardData(platform::textFormat, std::exchange(m_block, nullptr));
+    return true;
 }
 
 Zar::SmartPointer<Zar::BinaryBlock> takeDocumentFromClipboard()

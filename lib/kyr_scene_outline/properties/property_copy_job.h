@@ -2,7 +2,11 @@
 
 #include <host/data_section/xml_writer.h>
 #include <host/scene/asset_selection.h>
+#include <kyr_scene_outline/properties/clipboard_transport.h>
 #include <kyr_scene_outline/property_job.h>
+
+#include <deque>
+#include <string>
 
 namespace kyr::properties {
 
@@ -15,11 +19,17 @@ public:
 
 private:
     bool workOn(std::size_t object) override;
+    bool wrapUp() override;
     bool finish() override;
 
     IAssetSelection::Objects m_objects;
     PropertyChoice m_choice;
     Zar::XMLWriter m_writer{"objects"};
+    /// What was written, until it is in the text for the clipboard.
+    std::deque<std::string> m_pieces;
+    ClipboardText m_text;
+    bool m_isWritten = false;
+    bool m_hasRoom = false;
 };
 
 } // namespace kyr::properties

@@ -5,6 +5,7 @@
 #include <host/scene/asset_selection.h>
 #include <kyr_scene_outline/properties/property_table.h>
 
+#include <deque>
 #include <string>
 #include <utility>
 #include <vector>
@@ -44,7 +45,8 @@ struct PasteProgress
     /// Whether `earlier` keeps all values that were replaced, in order, or only the one that is
     /// being replaced just now.
     bool keepsEarlier = false;
-    std::vector<std::pair<BoundProperty, lumo::Variant>> earlier;
+    /// No vector: one that grows moves all of them.
+    std::deque<std::pair<BoundProperty, lumo::Variant>> earlier;
     PropertyPasteReport report;
 
     std::size_t nextTarget = 0;

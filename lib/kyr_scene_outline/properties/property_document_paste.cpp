@@ -6,6 +6,7 @@
 #include <host/core/debug_message.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace kyr::properties {
 namespace {
@@ -96,10 +97,12 @@ PropertyTable& nextTable(PasteProgress& progress)
 {
     const std::size_t position = progress.nextTarget % progress.sources.size();
     PropertyTable& table = progress.tables[position % progress.tables.size()];
-    const Zar::DataSectionPtr& section = progress.sources[position];
-    if (progress.nextTarget < progress.sources.size() &&
-        Zar::verify(static_cast<bool>(section), "objectSection", sourceFile))
-        table.read(*section, progress.choice, progress.report);
+    if (progress.nextTarget < progress.sources.size()) {
+        // Not needed any more then; to let go of all at the end would take long.
+        const Zar::DataSectionPtr section = std::exchange(progress.sources[position], nullptr);
+        if (Zar::verify(static_cast<bool>(section), "objectSection", sourceFile))
+            table.read(*section, progress.choice, progress.report);
+    }
     return table;
 }
 

@@ -34,6 +34,10 @@ PropertyJob::State PropertyJob::work(Clock::time_point start, std::chrono::nanos
         if (m_done < m_count && isTimeOver())
             return State::Running;
     }
+    while (wrapUp()) {
+        if (isTimeOver())
+            return State::Running;
+    }
     return finish() ? State::Succeeded : State::Failed;
 }
 

@@ -12,7 +12,7 @@ PasteJob::PasteJob(IAssetSelection& selection, IAssetSelection::Objects targets,
     : PropertyJob("SceneBrowserData::pasteProperties", targets.size())
     , m_selection(selection)
     , m_targets(std::move(targets))
-    , m_reader("objects", std::move(document), true)
+    , m_reader(std::in_place, "objects", std::move(document), true)
 {
     m_progress.choice = std::move(choice);
     m_progress.isPreview = mode == Mode::Preview;
@@ -20,23 +20,28 @@ PasteJob::PasteJob(IAssetSelection& selection, IAssetSelection::Objects targets,
 
 double PasteJob::preparation() const noexcept
 {
-    return m_document ? 1 : m_reader.progress() * 0.99;
+    return m_isPrepared ? 1 : 0.99 * (m_reader ? m_reader->progress() : 1);
 }
 
 bool PasteJob::prepare()
 {
-    if (m_reader.advance())
-        return true;
-    m_document = m_reader.document();
-    if (!m_document || !m_document->firstChild()) {
+    if (m_reader) {
+        if (m_reader->advance())
+            return true;
+        m_document = m_reader->document();
+        m_reader.reset();
+        if (m_document && m_document->firstChild())
+            return true;
         Zar::DebugMessageHelper(0, 5).message("Paste properties: clipboard is empty");
         return false;
     }
-    if (!m_progress.isPreview) {
+    if (!m_progress.isPreview && !m_step) {
         m_step.emplace(m_selection, m_progress);
+        m_start = Clock::now();
         m_selection.clearSelection();
+        return true;
     }
-    m_start = Clock::now();
+    m_isPrepared = true;
     // Also reports a document without objects, for which there is no object to work on.
     m_hasObjects = pasteDocument(m_targets, m_document, &m_progress, 0);
     return true;

@@ -37,12 +37,14 @@ private:
 
     IAssetSelection& m_selection;
     IAssetSelection::Objects m_targets;
-    Zar::XMLReader m_reader;
+    /// Gone, with the text, once all is read.
+    std::optional<Zar::XMLReader> m_reader;
     Zar::DataSectionPtr m_document;
     PasteProgress m_progress;
     std::optional<PasteStep> m_step;
     Zar::MessageGroup m_messages;
     Clock::time_point m_start;
+    bool m_isPrepared = false;
     bool m_hasObjects = true;
 };
 
