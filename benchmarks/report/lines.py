@@ -32,6 +32,14 @@ TABLES = [
         (f"{shape.replace('_', ' ')}", f"selectAllOfShape/{shape}/{{n}}", f"walkShape/{shape}/{{n}}", None)
         for shape in SHAPES
     ]),
+    *((title, "selection", [
+        (f"{shape.replace('_', ' ')}", f"{name}/{shape}/{{n}}", floor and f"{floor}/{shape}/{{n}}", None)
+        for shape in SHAPES
+    ]) for title, name, floor in (
+        ("Every second object from the editor and back, by shape", "fromEditorOfShape", "rowsOfShape"),
+        ("Reset with every second object selected, by shape", "resetOfShape", "rowsOfShape"),
+        ("Hover of 1,000 rows, by shape", "hoverOfShape", None),
+    )),
     ("Rows that come, go and move under a selection of every other row", "selection", [
         ("build the ranges", ODD, None, None),
         selection("a parent of a third of all rows goes", "removeParent", ODD, THRICE),

@@ -21,8 +21,8 @@ BEGIN, END = "<!-- written by ./bench -->", "<!-- end of what ./bench writes -->
 NANOSECONDS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
-def run(program, pattern, repetitions):
-    """CPU time in nanoseconds by name, the median of the repetitions."""
+def entries_of(program, pattern, repetitions):
+    """What the benchmarks said, the median of the repetitions."""
     path = os.path.join(ROOT, "build", "bench", "benchmarks", program, f"{program}_benchmark")
     with tempfile.NamedTemporaryFile(suffix=".json") as output:
         subprocess.run([path, f"--benchmark_out={output.name}", f"--benchmark_filter={pattern}",
@@ -30,8 +30,13 @@ def run(program, pattern, repetitions):
                        check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         entries = json.load(output)["benchmarks"]
     wanted = "median" if repetitions > 1 else None
+    return [entry for entry in entries if entry.get("aggregate_name") == wanted and "cpu_time" in entry]
+
+
+def run(program, pattern, repetitions):
+    """CPU time in nanoseconds by name."""
     return {entry["run_name"]: entry["cpu_time"] * NANOSECONDS[entry["time_unit"]]
-            for entry in entries if entry.get("aggregate_name") == wanted and "cpu_time" in entry}
+            for entry in entries_of(program, pattern, repetitions)}
 
 
 def measure(largest, repetitions, is_check):
@@ -98,6 +103,18 @@ def table_text(title, times, lines, largest):
     return "\n".join(text) + "\n"
 
 
+def pieces_text(repetitions):
+    """How long the jobs of the clipboard keep the processor at a time."""
+    text = ["## Pieces of a copy and a paste of 100,000 objects", "",
+            "Milliseconds that the window does nothing else, in slices of one: what starts the job, its longest",
+            "slice, the last one, and letting go of it.", "",
+            "| job | start | longest slice | last slice | end |", "|---|---|---|---|---|"]
+    for entry in entries_of("property_clipboard", "^(copy|paste)InSlices/100000$", repetitions):
+        cells = " | ".join(f"{entry[name]:.3g}" for name in ("start_ms", "longest_slice_ms", "last_ms", "end_ms"))
+        text.append(f"| {entry['run_name'].split('InSlices')[0]} | {cells} |")
+    return "\n".join(text) + "\n"
+
+
 def signal_text(times):
     text = ["## Signal", "",
             "Nanoseconds of an emission, with a second thread parked: without one the C library skips its",
@@ -138,7 +155,7 @@ def main():
     if is_check:
         return check(times)
     tables = [table_text(title, times[program], lines, largest) for title, program, lines in TABLES]
-    text = "\n".join([machine_text(repetitions), *tables, signal_text(times["signal"])])
+    text = "\n".join([machine_text(repetitions), *tables, pieces_text(repetitions), signal_text(times["signal"])])
     print(text)
     if is_quick:
         return 0

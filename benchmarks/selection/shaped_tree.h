@@ -7,6 +7,7 @@
 #include <QAbstractItemModel>
 
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 namespace bench {
@@ -28,7 +29,25 @@ public:
             m_nodes[id].row = static_cast<int>(m_nodes[parent].children.size());
             m_nodes[id].object = std::make_shared<PlainObject>();
             m_nodes[parent].children.push_back(id);
+            m_places.emplace(m_nodes[id].object.get(), id);
         }
+    }
+
+    /// Says that everything may have changed, which nothing has.
+    void reset()
+    {
+        beginResetModel();
+        endResetModel();
+    }
+
+    kyr::ReflectedObject objectAt(int object) const
+    {
+        return kyr::ReflectedObject(m_nodes[static_cast<std::size_t>(object) + 1].object);
+    }
+    QModelIndex indexOf(const kyr::IReflected* object) const
+    {
+        const std::size_t id = m_places.at(object);
+        return createIndex(m_nodes[id].row, 0, id);
     }
 
     // Indexes carry the place of their node; 0 is the root, which has no index.
@@ -65,6 +84,7 @@ private:
         std::shared_ptr<PlainObject> object;
     };
     std::vector<Node> m_nodes;
+    std::unordered_map<const kyr::IReflected*, std::size_t> m_places;
 };
 
 } // namespace bench
