@@ -101,6 +101,10 @@ TEST_F(BrowserTest, unbalancedRowSignalsAreReportedAndSynchronisedAllTheSame)
     selection.takeLog();
     browser->syncHover(model->find("a"));
     EXPECT_EQ("", selection.takeLog());
+    QMetaObject::invokeMethod(model.get(), "rowsAboutToBeInserted", Q_ARG(QModelIndex, {}),
+                              Q_ARG(int, 0), Q_ARG(int, 0));
+    browser->syncHover(model->find("a"));
+    EXPECT_EQ("hover(a) ", selection.takeLog());
 }
 
 TEST_F(BrowserTest, selectAllListsEachParentAfterItsDescendants)

@@ -113,6 +113,7 @@ TEST_F(PasteProperties, SetsWhatMatchesAndDiffers)
     EXPECT_EQ(report.changedObjects, 1u);
     EXPECT_EQ(report.changedProperties, 2u);
     EXPECT_EQ(report.refused, 1u);
+    EXPECT_EQ(report.properties.at("refusing").refused, 1u);
     EXPECT_EQ(report.typeMismatches, 1u);
     // fixed, read, hidden, mine and b
     EXPECT_EQ(report.unmatched, 5u);
