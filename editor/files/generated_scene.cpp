@@ -36,7 +36,8 @@ class ObjectMaker
 {
 public:
     explicit ObjectMaker(int count)
-        : m_side(int(std::ceil(std::sqrt(count)))), m_lightEvery(std::max(10, count / mostLights) | 1)
+        : m_side(int(std::ceil(std::sqrt(count))))
+        , m_lightEvery(std::max(10, count / mostLights) | 1)
     {}
 
     SceneObjectPtr make(int number, int parent, bool isParent) const
