@@ -283,6 +283,7 @@ TEST_F(SceneWriterTest, aFailedSaveNamesTheReasonAndKeepsTheFile)
     EXPECT_THAT(refusal("a.obj"), HasSubstr("\".obj\""));
     EXPECT_THAT(writeScene(*document.root(), file("no/folder.glb")).toStdString(),
                 HasSubstr("No such file"));
+    openSample();
     const auto takePlace = [this](double) { return QDir().mkpath(file("late.glb")); };
     EXPECT_THAT(writeScene(*document.root(), file("late.glb"), takePlace).toStdString(),
                 HasSubstr("Cannot save"))
