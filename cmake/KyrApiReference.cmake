@@ -27,5 +27,6 @@ set(DOXYGEN_WARN_AS_ERROR FAIL_ON_WARNINGS)
 set(DOXYGEN_GENERATE_XML YES)
 set(DOXYGEN_XML_PROGRAMLISTING NO)
 doxygen_add_docs(api_reference
-    ${PROJECT_SOURCE_DIR}/docs/embedding.md
-    ${PROJECT_SOURCE_DIR}/lib ${PROJECT_SOURCE_DIR}/host ${PROJECT_SOURCE_DIR}/tools)
+    ${PROJECT_SOURCE_DIR}/docs/embedding.md ${PROJECT_SOURCE_DIR}/docs/api.md
+    ${PROJECT_SOURCE_DIR}/lib ${PROJECT_SOURCE_DIR}/host ${PROJECT_SOURCE_DIR}/tools
+    ${PROJECT_SOURCE_DIR}/testkit)

@@ -185,11 +185,6 @@ SceneObjectPtr SceneObject::copyValues() const
     return copy;
 }
 
-SceneObjectPtr SceneObject::clone() const
-{
-    return cloneAll({const_cast<SceneObject*>(this)->shared_from_this()}).front();
-}
-
 std::vector<SceneObjectPtr> SceneObject::cloneAll(const std::vector<SceneObjectPtr>& objects)
 {
     std::unordered_map<const SceneObject*, SceneObjectPtr> copies;

@@ -28,13 +28,11 @@ class SceneObject final : public kyr::IReflected, public std::enable_shared_from
 {
 public:
     static SceneObjectPtr create(ObjectKind kind, std::string name);
-    /// A free copy of the object and all below it, under new identifiers.
-    SceneObjectPtr clone() const;
     /// A free copy of the object alone, under no identifier. Its references lead where those of
     /// the original do.
     SceneObjectPtr copyValues() const;
-    /// The same of several, none below another one. What refers to an object that is copied too
-    /// refers to the copy.
+    /// Free copies of objects, none below another one, and of all below them, under new
+    /// identifiers. What refers to an object that is copied too refers to the copy.
     static std::vector<SceneObjectPtr> cloneAll(const std::vector<SceneObjectPtr>& objects);
     ~SceneObject() override;
 

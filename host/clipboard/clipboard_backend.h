@@ -11,6 +11,7 @@ class GlobalBlock;
 
 /// A clipboard behind the functions of clipboard.h. Every function is called on the GUI thread;
 /// those from `isFormatAvailable` to `setData` only between a successful `open` and its `close`.
+/// Reading may wait for the program that holds the clipboard. Nothing may throw.
 class IClipboardBackend
 {
 public:

@@ -7,7 +7,7 @@
 namespace Zar {
 
 /// Reads a document as `XMLSection::createFromBinary` does, piece by piece. A piece is 64 KB, or a
-/// child of the root where that is larger.
+/// child of the root where that is larger. Time and memory are linear in the bytes.
 class XMLReader
 {
 public:

@@ -9,7 +9,7 @@
 
 namespace kyr {
 
-/// Named values attached to a property.
+/// Named values attached to a property. Finding one is linear in them.
 class Annotations
 {
 public:

@@ -32,7 +32,8 @@ public:
     lumo::Variant get() const;
     /// Converts `value` to the property's type and stores it; the top-level object is told when
     /// the value really changed. False, with nothing changed, for a value that does not convert,
-    /// which is reported, and for an object that refuses.
+    /// which is reported, and for an object that refuses. What the object throws when it is told
+    /// passes through; the value is set by then.
     bool set(const lumo::Variant& value, vex::Flags<SetterFlag> flags = {}) const;
 
     const std::shared_ptr<IReflected>& topLevel() const noexcept { return m_topLevel; }

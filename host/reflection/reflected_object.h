@@ -32,7 +32,7 @@ public:
 
     std::size_t propertyCount() const noexcept;
     BoundProperty propertyAt(std::size_t index) const;
-    /// Invalid when there is no property of that name.
+    /// Invalid when there is no property of that name. Linear in the properties of the class.
     BoundProperty property(Zar::StringRef name) const;
     /// What refers to this object: the property that holds it, or, for a top-level object, a
     /// stand-in that only has the object's name.

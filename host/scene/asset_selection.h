@@ -11,6 +11,7 @@
 #include <vector>
 
 /// The editor's current object selection and the objects under the pointer, shared by all views.
+/// What an implementation throws passes through the browser that called it.
 class IAssetSelection
 {
 public:
@@ -36,6 +37,7 @@ public:
     /// Makes `objects` the selection, added to the present one when `keepPresent` is set.
     virtual void setSelection(Objects objects, bool keepPresent) = 0;
     virtual void clearSelection() = 0;
+    /// Expected to cost O(1): it is asked for each row that comes.
     virtual bool isSelected(const kyr::ReflectedObject& object) const = 0;
 
     virtual void setHoveredObjects(Objects objects) = 0;

@@ -4,7 +4,8 @@
 #include <host/scene/object_table.h>
 
 /// A selection whose changes are recorded for undo. An object that is handed in more than once is
-/// kept at its first place. Setting what is already selected notifies nobody.
+/// kept at its first place. Setting what is already selected notifies nobody. Setting and undoing
+/// cost O(n) in the objects before and after, `isSelected` O(1).
 class RecordedAssetSelection : public IAssetSelection
 {
 public:

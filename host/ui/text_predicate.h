@@ -23,7 +23,8 @@ namespace lumo::datamodels::proxy {
 /// An excluded word takes away what is below a row of that name as well. As a regular expression,
 /// the name has to match it. Editors add conditions of their own, which a row has to meet too.
 ///
-/// What cannot be understood is left out and told in `error`.
+/// What cannot be understood is left out and told in `error`. Asking costs the terms times the
+/// length of the name; the names above a row are looked at once for all rows below.
 class TextPredicate : public QObject
 {
     Q_OBJECT

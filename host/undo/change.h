@@ -2,7 +2,7 @@
 
 namespace Zar {
 
-/// One reversible change that has already been made when it is recorded.
+/// One reversible change that has already been made when it is recorded. None of it may throw.
 class IChange
 {
 public:

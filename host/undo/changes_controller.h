@@ -16,7 +16,8 @@ namespace Zar {
 /// Records changes as steps of an undo stack. Lives on the GUI thread.
 /// Changes recorded while a `CommitChangesScope` is open become one step with the scope's name;
 /// scopes nest, and the outermost one makes the step and gives the name, unless it yields to those
-/// in it. A change recorded outside any scope is a step of its own.
+/// in it. A change recorded outside any scope is a step of its own. Recording is O(1), ending a
+/// scope linear in what was recorded in it.
 class ChangesController
 {
 public:

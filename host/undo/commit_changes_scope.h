@@ -8,7 +8,7 @@
 namespace Zar {
 
 /// Everything recorded under `controller` while the scope lives becomes one undoable step, which
-/// is committed when the scope ends. With a null controller nothing is gathered.
+/// is committed when the scope ends. With a null controller nothing is gathered, and nothing costs.
 class CommitChangesScope
 {
 public:

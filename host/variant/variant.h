@@ -20,7 +20,8 @@ public:
 
 /// A value of any copyable type, or none ("void").
 /// Values of up to 32 bytes are held in place without an allocation (numbers, vectors, colours,
-/// strings, pointers); larger ones are shared between copies until one of them is changed.
+/// strings, pointers); larger ones are shared between copies until one of them is changed, which
+/// copies the value.
 /// Distinct variants may be used on different threads, also when they share a value.
 class Variant
 {

@@ -29,7 +29,8 @@ struct TextForm
 /// Every type may have one text form, from which its values come back exactly. Built in are those
 /// of the numbers ("true", "-3", "0.1"), `std::string` (the text itself), the vectors and the
 /// colour (their components with one space between). All functions are thread-safe; registered
-/// functions run on the calling thread, outside any lock, and may register more.
+/// functions run on the calling thread, outside any lock, and may register more. Finding a form or
+/// a conversion is O(1), registering one waits for whoever is looking for another.
 class VariantConverter
 {
 public:

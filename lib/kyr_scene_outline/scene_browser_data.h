@@ -38,7 +38,12 @@ class RowSelectionModel;
 /// the GUI thread. Either model may be null, and what needs it then does nothing.
 ///
 /// The browser may be destroyed inside every notification and every call of the editor that it
-/// causes; what it was about to do is then left.
+/// causes; what it was about to do is then left. What the editor's callbacks and models throw
+/// passes through.
+///
+/// A change of the selection costs O(n log n) in its ranges and O(n) in the objects that are
+/// selected then, `selectAll` O(n) in the rows of the scene. Each row that comes asks `isSelected`
+/// once. Hover costs the objects that enter and leave, copy and paste objects times properties.
 class KYR_SCENE_OUTLINE_EXPORT SceneBrowserData : public QObject
 {
     Q_OBJECT

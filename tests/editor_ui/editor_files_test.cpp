@@ -200,7 +200,8 @@ TEST_F(EditorFilesTest, fileThatSomebodyElseChangedIsAskedAbout)
         if (cancels)
             QMetaObject::invokeMethod(progress, "canceled");
         else
-            session.document()->open(object("Stage")->clone(), path(name));
+            session.document()->open(editor::SceneObject::cloneAll({object("Stage")}).front(),
+                                     path(name));
         EXPECT_FALSE(session.files()->isComparing());
         saved.clear();
         save();

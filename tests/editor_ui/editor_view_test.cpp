@@ -9,7 +9,7 @@ using EditorViewTest = EditorTest;
 TEST_F(EditorViewTest, aSceneIsBuiltOnceAndAGroupIsMarkedAsOne)
 {
     QSignalSpy built(session.viewport(), &editor::ViewportController::itemsReset);
-    session.document()->open(object("Stage")->clone(), {});
+    session.document()->open(editor::SceneObject::cloneAll({object("Stage")}).front(), {});
     EXPECT_EQ(built.count(), 1);
     EXPECT_EQ(session.viewport()->itemCount(), 6);
     click(rowPoint("Far"));

@@ -78,7 +78,7 @@ TEST(SceneObject, copiesLookAtCopies)
     const SceneObjectPtr group = root->children()[0];
     const auto lookAt = [&group](const SceneObjectPtr& target) {
         group->children()[0]->camera()->target = kyr::PersistentObject(target->reflected());
-        const SceneObjectPtr copy = group->clone();
+        const SceneObjectPtr copy = SceneObject::cloneAll({group}).front();
         return std::make_pair(copy, sceneObjectOf(copy->children()[0]->camera()->target.object()));
     };
     const auto [inside, copiedTarget] = lookAt(group->children()[1]);
