@@ -20,6 +20,7 @@ function includedPath(name, quoted, from) {
         return exists(from "/" name) ? from "/" name : ""
     }
     if (exists("lib/" name)) return "lib/" name
+    if (exists("testkit/" name)) return "testkit/" name
     return exists(name) ? name : ""
 }
 
@@ -48,6 +49,7 @@ match($0, /^#include [<"][^>"]*[>"]/) {
     if (target == "") next
     to = folder(target)
     if (!(from in known)) { if (!(from in told)) fault(from " is not in the list of docs/architecture.md"); told[from] = 1; next }
+    if (to == from && from !~ /^extensions/ && quoted != (path ~ /\.cpp$/)) fault(path ": sources include siblings as \"name.h\", headers by their whole path: " name)
     used[from, to] = 1
     if (to != from && !((from, to) in allowed)) fault(path ": includes " target ", and the arrow from " from " to " to " is not allowed")
 }
