@@ -10,6 +10,7 @@ RowTree::Node RowTree::at(int row) const
 {
     Node node = row < 0 || row >= shownCount() ? none : m_root;
     while (node != none) {
+        prefetch(m_nodes[node].right);
         const int above = shownIn(m_nodes[node].left);
         if (row < above) {
             node = m_nodes[node].left;
@@ -137,6 +138,7 @@ RowTree::Node RowTree::next(Node node) const
 RowTree::Node RowTree::findChild(Node node, quint32 depth, quint32 number) const
 {
     while (node != none) {
+        prefetch(m_nodes[node].right);
         const Data& left = m_nodes[m_nodes[node].left];
         const quint32 matches = left.minDepth == depth ? left.minCount : 0;
         // A shallower row on the left ends the siblings there: the child is before it or nowhere.
