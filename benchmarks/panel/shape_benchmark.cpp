@@ -21,7 +21,7 @@ using kyr::panel::OutlineModel;
 template <Shape shape>
 void openPanel(benchmark::State& state)
 {
-    ShapedTree tree(shape, static_cast<int>(state.range(0)));
+    ShapedTree tree(shape, int(state.range(0)));
     QItemSelectionModel selection(&tree);
     std::unique_ptr<OutlineModel> outline;
     for (auto _ : state) {
@@ -41,7 +41,7 @@ void openPanel(benchmark::State& state)
 template <Shape shape>
 void revealDeepest(benchmark::State& state)
 {
-    ShapedTree tree(shape, static_cast<int>(state.range(0)));
+    ShapedTree tree(shape, int(state.range(0)));
     OutlineModel outline;
     outline.setSourceModel(&tree);
     QModelIndex deepest;

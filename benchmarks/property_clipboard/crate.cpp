@@ -33,13 +33,13 @@ Crate::Crate(int seed)
     , breakable(seed >= 1000000)
     , health(seed)
     , loot(seed % 100 + 1)
-    , group(static_cast<unsigned>(seed) + 1)
-    , mass(static_cast<float>(seed) / 7)
-    , friction(static_cast<float>(seed) / 11)
+    , group(unsigned(seed) + 1)
+    , mass(float(seed) / 7)
+    , friction(float(seed) / 11)
     , value(seed / 3.0)
 {
     notes += std::to_string(seed);
-    const auto shade = static_cast<float>(seed % 255) / 255;
+    const auto shade = float(seed % 255) / 255;
     cell = {shade, shade};
     placement.position = {mass, friction, shade};
     placement.rotation = {shade, mass, friction};

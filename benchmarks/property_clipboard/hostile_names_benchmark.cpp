@@ -45,7 +45,7 @@ constexpr std::uint64_t usual = 1;
 template <std::uint64_t difference>
 void lookUp(benchmark::State& state)
 {
-    const std::vector<std::string> names = namesOf(difference, static_cast<int>(state.range(0)));
+    const std::vector<std::string> names = namesOf(difference, int(state.range(0)));
     const Zar::DataSectionPtr object(new Zar::XMLSection("object"));
     for (const std::string& name : names)
         object->insertSection("property")->writeString("name", name);
@@ -61,7 +61,7 @@ void lookUp(benchmark::State& state)
 template <std::uint64_t difference>
 void lookUpHashed(benchmark::State& state)
 {
-    const std::vector<std::string> names = namesOf(difference, static_cast<int>(state.range(0)));
+    const std::vector<std::string> names = namesOf(difference, int(state.range(0)));
     for (auto _ : state) {
         const std::unordered_set<std::string> table(names.begin(), names.end());
         for (const std::string& name : names)

@@ -62,7 +62,7 @@ public:
     {
         IAssetSelection::Objects objects;
         for (const auto& crate : crates) {
-            m_rows.emplace(crate.get(), static_cast<int>(m_rows.size()));
+            m_rows.emplace(crate.get(), int(m_rows.size()));
             objects.emplace_back(kyr::ReflectedObject(crate));
         }
         browser = std::make_unique<SceneBrowserData>(this, &m_selection, nullptr);
@@ -125,7 +125,7 @@ void copyFloor(benchmark::State& state)
         }
         std::string bytes;
     };
-    const Scene scene(static_cast<int>(state.range(0)), 1);
+    const Scene scene(int(state.range(0)), 1);
     const auto objects = recordsOf(scene);
     for (auto _ : state) {
         pugi::xml_document document;
@@ -151,12 +151,12 @@ void copy(benchmark::State& state)
 {
     const auto clipboard = std::make_shared<MemoryClipboard>();
     Zar::platform::setClipboardBackend(clipboard);
-    const Scene scene(static_cast<int>(state.range(0)), 1);
+    const Scene scene(int(state.range(0)), 1);
     for (auto _ : state) {
         if (!scene.browser->copyProperties())
             state.SkipWithError("nothing was copied");
     }
-    state.counters["bytes"] = static_cast<double>(clipboard->text().size());
+    state.counters["bytes"] = double(clipboard->text().size());
     reportProperties(state);
 }
 
@@ -184,8 +184,8 @@ private:
 // Every property is known beforehand and takes the next value of the document.
 void pasteFloor(benchmark::State& state)
 {
-    Documents documents(static_cast<int>(state.range(0)));
-    const Scene scene(static_cast<int>(state.range(0)), 1000000);
+    Documents documents(int(state.range(0)));
+    const Scene scene(int(state.range(0)), 1000000);
     const auto objects = recordsOf(scene);
     for (auto _ : state) {
         const std::string& text = documents.next();
@@ -206,15 +206,14 @@ void pasteFloor(benchmark::State& state)
 
 void paste(benchmark::State& state)
 {
-    Documents documents(static_cast<int>(state.range(0)));
-    const Scene scene(static_cast<int>(state.range(0)), 1000000);
+    Documents documents(int(state.range(0)));
+    const Scene scene(int(state.range(0)), 1000000);
     for (auto _ : state) {
         state.PauseTiming();
         documents.offerNext();
         state.ResumeTiming();
         scene.browser->pasteProperties();
-        if (scene.browser->lastPasteReport().changedProperties <
-            static_cast<std::size_t>(state.range(0)) * 15)
+        if (scene.browser->lastPasteReport().changedProperties < std::size_t(state.range(0)) * 15)
             state.SkipWithError("too little was pasted");
     }
     reportProperties(state);
@@ -223,7 +222,7 @@ void paste(benchmark::State& state)
 void pasteOneOntoAll(benchmark::State& state)
 {
     Documents documents(1);
-    const Scene scene(static_cast<int>(state.range(0)), 5000000);
+    const Scene scene(int(state.range(0)), 5000000);
     for (auto _ : state) {
         state.PauseTiming();
         documents.offerNext();
@@ -279,7 +278,7 @@ private:
 void copyInSlices(benchmark::State& state)
 {
     Zar::platform::setClipboardBackend(std::make_shared<MemoryClipboard>());
-    const Scene scene(static_cast<int>(state.range(0)), 1);
+    const Scene scene(int(state.range(0)), 1);
     Slices slices(state);
     for (auto _ : state)
         slices.work([&] { return scene.browser->startCopy(); });
@@ -288,8 +287,8 @@ void copyInSlices(benchmark::State& state)
 
 void pasteInSlices(benchmark::State& state)
 {
-    Documents documents(static_cast<int>(state.range(0)));
-    const Scene scene(static_cast<int>(state.range(0)), 1000000);
+    Documents documents(int(state.range(0)));
+    const Scene scene(int(state.range(0)), 1000000);
     Slices slices(state);
     for (auto _ : state) {
         state.PauseTiming();

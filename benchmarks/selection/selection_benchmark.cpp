@@ -39,7 +39,7 @@ QItemSelection onePerParent(const QAbstractItemModel& model, int parents)
 
 int count(const benchmark::State& state)
 {
-    return static_cast<int>(state.range(0));
+    return int(state.range(0));
 }
 
 // The floor: only making the two lists of ranges that a swap replaces by each other.

@@ -22,7 +22,7 @@ using bench::ShapedTree;
 template <Shape shape>
 void walkShape(benchmark::State& state)
 {
-    const ShapedTree tree(shape, static_cast<int>(state.range(0)));
+    const ShapedTree tree(shape, int(state.range(0)));
     for (auto _ : state) {
         std::vector<kyr::PersistentObject> objects;
         std::vector<QModelIndex> parents{QModelIndex()};
@@ -45,7 +45,7 @@ void walkShape(benchmark::State& state)
 template <Shape shape>
 void selectAllOfShape(benchmark::State& state)
 {
-    ShapedTree tree(shape, static_cast<int>(state.range(0)));
+    ShapedTree tree(shape, int(state.range(0)));
     bench::BareAssetModel assetModel(&tree);
     RecordedAssetSelection selection;
     SceneBrowserData browser(&assetModel, &selection, nullptr);
@@ -63,9 +63,9 @@ class Scene : bench::BareAssetModel
 {
 public:
     explicit Scene(const benchmark::State& state)
-        : BareAssetModel(&tree), tree(shape, static_cast<int>(state.range(0)))
+        : BareAssetModel(&tree), tree(shape, int(state.range(0)))
     {
-        for (int object = 0; object < static_cast<int>(state.range(0)); object += 2)
+        for (int object = 0; object < int(state.range(0)); object += 2)
             everySecond.emplace_back(tree.objectAt(object));
     }
     QModelIndex indexOf(const kyr::ReflectedObject& object) const override
@@ -122,7 +122,7 @@ void hoverOfShape(benchmark::State& state)
 {
     Scene<shape> scene(state);
     scene.selection.setSelection(scene.everySecond, false);
-    const int step = static_cast<int>(state.range(0)) / 1000;
+    const int step = int(state.range(0)) / 1000;
     for (auto _ : state) {
         for (int i = 0; i < 1000; ++i) {
             const kyr::PersistentObject object(scene.tree.objectAt(i * step));

@@ -18,15 +18,14 @@ using Shape = editor::SceneShape;
 class ShapedTree : public QAbstractItemModel
 {
 public:
-    ShapedTree(Shape shape, int count) : m_nodes(static_cast<std::size_t>(count) + 1)
+    ShapedTree(Shape shape, int count) : m_nodes(std::size_t(count) + 1)
     {
         const std::vector<int> parents = editor::parentsOf(shape, count);
         for (int object = 0; object < count; ++object) {
-            const auto parent =
-                static_cast<std::size_t>(parents[static_cast<std::size_t>(object)] + 1);
-            const auto id = static_cast<std::size_t>(object) + 1;
+            const auto parent = std::size_t(parents[std::size_t(object)] + 1);
+            const auto id = std::size_t(object) + 1;
             m_nodes[id].parent = parent;
-            m_nodes[id].row = static_cast<int>(m_nodes[parent].children.size());
+            m_nodes[id].row = int(m_nodes[parent].children.size());
             m_nodes[id].object = std::make_shared<PlainObject>();
             m_nodes[parent].children.push_back(id);
             m_places.emplace(m_nodes[id].object.get(), id);
@@ -42,7 +41,7 @@ public:
 
     kyr::ReflectedObject objectAt(int object) const
     {
-        return kyr::ReflectedObject(m_nodes[static_cast<std::size_t>(object) + 1].object);
+        return kyr::ReflectedObject(m_nodes[std::size_t(object) + 1].object);
     }
     QModelIndex indexOf(const kyr::IReflected* object) const
     {
@@ -54,9 +53,9 @@ public:
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override
     {
         const auto& children = m_nodes[parent.internalId()].children;
-        return row < 0 || static_cast<std::size_t>(row) >= children.size()
+        return row < 0 || std::size_t(row) >= children.size()
                    ? QModelIndex()
-                   : createIndex(row, column, children[static_cast<std::size_t>(row)]);
+                   : createIndex(row, column, children[std::size_t(row)]);
     }
     QModelIndex parent(const QModelIndex& child) const override
     {
@@ -65,7 +64,7 @@ public:
     }
     int rowCount(const QModelIndex& parent = {}) const override
     {
-        return static_cast<int>(m_nodes[parent.internalId()].children.size());
+        return int(m_nodes[parent.internalId()].children.size());
     }
     int columnCount(const QModelIndex& = {}) const override { return 1; }
     QVariant data(const QModelIndex& index, int role) const override

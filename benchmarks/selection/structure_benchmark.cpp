@@ -16,7 +16,7 @@ constexpr auto unit = benchmark::kMillisecond;
 
 int count(const benchmark::State& state)
 {
-    return static_cast<int>(state.range(0));
+    return int(state.range(0));
 }
 
 QItemSelection oddRows(const QAbstractItemModel& tree, int parents)
@@ -101,7 +101,7 @@ void changeThousand(benchmark::State& state, const Change& change)
     const int rows = count(state);
     measureChange<Selection>(state, 1, rows, [&](ChangingTree& tree, Selection&) {
         for (int i = 0; i < 1000; ++i)
-            change(tree, static_cast<int>(std::int64_t(i) * (rows - 1010) / 1000));
+            change(tree, int(std::int64_t(i) * (rows - 1010) / 1000));
     });
 }
 

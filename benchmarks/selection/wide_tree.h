@@ -26,7 +26,7 @@ public:
     WideTree(int parents, int children) : m_parents(parents), m_children(children)
     {
         const int rows = parents * (children + 1);
-        m_objects.reserve(static_cast<std::size_t>(rows));
+        m_objects.reserve(std::size_t(rows));
         for (int row = 0; row < rows; ++row)
             m_objects.push_back(std::make_shared<PlainObject>());
     }
@@ -62,7 +62,7 @@ private:
             index.internalId() == 0
                 ? index.row()
                 : m_parents + (int(index.internalId()) - 1) * m_children + index.row();
-        return static_cast<std::size_t>(number);
+        return std::size_t(number);
     }
 
     int m_parents;

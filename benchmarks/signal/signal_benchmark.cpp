@@ -103,7 +103,7 @@ void emitWhileConnecting(benchmark::State& state)
     running = false;
     other.join();
     state.counters["connects_per_s"] =
-        benchmark::Counter(static_cast<double>(connects), benchmark::Counter::kIsRate);
+        benchmark::Counter(double(connects), benchmark::Counter::kIsRate);
 }
 
 /// Heap bytes of a connection as the allocator counts them, handle included, and of a signal.
@@ -117,7 +117,7 @@ void memoryOfConnection(benchmark::State& state)
         auto first = signal.connect();
         const auto before = mallinfo2().uordblks;
         const auto handles = connectMany(signal, count);
-        bytes = static_cast<double>(mallinfo2().uordblks - before) / count;
+        bytes = double(mallinfo2().uordblks - before) / count;
     }
     state.counters["bytes_per_connection"] = bytes;
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "hidden_question.h"
-#include "long_task.h"
-#include "paste_special_model.h"
+#include <editor/app/hidden_question.h>
+#include <editor/app/long_task.h>
+#include <editor/app/paste_special_model.h>
 
 #include <editor/document/scene_document.h>
 #include <host/scene/asset_selection.h>

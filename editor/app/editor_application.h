@@ -1,6 +1,6 @@
 #pragma once
 
-#include "operation_times.h"
+#include <editor/app/operation_times.h>
 
 #include <QApplication>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "extensions.h"
-#include "text_field_clipboard.h"
+#include <editor/app/extensions.h>
+#include <editor/app/text_field_clipboard.h>
 
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>

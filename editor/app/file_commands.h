@@ -1,8 +1,8 @@
 #pragma once
 
-#include "file_watch.h"
-#include "load_controller.h"
-#include "path_dialog.h"
+#include <editor/app/file_watch.h>
+#include <editor/app/load_controller.h>
+#include <editor/app/path_dialog.h>
 
 #include <editor/files/scene_saver.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "file_stamp.h"
+#include <editor/app/file_stamp.h>
 
 #include <QFileSystemWatcher>
 #include <QObject>

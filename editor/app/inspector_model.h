@@ -1,6 +1,6 @@
 #pragma once
 
-#include "merged_value.h"
+#include <editor/app/merged_value.h>
 
 #include <editor/document/scene_document.h>
 #include <editor/document/scene_property.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sliced_job.h"
+#include <editor/app/sliced_job.h>
 
 #include <QElapsedTimer>
 #include <QObject>

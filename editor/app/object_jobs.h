@@ -1,7 +1,7 @@
 #pragma once
 
-#include "sliced_job.h"
-#include "threaded_work.h"
+#include <editor/app/sliced_job.h>
+#include <editor/app/threaded_work.h>
 
 #include <editor/document/scene_snapshot.h>
 #include <editor/files/object_text.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "paste_choice.h"
+#include <editor/app/paste_choice.h>
 
 #include <QAbstractListModel>
 

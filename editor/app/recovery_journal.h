@@ -1,6 +1,6 @@
 #pragma once
 
-#include "load_controller.h"
+#include <editor/app/load_controller.h>
 
 #include <editor/files/scene_saver.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "path_dialog.h"
+#include <editor/app/path_dialog.h>
 
 #include <editor/files/scene_saver.h>
 

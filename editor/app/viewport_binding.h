@@ -1,6 +1,6 @@
 #pragma once
 
-#include "isolation.h"
+#include <editor/app/isolation.h>
 
 #include <editor/document/scene_document.h>
 #include <editor/viewport/viewport_controller.h>

@@ -141,7 +141,7 @@ QModelIndex SceneColumnsModel::index(int row, int column, const QModelIndex& par
 {
     if (!hasIndex(row, column, parent))
         return {};
-    const quintptr level = parent.isValid() ? static_cast<quintptr>(parent.row()) + 1 : groupLevel;
+    const quintptr level = parent.isValid() ? quintptr(parent.row()) + 1 : groupLevel;
     return createIndex(row, column, level);
 }
 

@@ -1,6 +1,6 @@
 #include "components.h"
 
-#include <editor/document/property_annotations.h>
+#include "property_annotations.h"
 #include <host/reflection/class_builder.h>
 
 namespace editor {

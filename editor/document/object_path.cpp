@@ -1,6 +1,6 @@
 #include "object_path.h"
 
-#include <editor/document/scene_object.h>
+#include "scene_object.h"
 
 #include <charconv>
 #include <vector>

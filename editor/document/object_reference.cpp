@@ -1,7 +1,7 @@
 #include "object_reference.h"
 
-#include <editor/document/object_path.h>
-#include <editor/document/scene_document.h>
+#include "object_path.h"
+#include "scene_document.h"
 #include <host/reflection/persistent_object.h>
 #include <host/variant/variant_converter.h>
 

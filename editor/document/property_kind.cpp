@@ -1,6 +1,6 @@
 #include "property_kind.h"
 
-#include <editor/document/display_color.h>
+#include "display_color.h"
 #include <host/variant/number_text.h>
 #include <host/variant/value_types.h>
 #include <host/variant/variant_converter.h>

@@ -1,9 +1,9 @@
 #include "scene_building.h"
 
-#include <editor/document/scene_commands.h>
-#include <editor/document/sibling_names.h>
-#include <editor/document/step_name.h>
-#include <editor/document/transform_math.h>
+#include "scene_commands.h"
+#include "sibling_names.h"
+#include "step_name.h"
+#include "transform_math.h"
 #include <host/undo/commit_changes_scope.h>
 
 #include <algorithm>

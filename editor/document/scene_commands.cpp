@@ -1,6 +1,6 @@
 #include "scene_commands.h"
 
-#include <editor/document/step_name.h>
+#include "step_name.h"
 #include <host/undo/commit_changes_scope.h>
 
 #include <algorithm>

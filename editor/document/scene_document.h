@@ -49,7 +49,7 @@ public:
     QString title() const;
     bool isModified() const noexcept { return m_version != m_savedVersion; }
     /// The root does not count.
-    int objectCount() const noexcept { return static_cast<int>(m_byId.size()) - 1; }
+    int objectCount() const noexcept { return int(m_byId.size()) - 1; }
     const std::shared_ptr<Zar::ChangesController>& changesController() const noexcept
     {
         return m_controller;

@@ -2,12 +2,12 @@
 
 #include "scene_document.h"
 
-#include <editor/document/property_annotations.h>
-#include <editor/document/scene_document_changes.h>
-#include <editor/document/sibling_names.h>
-#include <editor/document/step_name.h>
-#include <editor/document/transform_math.h>
-#include <editor/document/tree_order.h>
+#include "property_annotations.h"
+#include "scene_document_changes.h"
+#include "sibling_names.h"
+#include "step_name.h"
+#include "transform_math.h"
+#include "tree_order.h"
 #include <host/undo/commit_changes_scope.h>
 
 #include <QScopedValueRollback>

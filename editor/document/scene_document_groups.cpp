@@ -2,8 +2,8 @@
 
 #include "scene_document.h"
 
-#include <editor/document/sibling_names.h>
-#include <editor/document/step_name.h>
+#include "sibling_names.h"
+#include "step_name.h"
 #include <host/undo/commit_changes_scope.h>
 
 #include <algorithm>

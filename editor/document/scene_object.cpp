@@ -1,7 +1,7 @@
 #include "scene_object.h"
 
-#include <editor/document/property_annotations.h>
-#include <editor/document/scene_document.h>
+#include "property_annotations.h"
+#include "scene_document.h"
 #include <host/reflection/class_builder.h>
 #include <host/variant/scene_item.h>
 

@@ -1,6 +1,6 @@
 #include "scene_properties.h"
 
-#include <editor/document/scene_object.h>
+#include "scene_object.h"
 
 #include <algorithm>
 

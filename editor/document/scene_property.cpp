@@ -1,9 +1,9 @@
 #include "scene_property.h"
 
-#include <editor/document/display_color.h>
-#include <editor/document/number_entry.h>
-#include <editor/document/property_annotations.h>
-#include <editor/document/scene_object.h>
+#include "display_color.h"
+#include "number_entry.h"
+#include "property_annotations.h"
+#include "scene_object.h"
 #include <host/variant/number_text.h>
 #include <host/variant/variant_converter.h>
 

@@ -20,9 +20,9 @@ enum class SceneShape
 inline std::vector<int> parentsOf(SceneShape shape, int count)
 {
     const int level = std::max(1, count / 1000);
-    std::vector<int> parents(static_cast<std::size_t>(count));
+    auto parents = std::vector<int>(std::size_t(count));
     for (int object = 0; object < count; ++object) {
-        int& parent = parents[static_cast<std::size_t>(object)];
+        int& parent = parents[std::size_t(object)];
         switch (shape) {
         case SceneShape::Flat:
             parent = -1;

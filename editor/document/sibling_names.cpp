@@ -1,6 +1,6 @@
 #include "sibling_names.h"
 
-#include <editor/document/scene_object.h>
+#include "scene_object.h"
 
 namespace editor {
 

@@ -1,6 +1,6 @@
 #include "transform_math.h"
 
-#include <editor/document/scene_object.h>
+#include "scene_object.h"
 
 #include <QtMath>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scene_import.h"
+#include <editor/files/scene_import.h>
 
 namespace editor {
 

@@ -56,7 +56,7 @@ qint64 promisedSize(const QByteArray& head)
 /// Empty when the data unpacks to anything but what it promises.
 QByteArray unpack(const QByteArray& compressed)
 {
-    QByteArray bytes(static_cast<int>(promisedSize(compressed)), Qt::Uninitialized);
+    QByteArray bytes(int(promisedSize(compressed)), Qt::Uninitialized);
     auto size = static_cast<uLongf>(bytes.size());
     const int result =
         uncompress(reinterpret_cast<Bytef*>(bytes.data()), &size,
@@ -72,8 +72,7 @@ QByteArray encodeGeometry(const MeshGeometry& geometry)
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
     prepare(stream);
-    stream << static_cast<quint32>(geometry.vertices().size())
-           << static_cast<quint32>(geometry.indices().size());
+    stream << quint32(geometry.vertices().size()) << quint32(geometry.indices().size());
     for (const MeshGeometry::Vertex& vertex : geometry.vertices()) {
         write(stream, vertex.position);
         write(stream, vertex.normal);

@@ -144,8 +144,8 @@ private:
         qint64 all = 0;
         for (const pugi::xml_node& node : document.children("geometry")) {
             const char* text = node.text().get();
-            const auto size = kyrscene::unpackedSize(
-                QByteArray::fromRawData(text, static_cast<int>(std::strlen(text))));
+            const auto size =
+                kyrscene::unpackedSize(QByteArray::fromRawData(text, int(std::strlen(text))));
             all += size.value_or(0);
         }
         if (all > limit)
@@ -316,7 +316,7 @@ private:
 QByteArray readPieces(QFile& file, const ImportProgress& progress)
 {
     QByteArray bytes;
-    bytes.reserve(static_cast<int>(file.size()));
+    bytes.reserve(int(file.size()));
     while (!file.atEnd()) {
         const QByteArray piece = file.read(pieceBytes);
         if (piece.isEmpty() ||
@@ -347,9 +347,9 @@ SceneImport readKyrscene(const QString& path, const ImportProgress& progress)
     const int objectCount = bytes.count("<object");
     pugi::xml_document document;
     const pugi::xml_parse_result parsed =
-        document.load_buffer_inplace(bytes.data(), static_cast<std::size_t>(bytes.size()));
+        document.load_buffer_inplace(bytes.data(), std::size_t(bytes.size()));
     if (!parsed) {
-        const int line = bytes.left(static_cast<int>(parsed.offset)).count('\n') + 1;
+        const int line = bytes.left(int(parsed.offset)).count('\n') + 1;
         return {nullptr,
                 tr("line %1: %2").arg(line).arg(QString::fromLatin1(parsed.description()))};
     }

@@ -172,7 +172,7 @@ private:
 
     unsigned geometryId(const MeshGeometry& geometry)
     {
-        const auto id = static_cast<unsigned>(m_geometryIds.size()) + 1;
+        const auto id = unsigned(m_geometryIds.size()) + 1;
         const auto [entry, isNew] = m_geometryIds.try_emplace(&geometry, id);
         if (isNew) {
             pugi::xml_node node = m_file.insert_child_before("geometry", m_scene);

@@ -37,8 +37,8 @@ void stream::prepare(QDataStream& stream)
 
 QDataStream& operator<<(QDataStream& stream, const StreamedObject& object)
 {
-    stream << object.parent << static_cast<quint8>(object.kind) << object.isExpanded << object.name
-           << static_cast<quint8>(object.light.type);
+    stream << object.parent << quint8(object.kind) << object.isExpanded << object.name
+           << quint8(object.light.type);
     visitValues(stream, object, [](QDataStream& out, const auto& value) { out << value; });
     return stream;
 }

@@ -89,7 +89,7 @@ SceneStreamReader::End SceneStreamReader::read(QIODevice& device, const ImportPr
         if (size > stream::largestFrame || bytes + size > m_mostBytes ||
             isGreeted == (Tag(tag) == Tag::Hello) || (m_isInMesh && Tag(tag) != Tag::Data))
             return End::Damaged;
-        payload.resize(static_cast<int>(size));
+        payload.resize(int(size));
         if (in.readRawData(payload.data(), payload.size()) != payload.size())
             return End::Broken;
 
@@ -154,7 +154,7 @@ bool SceneStreamReader::beginMesh(const QByteArray& payload)
 bool SceneStreamReader::readData(const QByteArray& payload)
 {
     const quint64 wanted = m_vertices * stream::bytesPerVertex + m_indices * stream::bytesPerIndex;
-    const quint64 have = m_bytes.size() + static_cast<quint64>(payload.size());
+    const quint64 have = m_bytes.size() + quint64(payload.size());
     if (payload.isEmpty() || have > wanted)
         return false;
     m_bytes.insert(m_bytes.end(), payload.begin(), payload.end());
@@ -195,12 +195,12 @@ bool SceneStreamReader::readObject(const QByteArray& payload)
     stream::prepare(in);
     StreamedObject from;
     in >> from;
-    const auto objects = static_cast<qint64>(m_objects.size());
-    const auto meshes = static_cast<qint64>(m_meshes.size());
+    const auto objects = qint64(m_objects.size());
+    const auto meshes = qint64(m_meshes.size());
     if (in.status() != QDataStream::Ok || !in.atEnd() || !isKnown(from.kind) || from.parent < -1 ||
         from.parent >= objects || from.mesh < -1 || from.mesh >= meshes || !isFinite(from) ||
         from.light.type < LightType::Directional || from.light.type > LightType::Area ||
-        static_cast<quint32>(from.name.size()) > stream::largestText || !isText(from.name))
+        quint32(from.name.size()) > stream::largestText || !isText(from.name))
         return false;
 
     const SceneObjectPtr object = SceneObject::create(from.kind, from.name.toStdString());

@@ -34,7 +34,7 @@ void SceneStreamWriter::progress(double share)
     QByteArray payload;
     QDataStream out(&payload, QIODevice::WriteOnly);
     stream::prepare(out);
-    out << static_cast<float>(share);
+    out << float(share);
     write(stream::Tag::Progress, payload);
 }
 
@@ -52,13 +52,13 @@ qint32 SceneStreamWriter::mesh(const std::vector<QVector3D>& positions,
     QByteArray payload;
     QDataStream out(&payload, QIODevice::WriteOnly);
     stream::prepare(out);
-    out << static_cast<quint32>(positions.size()) << static_cast<quint32>(indices.size());
+    out << quint32(positions.size()) << quint32(indices.size());
     write(stream::Tag::Mesh, payload);
 
     QByteArray bytes;
     const auto append = [&](const void* data, std::size_t size) {
-        bytes.append(static_cast<const char*>(data), static_cast<int>(size));
-        if (static_cast<quint32>(bytes.size()) > stream::largestFrame / 2) {
+        bytes.append(static_cast<const char*>(data), int(size));
+        if (quint32(bytes.size()) > stream::largestFrame / 2) {
             write(stream::Tag::Data, bytes);
             bytes.clear();
         }
@@ -106,7 +106,7 @@ void SceneStreamWriter::write(stream::Tag tag, const QString& text)
 void SceneStreamWriter::write(stream::Tag tag, const QByteArray& payload)
 {
     QDataStream out(&m_pending, QIODevice::WriteOnly | QIODevice::Append);
-    out << static_cast<quint32>(payload.size()) << static_cast<quint8>(tag);
+    out << quint32(payload.size()) << quint8(tag);
     out.writeRawData(payload.constData(), payload.size());
     // Objects are small and many; all else may be waited for.
     if (tag == stream::Tag::Object && m_pending.size() < enough)

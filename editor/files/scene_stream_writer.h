@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scene_stream.h"
+#include <editor/files/scene_stream.h>
 
 #include <QVector3D>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "convex_volume.h"
-#include "ray.h"
+#include <editor/geometry/convex_volume.h>
+#include <editor/geometry/ray.h>
 
 #include <array>
 #include <vector>

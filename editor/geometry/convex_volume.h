@@ -1,7 +1,7 @@
 #pragma once
 
-#include "box.h"
-#include "ray.h"
+#include <editor/geometry/box.h>
+#include <editor/geometry/ray.h>
 
 #include <QVector4D>
 

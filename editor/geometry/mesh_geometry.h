@@ -1,6 +1,6 @@
 #pragma once
 
-#include "bvh.h"
+#include <editor/geometry/bvh.h>
 
 #include <QByteArray>
 

@@ -23,7 +23,7 @@ struct Shape
     {
         positions.push_back(position);
         normals.push_back(normal);
-        return static_cast<quint32>(positions.size() - 1);
+        return quint32(positions.size() - 1);
     }
 
     /// A flat face, its corners counter-clockwise as seen from outside.
@@ -53,7 +53,7 @@ struct Shape
 
 float turn(int step, int steps)
 {
-    return static_cast<float>(2 * M_PI * step / steps);
+    return float(2 * M_PI * step / steps);
 }
 
 QVector3D around(float angle, float radius, float y)

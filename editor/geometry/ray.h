@@ -1,6 +1,6 @@
 #pragma once
 
-#include "box.h"
+#include <editor/geometry/box.h>
 
 #include <array>
 #include <optional>

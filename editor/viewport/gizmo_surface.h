@@ -1,6 +1,6 @@
 #pragma once
 
-#include "viewport_controller.h"
+#include <editor/viewport/viewport_controller.h>
 
 #include <QPointer>
 #include <QQuickPaintedItem>

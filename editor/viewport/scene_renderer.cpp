@@ -1,8 +1,8 @@
 #include "scene_renderer.h"
 
+#include "viewport_surface.h"
 #include <editor/viewport/render/draw_state.h>
 #include <editor/viewport/render/shader_program.h>
-#include <editor/viewport/viewport_surface.h>
 
 #include <QOpenGLExtraFunctions>
 #include <QOpenGLFramebufferObject>

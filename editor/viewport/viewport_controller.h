@@ -1,10 +1,10 @@
 #pragma once
 
 #include "gizmo/gizmo_controller.h"
-#include "pointer_gesture.h"
 #include <editor/viewport/camera/fly_motion.h>
 #include <editor/viewport/camera/orbit_camera.h>
 #include <editor/viewport/items/item_set.h>
+#include <editor/viewport/pointer_gesture.h>
 
 #include <QElapsedTimer>
 #include <QObject>

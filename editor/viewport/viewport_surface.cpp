@@ -1,7 +1,7 @@
 #include "viewport_surface.h"
 
+#include "scene_renderer.h"
 #include <editor/viewport/render/marker_shapes.h>
-#include <editor/viewport/scene_renderer.h>
 
 namespace editor {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "viewport_controller.h"
 #include <editor/viewport/render/draw_counts.h>
 #include <editor/viewport/render/scene_changes.h>
+#include <editor/viewport/viewport_controller.h>
 
 #include <QColor>
 #include <QPointer>

@@ -29,7 +29,7 @@ QStringList RowFilter::labels()
 
 void RowFilter::setCurrentIndex(int index)
 {
-    if (index == m_index || index < 0 || index >= static_cast<int>(m_choices.size()))
+    if (index == m_index || index < 0 || index >= int(m_choices.size()))
         return;
     m_index = index;
     apply();
@@ -48,7 +48,7 @@ void RowFilter::followPredicate()
 void RowFilter::apply()
 {
     if (m_predicate)
-        m_predicate->setCondition(m_title, m_choices[static_cast<std::size_t>(m_index)].condition);
+        m_predicate->setCondition(m_title, m_choices[std::size_t(m_index)].condition);
 }
 
 } // namespace sample

@@ -1,7 +1,7 @@
 #include "clipboard.h"
 
-#include <host/clipboard/clipboard_backend.h>
-#include <host/clipboard/qt_clipboard_backend.h>
+#include "clipboard_backend.h"
+#include "qt_clipboard_backend.h"
 
 #include <utility>
 

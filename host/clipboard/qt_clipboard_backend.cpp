@@ -1,7 +1,7 @@
 #include "qt_clipboard_backend.h"
 
-#include <host/clipboard/clipboard.h>
-#include <host/clipboard/text_formats.h>
+#include "clipboard.h"
+#include "text_formats.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -38,8 +38,7 @@ public:
 protected:
     QVariant retrieveData(const QString& format, QVariant::Type) const override
     {
-        return hasFormat(format) ? QByteArray(m_block->data(), static_cast<int>(m_block->size()))
-                                 : QVariant();
+        return hasFormat(format) ? QByteArray(m_block->data(), int(m_block->size())) : QVariant();
     }
 
 private:
@@ -105,7 +104,7 @@ GlobalBlock* QtClipboardBackend::data(unsigned format)
     if (textFormatName.isEmpty())
         return nullptr;
     const QByteArray text = available->data(textFormatName);
-    return handOut(text.constData(), static_cast<std::size_t>(text.size()));
+    return handOut(text.constData(), std::size_t(text.size()));
 }
 
 // The text is followed by a NUL.

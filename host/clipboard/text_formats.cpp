@@ -12,7 +12,7 @@ std::string plain(const std::string& format)
     std::string text;
     for (const char c : format) {
         if (c != ' ' && c != '"')
-            text += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+            text += char(std::tolower(static_cast<unsigned char>(c)));
     }
     return text;
 }

@@ -2,7 +2,7 @@
 
 #include "x11_connection.h"
 
-#include <host/clipboard/text_formats.h>
+#include "text_formats.h"
 #include <host/core/debug_message.h>
 
 #include <QString>

@@ -73,8 +73,7 @@ void X11Connection::makeWindow()
 
 xcb_atom_t X11Connection::atom(const char* name) const
 {
-    const auto cookie =
-        xcb_intern_atom(m_connection, 0, static_cast<std::uint16_t>(std::strlen(name)), name);
+    const auto cookie = xcb_intern_atom(m_connection, 0, std::uint16_t(std::strlen(name)), name);
     const auto reply = owned(xcb_intern_atom_reply(m_connection, cookie, nullptr));
     return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
 }

@@ -58,7 +58,7 @@ std::string formatted(const char* format, va_list arguments)
     va_end(first);
     if (length < 0)
         return format;
-    const auto size = static_cast<std::size_t>(length);
+    const auto size = std::size_t(length);
     if (size < sizeof buffer)
         return std::string(buffer, size);
     std::string text(size, '\0');

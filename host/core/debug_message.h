@@ -72,7 +72,7 @@ private:
 
 /// Reports `condition` as a failed assertion of `file` when `holds` is false, and returns `holds`.
 inline bool verify(bool holds, const char* condition, const char* file,
-                   unsigned line = static_cast<unsigned>(__builtin_LINE()))
+                   unsigned line = unsigned(__builtin_LINE()))
 {
     if (!holds) {
         DebugMessageHelper::criticalMessage(file, line, "ASSERTION FAILED: %s\r\n%s(%u)%s%s\r\n",

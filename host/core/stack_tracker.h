@@ -23,7 +23,7 @@ class StackTrackerScope
 {
 public:
     explicit StackTrackerScope(const char* name, const char* file,
-                               unsigned line = static_cast<unsigned>(__builtin_LINE()))
+                               unsigned line = unsigned(__builtin_LINE()))
     {
         StackTracker::push(name, file, line);
     }

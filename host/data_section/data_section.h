@@ -81,7 +81,7 @@ public:
     /// Tells a position from the end only.
     friend bool operator!=(const DataSectionIterator& a, const DataSectionIterator& b) noexcept
     {
-        return static_cast<bool>(a.m_section) != static_cast<bool>(b.m_section);
+        return bool(a.m_section) != bool(b.m_section);
     }
 
 private:

@@ -1,6 +1,6 @@
 #include "xml_reader.h"
 
-#include <host/data_section/xml_text.h>
+#include "xml_text.h"
 
 #include <algorithm>
 #include <utility>
@@ -13,7 +13,7 @@ constexpr StringRef whiteSpace = " \t\n\r";
 
 StringRef between(const char* begin, const char* end) noexcept
 {
-    return {begin, static_cast<std::size_t>(end - begin)};
+    return {begin, std::size_t(end - begin)};
 }
 
 StringRef withoutByteOrderMark(StringRef text) noexcept
@@ -53,7 +53,7 @@ SmartPointer<XMLSection> XMLReader::document() const
 
 XMLReader::State XMLReader::readPiece()
 {
-    const auto left = static_cast<std::size_t>(m_text.data() + m_text.size() - m_scan.position());
+    const auto left = std::size_t(m_text.data() + m_text.size() - m_scan.position());
     const xml::Scan::State scanned = m_scan.advance(m_scan.position() + std::min(left, pieceBytes));
     if (scanned == xml::Scan::State::Failed)
         return State::Failed;

@@ -1,4 +1,4 @@
-#include <host/data_section/xml_scan.h>
+#include "xml_scan.h"
 
 #include <charconv>
 #include <cstdint>
@@ -52,7 +52,7 @@ constexpr std::size_t longestReference = 12;
 
 StringRef between(const char* begin, const char* end) noexcept
 {
-    return {begin, static_cast<std::size_t>(end - begin)};
+    return {begin, std::size_t(end - begin)};
 }
 
 } // namespace
@@ -79,7 +79,7 @@ Scan::State Scan::advance(const char* end) noexcept
 // The end of the document when there is none.
 const char* Scan::find(const char* from, char wanted) const noexcept
 {
-    const void* found = std::memchr(from, wanted, static_cast<std::size_t>(m_end - from));
+    const void* found = std::memchr(from, wanted, std::size_t(m_end - from));
     return found ? static_cast<const char*>(found) : m_end;
 }
 

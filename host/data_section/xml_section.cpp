@@ -1,7 +1,7 @@
 #include "xml_section.h"
 
-#include <host/data_section/xml_reader.h>
-#include <host/data_section/xml_text.h>
+#include "xml_reader.h"
+#include "xml_text.h"
 
 #include <pugixml.hpp>
 

@@ -141,7 +141,7 @@ std::string unescaped(StringRef text)
             result += '\\';
             i += 1;
         } else if (rest.substr(0, 2) == "\\x" && high >= 0 && low >= 0) {
-            result += static_cast<char>(high << 4 | low);
+            result += char(high << 4 | low);
             i += 3;
         } else {
             result += text[i];

@@ -1,7 +1,7 @@
 #include "xml_writer.h"
 
+#include "xml_section.h"
 #include <host/core/debug_message.h>
-#include <host/data_section/xml_section.h>
 
 #include <utility>
 
@@ -29,7 +29,7 @@ void XMLWriter::writeChildren(const DataSection& root)
     const int count = section->countChildren();
     if (count > 0 && m_childCount == 0)
         m_text.replace(m_text.size() - emptyEnd.size(), emptyEnd.size(), tagEnd);
-    m_childCount += static_cast<std::size_t>(count);
+    m_childCount += std::size_t(count);
     section->printChildren(m_text);
 }
 

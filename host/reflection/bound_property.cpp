@@ -1,8 +1,8 @@
 #include "bound_property.h"
 
+#include "reflected.h"
 #include <host/core/debug_message.h>
 #include <host/core/message_group.h>
-#include <host/reflection/reflected.h>
 #include <host/variant/variant_converter.h>
 
 namespace kyr {

@@ -115,7 +115,7 @@ public:
                 std::forward<Callable>(callable));
     }
 
-    explicit operator bool() const noexcept { return static_cast<bool>(m_function); }
+    explicit operator bool() const noexcept { return bool(m_function); }
 
     /// Throws `std::bad_function_call` when empty.
     Result operator()(Arguments... arguments) const

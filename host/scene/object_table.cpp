@@ -5,7 +5,7 @@ namespace {
 std::uint32_t hashOf(const kyr::PersistentObject& object)
 {
     const auto address = reinterpret_cast<std::uintptr_t>(object.identity());
-    return static_cast<std::uint32_t>((std::uint64_t(address) * 0x9e3779b97f4a7c15u) >> 32);
+    return std::uint32_t((std::uint64_t(address) * 0x9e3779b97f4a7c15u) >> 32);
 }
 
 } // namespace
@@ -58,7 +58,7 @@ bool ObjectTable::insert(const Objects& list, std::size_t place)
     Slot& slot = m_slots[find(list, list[place], hash)];
     if (slot.place != 0)
         return false;
-    slot = {hash, static_cast<std::uint32_t>(place + 1)};
+    slot = {hash, std::uint32_t(place + 1)};
     return true;
 }
 

@@ -13,8 +13,8 @@ void BinaryOStream::append(const void* data, std::size_t size)
 void BinaryOStream::appendPackedInt(std::uint64_t value)
 {
     for (; value >= 0x80; value >>= 7)
-        m_bytes.push_back(static_cast<char>(0x80 | (value & 0x7f)));
-    m_bytes.push_back(static_cast<char>(value));
+        m_bytes.push_back(char(0x80 | (value & 0x7f)));
+    m_bytes.push_back(char(value));
 }
 
 void BinaryOStream::appendString(const char* data, std::size_t length)
@@ -28,7 +28,7 @@ std::uint64_t BinaryIStream::readPackedInt() noexcept
     std::uint64_t value = 0;
     for (std::size_t i = 0; i < m_bytes.size() && i < 10; ++i) {
         const auto byte = static_cast<unsigned char>(m_bytes[i]);
-        value |= static_cast<std::uint64_t>(byte & 0x7f) << (7 * i);
+        value |= std::uint64_t(byte & 0x7f) << (7 * i);
         if (byte < 0x80) {
             m_bytes.remove_prefix(i + 1);
             return value;
@@ -43,7 +43,7 @@ const char* BinaryIStream::retrieve(std::uint64_t size) noexcept
     if (size > m_bytes.size() || !m_bytes.data())
         return nullptr;
     const char* bytes = m_bytes.data();
-    m_bytes.remove_prefix(static_cast<std::size_t>(size));
+    m_bytes.remove_prefix(std::size_t(size));
     return bytes;
 }
 
@@ -93,7 +93,7 @@ const char* BinaryStream::read(std::uint64_t size) noexcept
     if (size > m_bytes.size() - m_position)
         return nullptr;
     const char* bytes = m_bytes.data() + m_position;
-    m_position += static_cast<std::size_t>(size);
+    m_position += std::size_t(size);
     return bytes;
 }
 
@@ -130,7 +130,7 @@ BinaryStream& operator>>(BinaryStream& stream, std::string& text)
     std::uint64_t length = 0;
     assignBytes(length, stream.read(sizeof length));
     if (const char* bytes = stream.read(length))
-        text.assign(bytes, static_cast<std::size_t>(length));
+        text.assign(bytes, std::size_t(length));
     return stream;
 }
 

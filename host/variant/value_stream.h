@@ -167,7 +167,7 @@ void readValue(Zar::BinaryIStream& stream, T& value)
     if constexpr (std::is_same_v<T, std::string>) {
         const std::uint64_t length = stream.readPackedInt();
         if (const char* bytes = stream.retrieve(length))
-            value.assign(bytes, static_cast<std::size_t>(length));
+            value.assign(bytes, std::size_t(length));
     } else if constexpr (isPlainValue<T>) {
         assignBytes(value, stream.retrieve(sizeof value));
     } else if constexpr (std::is_pointer_v<T>) {

@@ -1,6 +1,6 @@
 #include "variant.h"
 
-#include <host/variant/variant_converter.h>
+#include "variant_converter.h"
 
 namespace lumo {
 

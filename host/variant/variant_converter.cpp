@@ -1,7 +1,7 @@
 #include "variant_converter.h"
 
-#include <host/variant/number_text.h>
-#include <host/variant/value_types.h>
+#include "number_text.h"
+#include "value_types.h"
 
 #include <atomic>
 #include <deque>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "memory_clipboard.h"
-#include "object_values.h"
-#include "observed_host.h"
+#include <kyr_scene_outline_testkit/memory_clipboard.h>
+#include <kyr_scene_outline_testkit/object_values.h>
+#include <kyr_scene_outline_testkit/observed_host.h>
 
 #include <kyr_scene_outline/scene_browser_data.h>
 

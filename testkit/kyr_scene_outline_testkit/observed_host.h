@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scene_rows.h"
+#include <kyr_scene_outline_testkit/scene_rows.h>
 
 #include <algorithm>
 

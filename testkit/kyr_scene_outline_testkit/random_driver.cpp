@@ -16,10 +16,10 @@ using Steps = std::vector<Step>;
 Steps randomSteps(unsigned seed, int count)
 {
     std::mt19937 random(seed);
-    Steps steps(static_cast<std::size_t>(count));
+    auto steps = Steps(std::size_t(count));
     for (Step& step : steps) {
         for (unsigned* number : {&step.kind, &step.who, &step.where, &step.what})
-            *number = static_cast<unsigned>(random());
+            *number = unsigned(random());
     }
     return steps;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scene_under_test.h"
+#include <kyr_scene_outline_testkit/scene_under_test.h>
 
 #include <QModelIndexList>
 

@@ -15,7 +15,7 @@ protected:
     FakeClipboard::Guard m_guard{m_clipboard};
 };
 
-TEST_F(ClipboardText, CopyHandsOverTheTextAndOneNulOrEndsWithTheStepThatFails)
+TEST_F(ClipboardText, copyHandsOverTheTextAndOneNulOrEndsWithTheStepThatFails)
 {
     const std::tuple<const char*, const char*, bool, std::string> rows[] = {
         {"", "open allocate empty set close", true, std::string("text\0", 5)},
@@ -34,7 +34,7 @@ TEST_F(ClipboardText, CopyHandsOverTheTextAndOneNulOrEndsWithTheStepThatFails)
     }
 }
 
-TEST_F(ClipboardText, ReadsUpToTheFirstNul)
+TEST_F(ClipboardText, readsUpToTheFirstNul)
 {
     std::string text = "untouched";
     EXPECT_FALSE(Zar::StringUtils::canCopyFromClipboardT<char>());
@@ -54,7 +54,7 @@ TEST_F(ClipboardText, ReadsUpToTheFirstNul)
     EXPECT_EQ(m_clipboard->takeLog(), "open open");
 }
 
-TEST_F(ClipboardText, OpensOnceAndWorksOnlyWhileOpen)
+TEST_F(ClipboardText, opensOnceAndWorksOnlyWhileOpen)
 {
     using namespace Zar::platform;
     m_clipboard->text = "before";
@@ -70,7 +70,7 @@ TEST_F(ClipboardText, OpensOnceAndWorksOnlyWhileOpen)
     EXPECT_EQ(*m_clipboard->text, "before");
 }
 
-TEST_F(ClipboardText, OperationsAreTrackedWhileTheyRun)
+TEST_F(ClipboardText, operationsAreTrackedWhileTheyRun)
 {
     struct Watching : FakeClipboard
     {

@@ -49,7 +49,7 @@ private:
 
 const std::string sample = "<objects>\n\t\xc3\xa9 \xe6\xbc\xa2 \xf0\x9f\x98\x80 &amp;</objects>\n";
 
-TEST(SystemClipboard, OtherProgramsReadExactlyTheBytes)
+TEST(SystemClipboard, otherProgramsReadExactlyTheBytes)
 {
     ASSERT_TRUE(Zar::StringUtils::copyToClipboardT(sample));
     EXPECT_EQ(outputOf("xclip", {"-o", "-selection", "clipboard"}).toStdString(), sample + '\0');
@@ -59,7 +59,7 @@ TEST(SystemClipboard, OtherProgramsReadExactlyTheBytes)
     EXPECT_EQ(outputOf(CLIPBOARD_PEER, {"paste"}).toStdString(), large);
 }
 
-TEST(SystemClipboard, ReadsWhatOtherProgramsOffer)
+TEST(SystemClipboard, readsWhatOtherProgramsOffer)
 {
     std::string text;
     {
@@ -76,7 +76,7 @@ TEST(SystemClipboard, ReadsWhatOtherProgramsOffer)
     }
 }
 
-TEST(SystemClipboard, ReadsWhatXclipOffers)
+TEST(SystemClipboard, readsWhatXclipOffers)
 {
     for (const char* format : {"UTF8_STRING", "text/plain;charset=UTF-8"}) {
         QProcess xclip;
@@ -92,7 +92,7 @@ TEST(SystemClipboard, ReadsWhatXclipOffers)
     }
 }
 
-TEST(SystemClipboard, AnOwnerThatHangsIsNamedAndNotWaitedFor)
+TEST(SystemClipboard, anOwnerThatHangsIsNamedAndNotWaitedFor)
 {
     const Owner owner({"copy", QString::fromStdString(sample)});
     std::string text;
@@ -116,7 +116,7 @@ TEST(SystemClipboard, AnOwnerThatHangsIsNamedAndNotWaitedFor)
     EXPECT_EQ(Zar::platform::clipboardProblem(), "");
 }
 
-TEST(SystemClipboard, CopyReplacesEverythingElse)
+TEST(SystemClipboard, copyReplacesEverythingElse)
 {
     // Qt takes the clipboard as of the last event it has seen.
     QTest::qWait(100);

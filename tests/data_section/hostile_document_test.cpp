@@ -38,7 +38,7 @@ std::string realDocument()
 
 constexpr std::size_t mega = 1u << 20;
 
-TEST(HostileDocument, IsRefusedOrReadInFull)
+TEST(HostileDocument, isRefusedOrReadInFull)
 {
     const std::tuple<const char*, std::function<std::string()>, bool> rows[] = {
         {"nothing", [] { return ""; }, false},
@@ -92,7 +92,7 @@ TEST(HostileDocument, IsRefusedOrReadInFull)
     }
 }
 
-TEST(HostileDocument, TruncatedDocumentsAreRefused)
+TEST(HostileDocument, truncatedDocumentsAreRefused)
 {
     const std::string document = realDocument();
     for (std::size_t length = 0; length + 1 < document.size(); ++length)
@@ -100,7 +100,7 @@ TEST(HostileDocument, TruncatedDocumentsAreRefused)
     EXPECT_TRUE(read(document));
 }
 
-TEST(HostileDocument, MutatedDocumentsAreRefusedOrConsistent)
+TEST(HostileDocument, mutatedDocumentsAreRefusedOrConsistent)
 {
     const std::string document = realDocument();
     std::mt19937 random(11);

@@ -31,7 +31,7 @@ void expectRoundTrip(const Zar::DataSection& root)
 {
     const auto written = root.asBinary();
     ASSERT_EQ(written->bytes().find('\0'), std::string::npos);
-    QXmlStreamReader reader(QByteArray(written->data(), static_cast<int>(written->length())));
+    QXmlStreamReader reader(QByteArray(written->data(), int(written->length())));
     while (!reader.atEnd())
         reader.readNext();
     ASSERT_FALSE(reader.hasError()) << reader.errorString().toStdString() << written->bytes();
@@ -48,13 +48,12 @@ std::string randomText(std::mt19937& random)
     std::string text;
     for (auto length = random() % 12; length > 0; --length) {
         const auto choice = random();
-        text += choice % 3 ? awkward[choice / 3 % (sizeof awkward - 1)]
-                           : static_cast<char>(choice >> 8);
+        text += choice % 3 ? awkward[choice / 3 % (sizeof awkward - 1)] : char(choice >> 8);
     }
     return text;
 }
 
-TEST(XmlSection, EveryTextTagAndOrderComesBack)
+TEST(XmlSection, everyTextTagAndOrderComesBack)
 {
     using namespace std::string_literals;
     for (const std::string& text :
@@ -72,7 +71,7 @@ TEST(XmlSection, EveryTextTagAndOrderComesBack)
         DataSectionPtr section = root;
         for (auto count = random() % 6; count > 0; --count) {
             const DataSectionPtr child =
-                section->insertSection(randomText(random), static_cast<int>(random() % 4) - 1);
+                section->insertSection(randomText(random), int(random() % 4) - 1);
             child->setText(randomText(random));
             section->writeString(randomText(random), randomText(random));
             if (random() % 2)
@@ -82,7 +81,7 @@ TEST(XmlSection, EveryTextTagAndOrderComesBack)
     }
 }
 
-TEST(XmlSection, IsWrittenForPeople)
+TEST(XmlSection, isWrittenForPeople)
 {
     const DataSectionPtr root(new XMLSection("objects"));
     const DataSectionPtr object = root->insertSection("object");
@@ -98,7 +97,7 @@ TEST(XmlSection, IsWrittenForPeople)
 )");
 }
 
-TEST(XmlSection, FindsAndChangesChildren)
+TEST(XmlSection, findsAndChangesChildren)
 {
     const DataSectionPtr root(new XMLSection("root"));
     root->insertSection("b");
@@ -128,14 +127,14 @@ TEST(XmlSection, FindsAndChangesChildren)
     EXPECT_EQ(root->countChildren(), 4);
 }
 
-TEST(XmlSection, KeepsItsDocumentAlive)
+TEST(XmlSection, keepsItsDocumentAlive)
 {
     DataSectionPtr child = DataSectionPtr(new XMLSection("root"))->insertSection("child");
     child->setText("still here");
     EXPECT_EQ(rebuilt(*child)->text(), "still here");
 }
 
-TEST(XmlSection, ReadsWhatPeopleAndToolsWrite)
+TEST(XmlSection, readsWhatPeopleAndToolsWrite)
 {
     const std::pair<const char*, const char*> rows[] = {
         {"<r/>", "r()[]"},

@@ -23,7 +23,7 @@ inline editor::SceneObjectPtr makeRowOfBoxes(int count, float height)
         box->transform()->scale = {height, 1, height};
         box->material()->roughness = height / 7;
         box->setLocked(height > 1);
-        box->setId(static_cast<quint32>(i + 2));
+        box->setId(quint32(i + 2));
         root->append(box);
     }
     return root;

@@ -17,7 +17,7 @@ using kyr::panel::TreeNavigator;
 constexpr const char* street = "House\n  Wall\n    Window 1\n    Window 2\n  Roof\n    Tile\n"
                                "Tree\n  Window 10\nLamp\n";
 
-TEST(OutlineModelTest, RowsStartAsTheSceneWishesUntilTheUserSaysOtherwise)
+TEST(OutlineModelTest, rowsStartAsTheSceneWishesUntilTheUserSaysOtherwise)
 {
     const char* const text = "+a\n  +b\n    c\n  d\n    +e\n      f\n";
     Outline outline(text);
@@ -36,7 +36,7 @@ TEST(OutlineModelTest, RowsStartAsTheSceneWishesUntilTheUserSaysOtherwise)
     EXPECT_EQ(outline.text(), "-a .-b ..c .d");
 }
 
-TEST(OutlineModelTest, TheSceneIsToldWhatIsOpenForTheNextPanel)
+TEST(OutlineModelTest, theSceneIsToldWhatIsOpenForTheNextPanel)
 {
     Outline outline("a\n  b\n    c\n  d\n    +e\n      f\n");
     outline.expand("a");
@@ -57,7 +57,7 @@ TEST(OutlineModelTest, TheSceneIsToldWhatIsOpenForTheNextPanel)
     EXPECT_EQ(Outline::text(anew), "-a .b .-d ..e");
 }
 
-TEST(OutlineModelTest, ALargeBranchComesWithOneSignalAndKeepsItsMarks)
+TEST(OutlineModelTest, aLargeBranchComesWithOneSignalAndKeepsItsMarks)
 {
     Outline outline("all\nother\n");
     const QModelIndex all = outline.find("all");
@@ -99,7 +99,7 @@ public:
     }
 };
 
-TEST(OutlineModelTest, OpeningARowFetchesWhatIsBelowIt)
+TEST(OutlineModelTest, openingARowFetchesWhatIsBelowIt)
 {
     auto scene = std::make_unique<LazyScene>();
     scene->insert({}, 0, TreeModel::parsed("a\n"));
@@ -119,7 +119,7 @@ struct Arranged
     const char* rows;
 };
 
-TEST(OutlineModelTest, RowsAreFilteredSortedAndGrouped)
+TEST(OutlineModelTest, rowsAreFilteredSortedAndGrouped)
 {
     const Arranged cases[] = {
         {"window", "", -1, false, "-House~ .-Wall~ ..-Window 1 ..-Window 2 -Tree~ .-Window 10"},
@@ -145,7 +145,7 @@ TEST(OutlineModelTest, RowsAreFilteredSortedAndGrouped)
     }
 }
 
-TEST(OutlineModelTest, WhatWasOpenBeforeAFilterComesBackAfterIt)
+TEST(OutlineModelTest, whatWasOpenBeforeAFilterComesBackAfterIt)
 {
     Outline outline(street);
     outline.expand("House");
@@ -170,7 +170,7 @@ TEST(OutlineModelTest, WhatWasOpenBeforeAFilterComesBackAfterIt)
     EXPECT_EQ(outline.text(), "-House .Wall .-Roof ..Tile Tree");
 }
 
-TEST(OutlineModelTest, HiddenRowsStaySelectedAndAreCounted)
+TEST(OutlineModelTest, hiddenRowsStaySelectedAndAreCounted)
 {
     Outline outline(street);
     for (const char* name : {"Window 1", "Tile", "Tree"})
@@ -187,7 +187,7 @@ TEST(OutlineModelTest, HiddenRowsStaySelectedAndAreCounted)
     EXPECT_EQ(outline.model.hiddenSelectedCount(), 0);
 }
 
-TEST(OutlineModelTest, GroupsTakeTheFocusAndLeaveTheSelection)
+TEST(OutlineModelTest, groupsTakeTheFocusAndLeaveTheSelection)
 {
     Outline outline(street);
     outline.scene->item(outline.find("Lamp"))->type = QStringLiteral("light");
@@ -206,7 +206,7 @@ TEST(OutlineModelTest, GroupsTakeTheFocusAndLeaveTheSelection)
     EXPECT_EQ(outline.selection->selectedIndexes().size(), 1) << "a group is no object";
 }
 
-TEST(OutlineModelTest, FewChangesAreSignalledOneByOneAndManyComeWithAPass)
+TEST(OutlineModelTest, fewChangesAreSignalledOneByOneAndManyComeWithAPass)
 {
     Outline outline(street);
     outline.filter("window");
@@ -227,7 +227,7 @@ TEST(OutlineModelTest, FewChangesAreSignalledOneByOneAndManyComeWithAPass)
     EXPECT_EQ(resets.size() + passes.size(), 0) << "nothing was found";
 }
 
-TEST(OutlineModelTest, OldRowsShowAndChangeWhileTheNextAreWorkedOut)
+TEST(OutlineModelTest, oldRowsShowAndChangeWhileTheNextAreWorkedOut)
 {
     Outline outline(TreeModel::wide(3000, 2));
     outline.predicate.setCondition("slow", [](const QModelIndex& row) {
@@ -255,7 +255,7 @@ TEST(OutlineModelTest, OldRowsShowAndChangeWhileTheNextAreWorkedOut)
     EXPECT_EQ(outline.model.count(), 2999 + 2) << "what was opened meanwhile is open";
 }
 
-TEST(OutlineModelTest, SurvivesASceneThatGoes)
+TEST(OutlineModelTest, survivesASceneThatGoes)
 {
     for (const char* filter : {"", "window"}) {
         Outline outline(street);

@@ -435,7 +435,7 @@ private:
 
 } // namespace
 
-TEST(OutlineRandomTest, ShowsWhatAPlainWalkFindsWhileTheKitDrivesItsBrowser)
+TEST(OutlineRandomTest, showsWhatAPlainWalkFindsWhileTheKitDrivesItsBrowser)
 {
     for (const int depth : {2, 40}) {
         const auto makeScene = [depth] { return std::make_unique<OutlinedScene>(depth); };

@@ -43,7 +43,7 @@ protected:
     }
 };
 
-TEST_F(PanelAccessibilityTest, RowsTellTheirNameLevelAndState)
+TEST_F(PanelAccessibilityTest, rowsTellTheirNameLevelAndState)
 {
     open(house());
     QAccessibleInterface* tree = interfaceOf(window.item("outline_list"));
@@ -73,7 +73,7 @@ TEST_F(PanelAccessibilityTest, RowsTellTheirNameLevelAndState)
     EXPECT_EQ(text(rows()[3], QAccessible::Description), "mesh, level 3");
 }
 
-TEST_F(PanelAccessibilityTest, RowButtonsAreCheckBoxes)
+TEST_F(PanelAccessibilityTest, rowButtonsAreCheckBoxes)
 {
     open(house());
     const auto button = [this] {

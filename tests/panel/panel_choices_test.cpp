@@ -7,7 +7,7 @@
 
 namespace {
 
-TEST_F(ScenePanelTest, ChoicesShowInFullAndAreMadeByMouseAndByKeys)
+TEST_F(ScenePanelTest, choicesShowInFullAndAreMadeByMouseAndByKeys)
 {
     Modes mode;
     Filter kind("Type", {"All", "Meshes", "Lights"});

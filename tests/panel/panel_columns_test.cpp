@@ -89,7 +89,7 @@ protected:
     Columns columns;
 };
 
-TEST_F(PanelColumnsTest, CellsFollowTheScene)
+TEST_F(PanelColumnsTest, cellsFollowTheScene)
 {
     openColumns();
     ASSERT_TRUE(cell("row_House", "cell_type"));
@@ -103,7 +103,7 @@ TEST_F(PanelColumnsTest, CellsFollowTheScene)
     EXPECT_FALSE(cell("row_House", "cell_type"));
 }
 
-TEST_F(PanelColumnsTest, ACellIsEditedInAllSelectedRowsInOneStep)
+TEST_F(PanelColumnsTest, aCellIsEditedInAllSelectedRowsInOneStep)
 {
     openColumns();
     QSignalSpy begins(window.panel(), SIGNAL(editBegins(QString)));
@@ -146,7 +146,7 @@ TEST_F(PanelColumnsTest, ACellIsEditedInAllSelectedRowsInOneStep)
     EXPECT_EQ(types(), "hut big mesh big");
 }
 
-TEST_F(PanelColumnsTest, ColumnsThatNeedMoreRoomScrollSideways)
+TEST_F(PanelColumnsTest, columnsThatNeedMoreRoomScrollSideways)
 {
     openColumns();
     const QQuickItem* bar = window.item("column_scroll_bar");
@@ -168,7 +168,7 @@ TEST_F(PanelColumnsTest, ColumnsThatNeedMoreRoomScrollSideways)
     EXPECT_FALSE(model->item(model->find("Wall"))->visible);
 }
 
-TEST_F(PanelColumnsTest, TheHeaderSortsResizesAndReorders)
+TEST_F(PanelColumnsTest, theHeaderSortsResizesAndReorders)
 {
     openColumns();
     window.click(window.middle("header_name"));
@@ -194,7 +194,7 @@ TEST_F(PanelColumnsTest, TheHeaderSortsResizesAndReorders)
     EXPECT_NEAR(window.item("header_shown")->width(), width + 20, 1);
 }
 
-TEST_F(PanelColumnsTest, WidthsAndSortingComeBack)
+TEST_F(PanelColumnsTest, widthsAndSortingComeBack)
 {
     const QTemporaryDir directory;
     QSettings::setDefaultFormat(QSettings::IniFormat);

@@ -28,7 +28,7 @@ protected:
     ~PanelContrastTest() override { QGuiApplication::setPalette(QPalette()); }
 };
 
-TEST_F(PanelContrastTest, HoldsInRowsOfEveryState)
+TEST_F(PanelContrastTest, holdsInRowsOfEveryState)
 {
     const std::pair<const char*, QPalette> palettes[] = {
         {"dark", palette("#2b2d31", "#232529", "#d9dce1", "#3a73b8")},
@@ -73,7 +73,7 @@ TEST_F(PanelContrastTest, HoldsInRowsOfEveryState)
     browser->setFilterPredicate(nullptr);
 }
 
-TEST(PanelFontTest, RowsGrowWithTheSystemsFont)
+TEST(PanelFontTest, rowsGrowWithTheSystemsFont)
 {
     const QFont before = QGuiApplication::font();
     QFont font = before;

@@ -8,7 +8,7 @@ namespace {
 
 using PanelDraggingTest = ScenePanelTest;
 
-TEST_F(PanelDraggingTest, DragsRowsOntoAndBetweenOthers)
+TEST_F(PanelDraggingTest, dragsRowsOntoAndBetweenOthers)
 {
     open(house());
     QSignalSpy ends(window.panel(), SIGNAL(editEnds()));
@@ -29,7 +29,7 @@ TEST_F(PanelDraggingTest, DragsRowsOntoAndBetweenOthers)
     EXPECT_EQ(window.rows(), "House Roof Wall");
 }
 
-TEST_F(PanelDraggingTest, ADragInASortedTreeDropsOntoRowsOnly)
+TEST_F(PanelDraggingTest, aDragInASortedTreeDropsOntoRowsOnly)
 {
     open(house());
     window.click(QPoint(40, 10));
@@ -39,7 +39,7 @@ TEST_F(PanelDraggingTest, ADragInASortedTreeDropsOntoRowsOnly)
     EXPECT_EQ(model->find("Tree").parent().data().toString(), "Roof");
 }
 
-TEST_F(PanelDraggingTest, SeveralRowsKeepTheirOrderSelectionAndExpansion)
+TEST_F(PanelDraggingTest, severalRowsKeepTheirOrderSelectionAndExpansion)
 {
     open(TreeModel::parsed("+A\n  A1\nB\n+C\n  C1\nD\n"));
     ASSERT_EQ(window.rows(), "A A1 B C C1 D");
@@ -51,7 +51,7 @@ TEST_F(PanelDraggingTest, SeveralRowsKeepTheirOrderSelectionAndExpansion)
     EXPECT_EQ(selectedRows(), "C A");
 }
 
-TEST_F(PanelDraggingTest, AClosedRowOpensUnderARestingDrag)
+TEST_F(PanelDraggingTest, aClosedRowOpensUnderARestingDrag)
 {
     open(house());
     window.pull(window.at(120, 3), window.at(120, 2));
@@ -61,7 +61,7 @@ TEST_F(PanelDraggingTest, AClosedRowOpensUnderARestingDrag)
     EXPECT_EQ(model->find("Tree").parent().data().toString(), "Tile");
 }
 
-TEST_F(PanelDraggingTest, EdgesScrollUnderADragUntilTheEnd)
+TEST_F(PanelDraggingTest, edgesScrollUnderADragUntilTheEnd)
 {
     open(TreeModel::wide(60, 0));
     const int end = (60 - PanelWindow::visibleRows) * PanelWindow::rowHeight;

@@ -24,7 +24,7 @@ protected:
     TextPredicate predicate;
 };
 
-TEST_F(PanelEditingTest, FiltersByKeyboardAndCountsWhatItHides)
+TEST_F(PanelEditingTest, filtersByKeyboardAndCountsWhatItHides)
 {
     openFilter(house());
     selectRow("Tree", QItemSelectionModel::Select);
@@ -45,7 +45,7 @@ TEST_F(PanelEditingTest, FiltersByKeyboardAndCountsWhatItHides)
     EXPECT_FALSE(window.item("match_count")->isVisible());
 }
 
-TEST_F(PanelEditingTest, CountsWhatTheFilterHidesBelowACollapsedRow)
+TEST_F(PanelEditingTest, countsWhatTheFilterHidesBelowACollapsedRow)
 {
     openFilter(house());
     predicate.setText("o");
@@ -62,7 +62,7 @@ TEST_F(PanelEditingTest, CountsWhatTheFilterHidesBelowACollapsedRow)
     EXPECT_TRUE(QTest::qWaitFor([&] { return hidden() == 1; }));
 }
 
-TEST_F(PanelEditingTest, SaysWhatItDoesNotUnderstand)
+TEST_F(PanelEditingTest, saysWhatItDoesNotUnderstand)
 {
     openFilter(house());
     const QQuickItem* error = window.item("filter_error");
@@ -83,7 +83,7 @@ TEST_F(PanelEditingTest, SaysWhatItDoesNotUnderstand)
     EXPECT_FALSE(error->isVisible());
 }
 
-TEST_F(PanelEditingTest, NamesTheFilterThatFindsNothingAndClearsIt)
+TEST_F(PanelEditingTest, namesTheFilterThatFindsNothingAndClearsIt)
 {
     Filter kind("Type", {"All", "Lights"});
     openFilter(house());
@@ -100,7 +100,7 @@ TEST_F(PanelEditingTest, NamesTheFilterThatFindsNothingAndClearsIt)
     EXPECT_EQ(window.item("filter_field")->property("text").toString(), QString());
 }
 
-TEST_F(PanelEditingTest, HelpGivesExamplesToUse)
+TEST_F(PanelEditingTest, helpGivesExamplesToUse)
 {
     openFilter(house());
     window.press(Qt::Key_F, Qt::ControlModifier);
@@ -112,7 +112,7 @@ TEST_F(PanelEditingTest, HelpGivesExamplesToUse)
     EXPECT_EQ(predicate.text(), "lamp type:lightx") << "typing goes on";
 }
 
-TEST_F(PanelEditingTest, RenamesInPlaceUntilTheNameIsGood)
+TEST_F(PanelEditingTest, renamesInPlaceUntilTheNameIsGood)
 {
     open(house());
     QSignalSpy steps(window.panel(), SIGNAL(editBegins(QString)));
@@ -134,7 +134,7 @@ TEST_F(PanelEditingTest, RenamesInPlaceUntilTheNameIsGood)
     EXPECT_EQ(selectedRows(), "Roof") << "the tree has the keyboard again";
 }
 
-TEST_F(PanelEditingTest, RenamingEndsWithItsRow)
+TEST_F(PanelEditingTest, renamingEndsWithItsRow)
 {
     open(house());
     window.click(window.at(120, 1));

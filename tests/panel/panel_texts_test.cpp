@@ -11,7 +11,7 @@ namespace {
 
 using kyr::panel::DisplayText;
 
-TEST(DisplayTextTest, EveryTextFitsItsPlace)
+TEST(DisplayTextTest, everyTextFitsItsPlace)
 {
     const QString marks(40, QChar(0x0301));
     const std::pair<QString, QString> lines[] = {
@@ -46,7 +46,7 @@ QString directText(const QString& source, int from)
     return text;
 }
 
-TEST(QmlTextsTest, AllArePlain)
+TEST(QmlTextsTest, allArePlain)
 {
     const QRegularExpression item("\\b(Text|Label|MnemonicLabel) \\{");
     int texts = 0;
@@ -73,7 +73,7 @@ TEST(QmlTextsTest, AllArePlain)
 class PanelTextsTest : public ScenePanelTest
 {};
 
-TEST_F(PanelTextsTest, NoNamePaintsOverOtherRows)
+TEST_F(PanelTextsTest, noNamePaintsOverOtherRows)
 {
     open(house());
     const auto otherRows = [this] {

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int rowHeight = PanelWindow::rowHeight;
 
-TEST_F(ScenePanelTest, SelectsByMouseAndKeyboard)
+TEST_F(ScenePanelTest, selectsByMouseAndKeyboard)
 {
     open(house());
     EXPECT_EQ(window.count(), 4);
@@ -28,7 +28,7 @@ TEST_F(ScenePanelTest, SelectsByMouseAndKeyboard)
     EXPECT_EQ(selectedRows(), "");
 }
 
-TEST_F(ScenePanelTest, OpensRowsByTheirArrowsThatTellWhatTheyHide)
+TEST_F(ScenePanelTest, opensRowsByTheirArrowsThatTellWhatTheyHide)
 {
     open(house(), "Tile");
     EXPECT_EQ(window.panel()->property("statusText").toString(), "1 selected");
@@ -56,7 +56,7 @@ TEST_F(ScenePanelTest, OpensRowsByTheirArrowsThatTellWhatTheyHide)
     EXPECT_EQ(window.count(), 2);
 }
 
-TEST_F(ScenePanelTest, TellsTheBrowserOfHoverMenuAndActivation)
+TEST_F(ScenePanelTest, tellsTheBrowserOfHoverMenuAndActivation)
 {
     open(house());
     const auto menus = std::make_shared<MenuRequests>();
@@ -78,7 +78,7 @@ TEST_F(ScenePanelTest, TellsTheBrowserOfHoverMenuAndActivation)
     EXPECT_EQ(selection.takeLog(), "hover() ");
 }
 
-TEST_F(ScenePanelTest, MarksRowsThatComeForObjectsThatAreSelected)
+TEST_F(ScenePanelTest, marksRowsThatComeForObjectsThatAreSelected)
 {
     open(house());
     // The browser selects their rows while they are being inserted.
@@ -91,7 +91,7 @@ TEST_F(ScenePanelTest, MarksRowsThatComeForObjectsThatAreSelected)
     EXPECT_FALSE(window.item("row_Wall")->property("selected").toBool());
 }
 
-TEST_F(ScenePanelTest, RowButtonsSetTheirStateAndLeaveTheSelectionAlone)
+TEST_F(ScenePanelTest, rowButtonsSetTheirStateAndLeaveTheSelectionAlone)
 {
     open(house());
     const QModelIndex wall = model->find("Wall");
@@ -105,7 +105,7 @@ TEST_F(ScenePanelTest, RowButtonsSetTheirStateAndLeaveTheSelectionAlone)
     EXPECT_EQ(selectedRows(), "Tree");
 }
 
-TEST_F(ScenePanelTest, RevealsWhatIsHiddenAndNeverScrollsWhatIsInView)
+TEST_F(ScenePanelTest, revealsWhatIsHiddenAndNeverScrollsWhatIsInView)
 {
     open(TreeModel::wide(100, 3));
     window.panel()->setProperty("alwaysReveal", true);
@@ -126,7 +126,7 @@ TEST_F(ScenePanelTest, RevealsWhatIsHiddenAndNeverScrollsWhatIsInView)
     EXPECT_EQ(window.scrolled(), (45 + 1 - 10) * rowHeight);
 }
 
-TEST_F(ScenePanelTest, KeepsTheTopRowWhenAllRowsOpen)
+TEST_F(ScenePanelTest, keepsTheTopRowWhenAllRowsOpen)
 {
     open(TreeModel::wide(200, 5));
     Q_EMIT browser->onShowItem(model->find("group 100"));
@@ -136,7 +136,7 @@ TEST_F(ScenePanelTest, KeepsTheTopRowWhenAllRowsOpen)
     EXPECT_EQ(window.scrolled(), top * 6 * rowHeight);
 }
 
-TEST_F(ScenePanelTest, SortingKeepsTheCurrentRowInPlace)
+TEST_F(ScenePanelTest, sortingKeepsTheCurrentRowInPlace)
 {
     open(TreeModel::wide(200, 5));
     Q_EMIT browser->onShowItem(model->find("group 60"));
@@ -151,7 +151,7 @@ TEST_F(ScenePanelTest, SortingKeepsTheCurrentRowInPlace)
         << window.scrolled() << ", not " << expected;
 }
 
-TEST_F(ScenePanelTest, SortingLeavesAListAtItsTop)
+TEST_F(ScenePanelTest, sortingLeavesAListAtItsTop)
 {
     open(TreeModel::wide(200, 5));
     const QPoint nameHeader(40, 10);
@@ -180,7 +180,7 @@ public:
     }
 };
 
-TEST_F(ScenePanelTest, FetchesRowsWhileScrollingAndOnRequest)
+TEST_F(ScenePanelTest, fetchesRowsWhileScrollingAndOnRequest)
 {
     open(std::make_unique<LazyScene>());
     EXPECT_TRUE(QTest::qWaitFor([this] { return window.count() >= 40; }));
@@ -219,7 +219,7 @@ TEST_F(ScenePanelTest, FetchesRowsWhileScrollingAndOnRequest)
     filtered.setFilterPredicate(nullptr);
 }
 
-TEST_F(ScenePanelTest, ShowsAnOrdinaryModelWithoutABrowser)
+TEST_F(ScenePanelTest, showsAnOrdinaryModelWithoutABrowser)
 {
     open(house());
     QStandardItemModel plain;
@@ -240,7 +240,7 @@ TEST_F(ScenePanelTest, ShowsAnOrdinaryModelWithoutABrowser)
     EXPECT_EQ(window.count(), 0);
 }
 
-TEST_F(ScenePanelTest, ShowsWhatTheEditorHangsAboveTheTree)
+TEST_F(ScenePanelTest, showsWhatTheEditorHangsAboveTheTree)
 {
     open(house());
     QQmlComponent component(window.engine());

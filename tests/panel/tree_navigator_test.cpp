@@ -87,7 +87,7 @@ public:
 };
 
 // At the start the rows are: House Walls North South Roof Door Tree Lamp Larch.
-TEST(TreeNavigatorTest, SelectsInOrderAndFocuses)
+TEST(TreeNavigatorTest, selectsInOrderAndFocuses)
 {
     // Commands, what is selected then, and the current row.
     const std::tuple<const char*, const char*, const char*> rows[] = {
@@ -141,7 +141,7 @@ TEST(TreeNavigatorTest, SelectsInOrderAndFocuses)
     }
 }
 
-TEST(TreeNavigatorTest, ARangeIsOneCallWithSiblingRunsFromTopToBottom)
+TEST(TreeNavigatorTest, aRangeIsOneCallWithSiblingRunsFromTopToBottom)
 {
     Gestures gestures;
     gestures.run("click Walls");
@@ -154,7 +154,7 @@ TEST(TreeNavigatorTest, ARangeIsOneCallWithSiblingRunsFromTopToBottom)
     EXPECT_EQ(runs.join(' ').toStdString(), "Walls-Walls North-South Roof-Door Tree-Lamp");
 }
 
-TEST(TreeNavigatorTest, FocusFollowsIntoTheRowThatHidesIt)
+TEST(TreeNavigatorTest, focusFollowsIntoTheRowThatHidesIt)
 {
     for (const char* close : {"arrow House", "Shift arrow House", "key Left, key Left, key Left"}) {
         Gestures gestures;
@@ -167,7 +167,7 @@ TEST(TreeNavigatorTest, FocusFollowsIntoTheRowThatHidesIt)
     }
 }
 
-TEST(TreeNavigatorTest, ShiftTakesTheBranchAlong)
+TEST(TreeNavigatorTest, shiftTakesTheBranchAlong)
 {
     Gestures gestures;
     gestures.run("click House, key Shift+Right");
@@ -178,7 +178,7 @@ TEST(TreeNavigatorTest, ShiftTakesTheBranchAlong)
     EXPECT_EQ(gestures.shown(), "House Walls North South Roof Tile Door Tree Lamp Larch");
 }
 
-TEST(TreeNavigatorTest, ThePrimaryObjectIsTheOneSelectedLast)
+TEST(TreeNavigatorTest, thePrimaryObjectIsTheOneSelectedLast)
 {
     Gestures gestures;
     EXPECT_FALSE(gestures.navigator.primaryIndex().isValid());
@@ -186,7 +186,7 @@ TEST(TreeNavigatorTest, ThePrimaryObjectIsTheOneSelectedLast)
     EXPECT_EQ(gestures.navigator.primaryIndex().data().toString(), "North");
 }
 
-TEST(TreeNavigatorTest, GesturesSurviveModelsThatGo)
+TEST(TreeNavigatorTest, gesturesSurviveModelsThatGo)
 {
     Gestures gestures;
     gestures.run("click South");

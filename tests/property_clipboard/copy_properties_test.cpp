@@ -15,7 +15,7 @@ struct NoText
 
 using CopyProperties = PropertyClipboardTest;
 
-TEST_F(CopyProperties, WritesTheDocument)
+TEST_F(CopyProperties, writesTheDocument)
 {
     const auto deepest = std::make_shared<PropertyBag>();
     deepest->add("third", Variant(true));
@@ -60,7 +60,7 @@ TEST_F(CopyProperties, WritesTheDocument)
     EXPECT_TRUE(Zar::StackTracker::entries().empty());
 }
 
-TEST_F(CopyProperties, OrdersObjectsByRowBeforeParent)
+TEST_F(CopyProperties, ordersObjectsByRowBeforeParent)
 {
     const auto a = addBag("a"), b = addBag("b"), c = addBag("c");
     const auto c0 = std::make_shared<PropertyBag>("c0"), c1 = std::make_shared<PropertyBag>("c1");
@@ -79,7 +79,7 @@ TEST_F(CopyProperties, OrdersObjectsByRowBeforeParent)
     EXPECT_TRUE(messages.take().empty());
 }
 
-TEST_F(CopyProperties, SaysWhyItCannotAsPasteDoes)
+TEST_F(CopyProperties, saysWhyItCannotAsPasteDoes)
 {
     clipboard->text = "before";
     const auto bag = addBag("bag");
@@ -110,7 +110,7 @@ TEST_F(CopyProperties, SaysWhyItCannotAsPasteDoes)
     }
 }
 
-TEST_F(CopyProperties, AnAnnotationOfAnotherTypeEndsTheWalk)
+TEST_F(CopyProperties, anAnnotationOfAnotherTypeEndsTheWalk)
 {
     const auto bag = std::make_shared<PropertyBag>();
     bag->add("a", Variant(1)).annotations.add(Meta::sceneItemAnnotationName(), Variant(7));

@@ -57,7 +57,7 @@ protected:
     }
 };
 
-TEST_F(PasteProperties, DealsStoredObjectsInTurn)
+TEST_F(PasteProperties, dealsStoredObjectsInTurn)
 {
     const std::pair<Lines, Lines> rows[] = {
         {{"7"}, {"a=7\n", "a=7\n", "a=7\n"}},
@@ -78,7 +78,7 @@ TEST_F(PasteProperties, DealsStoredObjectsInTurn)
     }
 }
 
-TEST_F(PasteProperties, SetsWhatMatchesAndDiffers)
+TEST_F(PasteProperties, setsWhatMatchesAndDiffers)
 {
     const auto nested = std::make_shared<PropertyBag>();
     nested->add("b", Variant(0));
@@ -119,7 +119,7 @@ TEST_F(PasteProperties, SetsWhatMatchesAndDiffers)
     EXPECT_EQ(report.unmatched, 5u);
 }
 
-TEST_F(PasteProperties, NamesAreHashedNowhere)
+TEST_F(PasteProperties, namesAreHashedNowhere)
 {
     const auto bag = addBag("bag");
     std::string inside;
@@ -137,7 +137,7 @@ TEST_F(PasteProperties, NamesAreHashedNowhere)
     EXPECT_EQ(watchedHashes, 1);
 }
 
-TEST_F(PasteProperties, StoredObjectsWithoutPropertiesAreReported)
+TEST_F(PasteProperties, storedObjectsWithoutPropertiesAreReported)
 {
     const auto a = addBag("a"), b = addBag("b");
     select({a, b});
@@ -149,7 +149,7 @@ TEST_F(PasteProperties, StoredObjectsWithoutPropertiesAreReported)
                             "2 Paste '1' to property 'a'"));
 }
 
-TEST_F(PasteProperties, UnusableClipboardsChangeNothing)
+TEST_F(PasteProperties, unusableClipboardsChangeNothing)
 {
     const auto bag = addBag("bag");
     const auto stranger = std::make_shared<PropertyBag>("stranger");
@@ -183,7 +183,7 @@ TEST_F(PasteProperties, UnusableClipboardsChangeNothing)
     EXPECT_EQ(browser.lastPasteReport().targets, 0u);
 }
 
-TEST_F(PasteProperties, IsOneStepThatUndoRestores)
+TEST_F(PasteProperties, isOneStepThatUndoRestores)
 {
     const auto a = addBag("a", "ab"), b = addBag("b", "ab");
     const auto stranger = std::make_shared<PropertyBag>("stranger");
@@ -205,7 +205,7 @@ TEST_F(PasteProperties, IsOneStepThatUndoRestores)
     EXPECT_EQ(changes->stack().count(), before + 1);
 }
 
-TEST_F(PasteProperties, TypesWithoutATextFormAreNamedOnceAPaste)
+TEST_F(PasteProperties, typesWithoutATextFormAreNamedOnceAPaste)
 {
     const std::vector<std::shared_ptr<PropertyBag>> bags{addBag("x", ""), addBag("y", "")};
     for (const auto& bag : bags) {
@@ -226,7 +226,7 @@ TEST_F(PasteProperties, TypesWithoutATextFormAreNamedOnceAPaste)
     EXPECT_EQ(browser.lastPasteReport().refused, 4u);
 }
 
-TEST_F(PasteProperties, AnExceptionClosesTheStep)
+TEST_F(PasteProperties, anExceptionClosesTheStep)
 {
     const auto bag = std::make_shared<PropertyBag>();
     bag->add("a", Variant(0));
@@ -240,7 +240,7 @@ TEST_F(PasteProperties, AnExceptionClosesTheStep)
     EXPECT_THAT(selected(), ElementsAre("bag"));
 }
 
-TEST_F(PasteProperties, ATwinOfARandomSceneBecomesEqual)
+TEST_F(PasteProperties, aTwinOfARandomSceneBecomesEqual)
 {
     std::mt19937 random(17);
     for (unsigned scene = 0; scene < 40; ++scene) {

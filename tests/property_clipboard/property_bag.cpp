@@ -27,7 +27,7 @@ private:
 
 float randomFloat(std::mt19937& random)
 {
-    const auto bits = static_cast<std::uint32_t>(random());
+    const auto bits = std::uint32_t(random());
     float number;
     std::memcpy(&number, &bits, sizeof number);
     return number == number ? number : 0.5f;
@@ -37,7 +37,7 @@ std::string randomText(std::mt19937& random)
 {
     std::string text;
     for (auto length = random() % 10; length > 0; --length)
-        text += static_cast<char>(random() % 2 ? random() : "a <&\r\n\\"[random() % 7]);
+        text += char(random() % 2 ? random() : "a <&\r\n\\"[random() % 7]);
     return text;
 }
 
@@ -45,13 +45,13 @@ lumo::Variant randomValue(unsigned type, std::mt19937& random)
 {
     const lumo::Variant values[] = {
         lumo::Variant(random() % 2 == 0),
-        lumo::Variant(static_cast<int>(random())),
+        lumo::Variant(int(random())),
         lumo::Variant(randomFloat(random)),
         lumo::Variant(double(randomFloat(random)) / 3),
         lumo::Variant(randomText(random)),
         lumo::Variant(lumo::Vector3{randomFloat(random), 0, randomFloat(random)}),
         lumo::Variant(lumo::Color{randomFloat(random), 1, 0.1f, 1}),
-        lumo::Variant(static_cast<std::uint64_t>(random()) << 32),
+        lumo::Variant(std::uint64_t(random()) << 32),
     };
     return values[type % 8];
 }
@@ -65,7 +65,7 @@ void fill(PropertyBag& bag, std::mt19937& shape, std::mt19937& random, int depth
             fill(*nested, shape, random, depth - 1);
             bag.nest(name, std::move(nested));
         } else {
-            bag.add(name, randomValue(static_cast<unsigned>(shape()), random));
+            bag.add(name, randomValue(unsigned(shape()), random));
         }
     }
 }

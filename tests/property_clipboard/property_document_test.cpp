@@ -18,7 +18,7 @@ using namespace test;
 using lumo::Variant;
 namespace properties = kyr::properties;
 
-TEST(PropertyText, IsTheTextTheValueHoldsPointsToOrConvertsTo)
+TEST(PropertyText, isTheTextTheValueHoldsPointsToOrConvertsTo)
 {
     std::string text = "out";
     const std::string* none = nullptr;
@@ -38,7 +38,7 @@ TEST(PropertyText, IsTheTextTheValueHoldsPointsToOrConvertsTo)
     EXPECT_FALSE(properties::valueEqualsText(Variant(std::string("a\0b", 3)), "a"));
 }
 
-TEST(PropertyWalk, AsksTheAnnotationHoweverItIsHeld)
+TEST(PropertyWalk, asksTheAnnotationHoweverItIsHeld)
 {
     const Meta::SceneItem keepsOut;
     const Meta::SceneItem asksName(
@@ -87,7 +87,7 @@ public:
     mutable int reads = 0;
 };
 
-TEST(PropertyDocument, AStoredObjectIsReadOnceForAllTargets)
+TEST(PropertyDocument, aStoredObjectIsReadOnceForAllTargets)
 {
     const Zar::SmartPointer<BarrenSection> root(new BarrenSection);
     const Zar::SmartPointer<BarrenSection> object(new BarrenSection);
@@ -101,7 +101,7 @@ TEST(PropertyDocument, AStoredObjectIsReadOnceForAllTargets)
     EXPECT_EQ(object->reads, 1);
 }
 
-TEST(PropertyDocument, BrokenInvariantsAreReportedAndSurvived)
+TEST(PropertyDocument, brokenInvariantsAreReportedAndSurvived)
 {
     MessageLog messages;
     const auto expectReport = [&messages](const std::string& condition) {

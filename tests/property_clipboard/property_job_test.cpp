@@ -18,7 +18,7 @@ protected:
     {
         bags = {addBag("x", "ab"), addBag("y", "ab"), addBag("z", "ab")};
         for (int i = 0; i < 3; ++i)
-            bags[static_cast<std::size_t>(i)]->value(0) = lumo::Variant(i + 1);
+            bags[std::size_t(i)]->value(0) = lumo::Variant(i + 1);
         select(bags);
         document = copied();
         for (const auto& bag : bags)
@@ -31,7 +31,7 @@ protected:
     std::string document;
 };
 
-TEST_F(PropertyJobs, PasteInSlicesIsTheSamePaste)
+TEST_F(PropertyJobs, pasteInSlicesIsTheSamePaste)
 {
     EXPECT_TRUE(browser.pasteProperties());
     const std::string expected = values();
@@ -79,7 +79,7 @@ protected:
                 bag->changes.reset();
         }
         for (const int i : {2, 0, 1})
-            before.emplace_back(kyr::ReflectedObject(bags[static_cast<std::size_t>(i)]));
+            before.emplace_back(kyr::ReflectedObject(bags[std::size_t(i)]));
         chosen.setSelection(before, false);
     }
     void expectNothing()
@@ -97,7 +97,7 @@ protected:
     int steps = 0;
 };
 
-TEST_P(UnfinishedPaste, LeavesNothing)
+TEST_P(UnfinishedPaste, leavesNothing)
 {
     EXPECT_TRUE(pasting.pasteProperties());
     if (GetParam()) {
@@ -136,7 +136,7 @@ TEST_P(UnfinishedPaste, LeavesNothing)
 
 INSTANTIATE_TEST_SUITE_P(ByController, UnfinishedPaste, testing::Bool());
 
-TEST_F(PropertyJobs, TakeAChoiceOfPathsAndCountByPath)
+TEST_F(PropertyJobs, takeAChoiceOfPathsAndCountByPath)
 {
     const auto chooseB = [](const std::string& path) { return path == "b"; };
     bags[0]->value(1) = lumo::Variant(7);
@@ -167,7 +167,7 @@ TEST_F(PropertyJobs, TakeAChoiceOfPathsAndCountByPath)
     EXPECT_EQ(job->report().unmatched, 1u);
 }
 
-TEST_F(PropertyJobs, JobsOutliveTheirBrowser)
+TEST_F(PropertyJobs, jobsOutliveTheirBrowser)
 {
     auto other = std::make_unique<SceneBrowserData>(&assetModel, &selection, nullptr);
     select(bags);
@@ -179,7 +179,7 @@ TEST_F(PropertyJobs, JobsOutliveTheirBrowser)
     EXPECT_EQ(values(), "a=1\nb=0\na=2\nb=0\na=3\nb=0\n");
 }
 
-TEST_F(PropertyJobs, CopyReachesTheClipboardInTheEnd)
+TEST_F(PropertyJobs, copyReachesTheClipboardInTheEnd)
 {
     clipboard->text = "before";
     auto job = browser.startCopy();

@@ -306,7 +306,7 @@ TEST_F(SceneDocumentTest, undoOfRandomEditsRestoresEveryState)
         std::vector<std::string> states{contentOf(*document.root())};
         for (int i = 0; i < 60; ++i) {
             editAtRandom(document, random);
-            if (document.undoStack().count() == static_cast<int>(states.size()))
+            if (document.undoStack().count() == int(states.size()))
                 states.push_back(contentOf(*document.root()));
             ASSERT_EQ(contentOf(*document.root()), states.back());
         }

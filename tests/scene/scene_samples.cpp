@@ -166,14 +166,13 @@ void editAtRandom(SceneDocument& document, std::mt19937& random)
         document.remove(some);
         break;
     case 1:
-        document.reparent(some, place, static_cast<int>(row));
+        document.reparent(some, place, int(row));
         break;
     case 2:
         document.duplicate(some);
         break;
     case 3:
-        document.insert(SceneObject::create(ObjectKind::Light, "New"), place,
-                        static_cast<int>(row));
+        document.insert(SceneObject::create(ObjectKind::Light, "New"), place, int(row));
         break;
     case 4:
         document.setProperty(some, below(2) ? "visible" : "locked", lumo::Variant(below(4) == 0));

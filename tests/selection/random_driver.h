@@ -76,7 +76,7 @@ public:
 
 private:
     void insert(const QModelIndex& parent, int row, int count);
-    int pick(int below) { return static_cast<int>(m_random() % static_cast<unsigned>(below)); }
+    int pick(int below) { return int(m_random() % unsigned(below)); }
     QModelIndex anyParent();
     QModelIndex parentWithRows();
     bool leaves(const QModelIndex& parent, int top, int bottom) const;

@@ -21,7 +21,7 @@ std::shared_ptr<void> onDestruction(std::function<void()> function)
     return {nullptr, [function](void*) { function(); }};
 }
 
-TEST(SignalLifetime, HandlesOutliveTheSignal)
+TEST(SignalLifetime, handlesOutliveTheSignal)
 {
     auto signal = std::make_unique<VoidSignal>();
     const auto token = std::make_shared<int>();
@@ -62,7 +62,7 @@ void destroyInsideSlot(int count, int destroyer, bool inNestedEmission)
         EXPECT_FALSE(slot.isConnected());
 }
 
-TEST(SignalLifetime, DestructionInsideASlotEndsTheEmission)
+TEST(SignalLifetime, destructionInsideASlotEndsTheEmission)
 {
     for (const bool nested : {false, true}) {
         destroyInsideSlot(1, 0, nested);
@@ -72,7 +72,7 @@ TEST(SignalLifetime, DestructionInsideASlotEndsTheEmission)
     }
 }
 
-TEST(SignalLifetime, CallableDestructorUsesTheSignal)
+TEST(SignalLifetime, callableDestructorUsesTheSignal)
 {
     auto signal = std::make_unique<VoidSignal>();
     std::string log;
@@ -107,7 +107,7 @@ TEST(SignalLifetime, CallableDestructorUsesTheSignal)
     EXPECT_FALSE(reconnected.back().isConnected());
 }
 
-TEST(SignalLifetime, CallableOwnsItsHandleOrItsSignal)
+TEST(SignalLifetime, callableOwnsItsHandleOrItsSignal)
 {
     VoidSignal signal;
     auto handle = std::make_shared<Connection>();
@@ -136,7 +136,7 @@ public:
     }
 };
 
-TEST(SignalFaults, AreReported)
+TEST(SignalFaults, areReported)
 {
     using Record = vex::signal_details::RegularSlotHolder<void(), std::function<void()>>;
     std::vector<Zar::DebugMessage> messages;

@@ -74,7 +74,7 @@ void runTogether(const std::vector<std::function<void()>>& bodies)
         thread.join();
 }
 
-TEST(SignalStress, ConnectDisconnectAndEmitTogether)
+TEST(SignalStress, connectDisconnectAndEmitTogether)
 {
     std::atomic<int> living{0};
     std::atomic<int> steadyCalls{0};
@@ -86,7 +86,7 @@ TEST(SignalStress, ConnectDisconnectAndEmitTogether)
         const auto churn = [&](int seed) {
             std::vector<Connection> slots(8);
             for (int step = 0; step < 100000; ++step) {
-                Connection& slot = slots[static_cast<std::size_t>(step * seed) % slots.size()];
+                Connection& slot = slots[std::size_t(step * seed) % slots.size()];
                 slot.disconnect();
                 slot = signal.connect(Probe(living), step % 3 - 1);
                 if (step % 5 == 0)
@@ -105,7 +105,7 @@ TEST(SignalStress, ConnectDisconnectAndEmitTogether)
     EXPECT_EQ(living, 0);
 }
 
-TEST(SignalStress, FirstConnectionsRace)
+TEST(SignalStress, firstConnectionsRace)
 {
     std::atomic<int> calls{0};
     std::vector<TestSignal> signals(rounds);
@@ -123,7 +123,7 @@ TEST(SignalStress, FirstConnectionsRace)
     EXPECT_EQ(calls, 2 * rounds);
 }
 
-TEST(SignalStress, DestructionRacesDisconnectAndEmission)
+TEST(SignalStress, destructionRacesDisconnectAndEmission)
 {
     std::atomic<int> living{0};
     StartLine line(4);

@@ -41,7 +41,7 @@ protected:
     VoidSignal m_signal;
 };
 
-TEST_F(SignalTest, CallsInOrderOfKeyThenConnection)
+TEST_F(SignalTest, callsInOrderOfKeyThenConnection)
 {
     const Connection slots[] = {
         m_signal.connect(logs("c")),     m_signal.connect(logs("d")),
@@ -51,7 +51,7 @@ TEST_F(SignalTest, CallsInOrderOfKeyThenConnection)
     EXPECT_EQ(emitted(), "abcdef");
 }
 
-TEST_F(SignalTest, HandleEndsItsSubscription)
+TEST_F(SignalTest, handleEndsItsSubscription)
 {
     Connection a = m_signal.connect(logs("a"));
     Connection b = m_signal.connect(logs("b"));
@@ -75,7 +75,7 @@ TEST_F(SignalTest, HandleEndsItsSubscription)
     EXPECT_EQ(emitted(), "");
 }
 
-TEST_F(SignalTest, SlotDisconnectsItselfAndOthers)
+TEST_F(SignalTest, slotDisconnectsItselfAndOthers)
 {
     const auto token = std::make_shared<int>();
     Connection self, later;
@@ -92,7 +92,7 @@ TEST_F(SignalTest, SlotDisconnectsItselfAndOthers)
     EXPECT_EQ(emitted(), "ac");
 }
 
-TEST_F(SignalTest, SlotConnectedDuringAnEmissionWaitsForTheNext)
+TEST_F(SignalTest, slotConnectedDuringAnEmissionWaitsForTheNext)
 {
     std::vector<Connection> added;
     const Connection connector = m_signal.connect([&] {
@@ -110,7 +110,7 @@ TEST_F(SignalTest, SlotConnectedDuringAnEmissionWaitsForTheNext)
 
 // A slot belongs to the emission that was begun last when it was connected. An outer emission is
 // another one and calls it.
-TEST_F(SignalTest, NestedEmissions)
+TEST_F(SignalTest, nestedEmissions)
 {
     int depth = 0;
     Connection added;
@@ -126,7 +126,7 @@ TEST_F(SignalTest, NestedEmissions)
     EXPECT_EQ(emitted(), "12aan");
 }
 
-TEST_F(SignalTest, NestedEmissionDisconnectsTheSlotThatRunsOutside)
+TEST_F(SignalTest, nestedEmissionDisconnectsTheSlotThatRunsOutside)
 {
     Connection self;
     bool nested = false;
@@ -142,7 +142,7 @@ TEST_F(SignalTest, NestedEmissionDisconnectsTheSlotThatRunsOutside)
     EXPECT_EQ(emitted(), "b");
 }
 
-TEST_F(SignalTest, ExceptionEndsTheEmissionOnly)
+TEST_F(SignalTest, exceptionEndsTheEmissionOnly)
 {
     const Connection before = m_signal.connect(logs("a"));
     const auto token = std::make_shared<int>();
@@ -162,7 +162,7 @@ TEST_F(SignalTest, ExceptionEndsTheEmissionOnly)
     EXPECT_EQ(m_log, "");
 }
 
-TEST_F(SignalTest, AllocatesOnceForItselfAndOnceForAConnection)
+TEST_F(SignalTest, allocatesOnceForItselfAndOnceForAConnection)
 {
     std::size_t before = test::allocationCount();
     const auto allocations = [&] {
@@ -185,7 +185,7 @@ TEST_F(SignalTest, AllocatesOnceForItselfAndOnceForAConnection)
     EXPECT_EQ(calls, 3);
 }
 
-TEST(SignalResult, IsTheLastOneOrNone)
+TEST(SignalResult, isTheLastOneOrNone)
 {
     vex::Signal<std::string(int, std::string&)> signal;
     std::string seen;
@@ -197,7 +197,7 @@ TEST(SignalResult, IsTheLastOneOrNone)
     EXPECT_EQ(seen, "a");
 }
 
-TEST(SignalResult, EverySlotGetsTheWholeArgument)
+TEST(SignalResult, everySlotGetsTheWholeArgument)
 {
     vex::Signal<void(std::string)> signal;
     std::string seen;

@@ -10,7 +10,7 @@ namespace {
 using lumo::Variant;
 using Meta::SceneItem;
 
-TEST(SceneItem, IsSharedByCopiesAndCopiedOnceOnChange)
+TEST(SceneItem, isSharedByCopiesAndCopiedOnceOnChange)
 {
     static std::string scopes;
     vex::Profiler::g_hooks.valueScopeBegin = [](const char* name) { scopes += name; };
@@ -32,7 +32,7 @@ TEST(SceneItem, IsSharedByCopiesAndCopiedOnceOnChange)
     EXPECT_FALSE(second.tryGet<SceneItem>()->predicate(kyr::BoundProperty()));
 }
 
-TEST(SceneItem, ReadsAsPointerToItself)
+TEST(SceneItem, readsAsPointerToItself)
 {
     const SceneItem outside;
     const Variant inside{SceneItem()};
@@ -43,7 +43,7 @@ TEST(SceneItem, ReadsAsPointerToItself)
     EXPECT_THROW(Variant(1).cast<const SceneItem*>(), lumo::VariantCastError);
 }
 
-TEST(SceneItem, StreamsPassItOver)
+TEST(SceneItem, streamsPassItOver)
 {
     const SceneItem outside;
     for (Variant value : {Variant(SceneItem()), Variant(&outside)}) {
@@ -64,7 +64,7 @@ TEST(SceneItem, StreamsPassItOver)
     }
 }
 
-TEST(SceneItem, MovedPayloadIsLeftEmpty)
+TEST(SceneItem, movedPayloadIsLeftEmpty)
 {
     alignas(lumo::MetaType::storageAlignment) std::byte storage[lumo::MetaType::storageSize];
     Variant item{SceneItem()};

@@ -63,7 +63,7 @@ void expectExact(const T& value)
     ASSERT_EQ(bytesOf(*back.tryGet<T>()), bytesOf(value)) << textOf(Variant(value));
 }
 
-TEST_F(VariantConverterTest, EveryNanKeepsItsBits)
+TEST_F(VariantConverterTest, everyNanKeepsItsBits)
 {
     for (const std::uint32_t bits : {0x7fc00000u, 0xffc00000u, 0x7f800001u, 0xffffffffu}) {
         float number = 0;
@@ -82,7 +82,7 @@ TEST_F(VariantConverterTest, EveryNanKeepsItsBits)
     }
 }
 
-TEST_F(VariantConverterTest, TextFormsAreShortAndReadable)
+TEST_F(VariantConverterTest, textFormsAreShortAndReadable)
 {
     const std::pair<Variant, const char*> rows[] = {
         {Variant(true), "true"},
@@ -106,7 +106,7 @@ TEST_F(VariantConverterTest, TextFormsAreShortAndReadable)
         EXPECT_EQ(textOf(value), text);
 }
 
-TEST_F(VariantConverterTest, EveryNumberComesBackExactly)
+TEST_F(VariantConverterTest, everyNumberComesBackExactly)
 {
     std::mt19937_64 random(5);
     for (int i = 0; i < 20000; ++i) {
@@ -121,13 +121,13 @@ TEST_F(VariantConverterTest, EveryNumberComesBackExactly)
             expectExact(narrow);
             expectExact(lumo::Vector4{narrow, -narrow, 0.1f, 1e-45f});
         }
-        expectExact(static_cast<std::int64_t>(bits));
-        expectExact(static_cast<std::int8_t>(bits));
-        expectExact(static_cast<std::uint16_t>(bits));
+        expectExact(std::int64_t(bits));
+        expectExact(std::int8_t(bits));
+        expectExact(std::uint16_t(bits));
     }
 }
 
-TEST_F(VariantConverterTest, TextsThatAreNoValueChangeNothing)
+TEST_F(VariantConverterTest, textsThatAreNoValueChangeNothing)
 {
     const std::pair<Variant, std::vector<const char*>> rows[] = {
         {Variant(true), {"", "1", "True", "true "}},
@@ -148,7 +148,7 @@ TEST_F(VariantConverterTest, TextsThatAreNoValueChangeNothing)
     }
 }
 
-TEST_F(VariantConverterTest, TheLocaleDoesNotMatter)
+TEST_F(VariantConverterTest, theLocaleDoesNotMatter)
 {
     struct Comma : std::numpunct<char>
     {
@@ -160,7 +160,7 @@ TEST_F(VariantConverterTest, TheLocaleDoesNotMatter)
     std::locale::global(before);
 }
 
-TEST_F(VariantConverterTest, ConversionsAndTextFormsCanBeRegistered)
+TEST_F(VariantConverterTest, conversionsAndTextFormsCanBeRegistered)
 {
     Variant target{NoText{}};
     EXPECT_FALSE(VariantConverter::convert(target, Variant(Shape::Ball)));
@@ -176,7 +176,7 @@ TEST_F(VariantConverterTest, ConversionsAndTextFormsCanBeRegistered)
     EXPECT_FALSE(VariantConverter::hasTextForm(lumo::metaTypeOf<NoText>()));
 }
 
-TEST_F(VariantConverterTest, RegistersWhileOthersConvert)
+TEST_F(VariantConverterTest, registersWhileOthersConvert)
 {
     std::atomic<bool> stop = false;
     std::thread reader([&stop] {

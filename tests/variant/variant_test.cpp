@@ -25,7 +25,7 @@ struct NoDefault
     int number;
 };
 
-TEST(Variant, SmallValuesNeedNoAllocation)
+TEST(Variant, smallValuesNeedNoAllocation)
 {
     const std::size_t before = test::allocationCount();
     {
@@ -41,7 +41,7 @@ TEST(Variant, SmallValuesNeedNoAllocation)
     EXPECT_EQ(test::allocationCount(), before);
 }
 
-TEST(Variant, CopiesOfLargeValuesShareOneUntilChanged)
+TEST(Variant, copiesOfLargeValuesShareOneUntilChanged)
 {
     Variant first{Large{}};
     Variant second = first;
@@ -54,7 +54,7 @@ TEST(Variant, CopiesOfLargeValuesShareOneUntilChanged)
     EXPECT_EQ(second.tryGetMutable<Large>(), alone);
 }
 
-TEST(Variant, AssignmentReleasesAndMovesEmptyTheSource)
+TEST(Variant, assignmentReleasesAndMovesEmptyTheSource)
 {
     const auto tracked = std::make_shared<int>(1);
     Variant holder(tracked);
@@ -69,7 +69,7 @@ TEST(Variant, AssignmentReleasesAndMovesEmptyTheSource)
     EXPECT_EQ(moved.cast<int>(), 3);
 }
 
-TEST(Variant, ReadsThroughPointersAndHandsOutAddresses)
+TEST(Variant, readsThroughPointersAndHandsOutAddresses)
 {
     std::string text = "pointed at";
     std::string* none = nullptr;
@@ -90,7 +90,7 @@ TEST(Variant, ReadsThroughPointersAndHandsOutAddresses)
     EXPECT_THROW(Variant().cast<int>(), lumo::VariantCastError);
 }
 
-TEST(Variant, EqualValuesOfOneTypeAreEqualAndHashAlike)
+TEST(Variant, equalValuesOfOneTypeAreEqualAndHashAlike)
 {
     EXPECT_TRUE(Variant() == Variant());
     EXPECT_FALSE(Variant() == Variant(0));
@@ -107,14 +107,14 @@ TEST(Variant, EqualValuesOfOneTypeAreEqualAndHashAlike)
     EXPECT_EQ(Variant("foobar").hash(), 0x85944171f73967e8u);
 }
 
-TEST(Variant, TypesHaveADefaultOrNone)
+TEST(Variant, typesHaveADefaultOrNone)
 {
     EXPECT_TRUE(Variant().type() == lumo::metaTypeOf<void>());
     EXPECT_TRUE(Variant::defaultOf(lumo::metaTypeOf<NoDefault>()).isVoid());
     EXPECT_EQ(Variant::defaultOf(lumo::metaTypeOf<int>()).cast<int>(), 0);
 }
 
-TEST(Variant, StreamsGiveValuesBack)
+TEST(Variant, streamsGiveValuesBack)
 {
     // So long that its length takes a second byte.
     const std::string text = std::string("say \"hi\" \\ \0 ", 13) + std::string(115, '-');
@@ -142,7 +142,7 @@ TEST(Variant, StreamsGiveValuesBack)
     EXPECT_EQ(words.text().substr(0, 11), "\"say \\\"hi\\\"");
 }
 
-TEST(Variant, StreamsThatEndTooEarlyLeaveTheValue)
+TEST(Variant, streamsThatEndTooEarlyLeaveTheValue)
 {
     Zar::BinaryOStream out;
     out.appendPackedInt(300);

@@ -50,7 +50,7 @@ protected:
 
 } // namespace
 
-TEST_F(GizmoTest, MovesByWhatThePointerPassesInTheWorld)
+TEST_F(GizmoTest, movesByWhatThePointerPassesInTheWorld)
 {
     for (int i = 0; i < 3; ++i) {
         const QVector3D from = m_frame.origin + axis(i) * 0.4f;
@@ -72,7 +72,7 @@ TEST_F(GizmoTest, MovesByWhatThePointerPassesInTheWorld)
     EXPECT_EQ("X  +1.50 m", stepped.text().toStdString());
 }
 
-TEST_F(GizmoTest, TurnsWithThePointerAlsoBeyondHalfATurn)
+TEST_F(GizmoTest, turnsWithThePointerAlsoBeyondHalfATurn)
 {
     m_camera.lookFrom(85, 25); // onto no ring from its side
     for (int i = 0; i < 3; ++i) {
@@ -101,7 +101,7 @@ TEST_F(GizmoTest, TurnsWithThePointerAlsoBeyondHalfATurn)
     EXPECT_EQ("+90.0°", roll.text().toStdString());
 }
 
-TEST_F(GizmoTest, ScalesOneAxisOrAllAndNeverToNothing)
+TEST_F(GizmoTest, scalesOneAxisOrAllAndNeverToNothing)
 {
     const QVector3D end = m_frame.origin + axis(1);
     const GizmoChange taller = dragged(Tool::Scale, {Part::Axis, 1}, end, end + axis(1) * 0.5f);
@@ -121,7 +121,7 @@ TEST_F(GizmoTest, ScalesOneAxisOrAllAndNeverToNothing)
     EXPECT_EQ("× 1.40", all.change(GizmoSteps()).text().toStdString());
 }
 
-TEST_F(GizmoTest, WaysToTheHorizonLeaveTheLastResult)
+TEST_F(GizmoTest, waysToTheHorizonLeaveTheLastResult)
 {
     m_camera.lookFrom(0, 5);
     m_frame.axes = GizmoFrame().axes;
@@ -132,7 +132,7 @@ TEST_F(GizmoTest, WaysToTheHorizonLeaveTheLastResult)
     expectNear(last, drag.change(std::nullopt).translation());
 }
 
-TEST_F(GizmoTest, HandlesAreWhereTheyShowAndNotWhereTheyCannotBeDragged)
+TEST_F(GizmoTest, handlesAreWhereTheyShowAndNotWhereTheyCannotBeDragged)
 {
     for (const Tool tool : {Tool::Move, Tool::Rotate, Tool::Scale}) {
         const GizmoLayout layout(tool, m_frame, m_camera);
@@ -160,7 +160,7 @@ TEST_F(GizmoTest, HandlesAreWhereTheyShowAndNotWhereTheyCannotBeDragged)
     EXPECT_TRUE(GizmoLayout(Tool::None, {}, m_camera).isEmpty());
 }
 
-TEST_F(GizmoTest, ControllerTellsADragFromAClickAndCancels)
+TEST_F(GizmoTest, controllerTellsADragFromAClickAndCancels)
 {
     GizmoController gizmo(m_camera);
     QStringList log;

@@ -194,7 +194,7 @@ protected:
 
 } // namespace
 
-TEST_P(ItemSetTest, PicksWhatEveryTriangleSays)
+TEST_P(ItemSetTest, picksWhatEveryTriangleSays)
 {
     for (int i = 0; i < 150; ++i)
         expectSamePick(positionNearAnItem());
@@ -209,7 +209,7 @@ TEST_P(ItemSetTest, PicksWhatEveryTriangleSays)
     EXPECT_GT(m_certainHits, 100);
 }
 
-TEST_P(ItemSetTest, RubberBandTakesWhatEveryTriangleSays)
+TEST_P(ItemSetTest, rubberBandTakesWhatEveryTriangleSays)
 {
     for (int i = 0; i < 60; ++i) {
         const double size = i % 3 == 0 ? 400 : i % 3 == 1 ? 40 : 3;
@@ -230,7 +230,7 @@ TEST_P(ItemSetTest, RubberBandTakesWhatEveryTriangleSays)
 
 INSTANTIATE_TEST_SUITE_P(Random, ItemSetTest, ::testing::Range(1u, 5u));
 
-TEST(ItemSet, MarkersAreHitWithinTheirDiscAndNotThroughWalls)
+TEST(ItemSet, markersAreHitWithinTheirDiscAndNotThroughWalls)
 {
     OrbitCamera camera;
     camera.lookFrom(0, 0);
@@ -248,7 +248,7 @@ TEST(ItemSet, MarkersAreHitWithinTheirDiscAndNotThroughWalls)
               set.idsWithin(camera, QRectF(QPointF(), camera.viewport())));
 }
 
-TEST(ItemSet, KnowsBranchesAlsoWhereItemsAreLeftOut)
+TEST(ItemSet, knowsBranchesAlsoWhereItemsAreLeftOut)
 {
     // 1 { 2 { 3, (0) { 4 } }, (2) }, 5
     std::vector<ViewportItem> items;
@@ -271,7 +271,7 @@ TEST(ItemSet, KnowsBranchesAlsoWhereItemsAreLeftOut)
     EXPECT_EQ(4.5f, set.boundsOf({2}).upper.x());
 }
 
-TEST(ItemSet, IsTheSameHoweverItsBranchesCameAndWent)
+TEST(ItemSet, isTheSameHoweverItsBranchesCameAndWent)
 {
     using Node = std::pair<quint32, int>; // id and depth
     const auto itemsOf = [](const std::vector<Node>& nodes) {
@@ -334,7 +334,7 @@ TEST(ItemSet, IsTheSameHoweverItsBranchesCameAndWent)
     }
 }
 
-TEST(ItemSet, SurvivesNumbersThatAreNone)
+TEST(ItemSet, survivesNumbersThatAreNone)
 {
     ViewportItem broken = meshItem(1, cubeMesh(), {float(qQNaN()), 0, 0});
     ViewportItem endless = meshItem(2, cubeMesh(), {});
@@ -366,7 +366,7 @@ TEST(ItemSet, SurvivesNumbersThatAreNone)
     EXPECT_LT(middle.length(), 1) << "cut off by the near or far plane";
 }
 
-TEST(MeshGeometry, DropsTrianglesThatNameNoVertexAndMakesNormals)
+TEST(MeshGeometry, dropsTrianglesThatNameNoVertexAndMakesNormals)
 {
     const MeshGeometry mesh({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {}, {0, 1, 2, 0, 1, 3, 0, 1});
     EXPECT_EQ(1u, mesh.triangleCount());

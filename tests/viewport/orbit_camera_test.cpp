@@ -24,7 +24,7 @@ protected:
 
 } // namespace
 
-TEST_P(OrbitCameraTest, FrameFillsTheViewWithTheBox)
+TEST_P(OrbitCameraTest, frameFillsTheViewWithTheBox)
 {
     m_camera.frame(box);
     const QRectF view(QPointF(), m_camera.viewport());
@@ -38,7 +38,7 @@ TEST_P(OrbitCameraTest, FrameFillsTheViewWithTheBox)
     EXPECT_TRUE(seen.width() > view.width() * 0.6 || seen.height() > view.height() * 0.6);
 }
 
-TEST_P(OrbitCameraTest, ScreenMathAgreesWithTheMatrices)
+TEST_P(OrbitCameraTest, screenMathAgreesWithTheMatrices)
 {
     m_camera.frame(box);
     m_camera.pan({31, -17});
@@ -60,7 +60,7 @@ TEST_P(OrbitCameraTest, ScreenMathAgreesWithTheMatrices)
     }
 }
 
-TEST_P(OrbitCameraTest, ZoomAndPanKeepWhatIsUnderThePointer)
+TEST_P(OrbitCameraTest, zoomAndPanKeepWhatIsUnderThePointer)
 {
     m_camera.frame(box);
     const QPointF pointer(100, 60);
@@ -78,7 +78,7 @@ INSTANTIATE_TEST_SUITE_P(Views, OrbitCameraTest,
                                             ::testing::Values(0.0f, 30.0f, -90.0f),
                                             ::testing::Values(QSizeF(800, 600), QSizeF(300, 900))));
 
-TEST(OrbitCamera, StaysUsableAtTheLimits)
+TEST(OrbitCamera, staysUsableAtTheLimits)
 {
     OrbitCamera camera;
     camera.frame(Box());

@@ -63,7 +63,7 @@ protected:
 
 } // namespace
 
-TEST_F(ViewportControllerTest, ClicksAreReportedAndLeaveTheSelectionToTheHost)
+TEST_F(ViewportControllerTest, clicksAreReportedAndLeaveTheSelectionToTheHost)
 {
     drag(at(2), at(2), Qt::LeftButton);
     drag(at(4), at(4) + QPointF(2, 1), Qt::LeftButton, Qt::ControlModifier);
@@ -75,7 +75,7 @@ TEST_F(ViewportControllerTest, ClicksAreReportedAndLeaveTheSelectionToTheHost)
     EXPECT_TRUE(m_controller.selectedIds().empty());
 }
 
-TEST_F(ViewportControllerTest, ClicksOnTheSamePlaceGoOnToWhatIsBehind)
+TEST_F(ViewportControllerTest, clicksOnTheSamePlaceGoOnToWhatIsBehind)
 {
     m_controller.lookFrom(90, 0);
     const QPointF row = at(2); // with 3 before and 1 behind it
@@ -102,7 +102,7 @@ TEST_F(ViewportControllerTest, ClicksOnTheSamePlaceGoOnToWhatIsBehind)
     EXPECT_EQ("pick 3", clickAgain()) << "selected elsewhere";
 }
 
-TEST_F(ViewportControllerTest, KeysFlyWhileTheRightButtonIsHeldAndChooseToolsOtherwise)
+TEST_F(ViewportControllerTest, keysFlyWhileTheRightButtonIsHeldAndChooseToolsOtherwise)
 {
     const QVector3D before = m_controller.camera().eye();
     m_controller.press({10, 10}, Qt::RightButton, 0);
@@ -133,7 +133,7 @@ TEST_F(ViewportControllerTest, KeysFlyWhileTheRightButtonIsHeldAndChooseToolsOth
     EXPECT_FALSE(m_controller.keyPress(Qt::Key_Escape, 0)) << "nothing to cancel";
 }
 
-TEST_F(ViewportControllerTest, KeypadLooksFromTheSides)
+TEST_F(ViewportControllerTest, keypadLooksFromTheSides)
 {
     const auto view = [this](int key, Qt::KeyboardModifiers modifiers = {}) {
         EXPECT_TRUE(m_controller.keyPress(key, int(modifiers | Qt::KeypadModifier)));
@@ -150,7 +150,7 @@ TEST_F(ViewportControllerTest, KeypadLooksFromTheSides)
     EXPECT_FALSE(m_controller.keyPress(Qt::Key_1, 0)) << "the other digits mean nothing";
 }
 
-TEST_F(ViewportControllerTest, HoverIsReportedOnChangeAloneAndOnceAFrame)
+TEST_F(ViewportControllerTest, hoverIsReportedOnChangeAloneAndOnceAFrame)
 {
     m_controller.move(at(2));
     for (int i = 0; i < 100; ++i)
@@ -169,7 +169,7 @@ TEST_F(ViewportControllerTest, HoverIsReportedOnChangeAloneAndOnceAFrame)
     EXPECT_EQ("hover 0", takeLog());
 }
 
-TEST_F(ViewportControllerTest, RubberBandSelectsWhatItTouches)
+TEST_F(ViewportControllerTest, rubberBandSelectsWhatItTouches)
 {
     QList<QRectF> bands;
     QObject::connect(&m_controller, &ViewportController::rubberBandChanged,
@@ -195,7 +195,7 @@ TEST_F(ViewportControllerTest, RubberBandSelectsWhatItTouches)
     EXPECT_TRUE(m_controller.rubberBand().isNull());
 }
 
-TEST_F(ViewportControllerTest, DragsMoveTheCameraAsTheirButtonsSay)
+TEST_F(ViewportControllerTest, dragsMoveTheCameraAsTheirButtonsSay)
 {
     using Case = std::tuple<Qt::MouseButton, Qt::KeyboardModifiers, bool, bool, bool>;
     for (const auto& [button, modifiers, turns, shifts, nears] :
@@ -215,7 +215,7 @@ TEST_F(ViewportControllerTest, DragsMoveTheCameraAsTheirButtonsSay)
     EXPECT_EQ("", takeLog());
 }
 
-TEST_F(ViewportControllerTest, UnknownIdsAreLeftOutOfHighlights)
+TEST_F(ViewportControllerTest, unknownIdsAreLeftOutOfHighlights)
 {
     m_controller.setSelectedIds({1, 77, 3, 2, 78});
     EXPECT_EQ((std::vector<quint32>{1, 3, 2}), m_controller.selectedIds());

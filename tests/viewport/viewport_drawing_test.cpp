@@ -73,7 +73,7 @@ protected:
 
 } // namespace
 
-TEST_F(ViewportDrawingTest, ItemsAppearWhereTheyAreProjected)
+TEST_F(ViewportDrawingTest, itemsAppearWhereTheyAreProjected)
 {
     EXPECT_TRUE(looksLike(pixel(1), red)) << pixel(1).name().toStdString();
     EXPECT_TRUE(looksLike(pixel(2), green)) << pixel(2).name().toStdString();
@@ -100,7 +100,7 @@ TEST_F(ViewportDrawingTest, ItemsAppearWhereTheyAreProjected)
     EXPECT_EQ(m_controller.meshCount(), 2);
 }
 
-TEST_F(ViewportDrawingTest, HighlightsOutlineTheItem)
+TEST_F(ViewportDrawingTest, highlightsOutlineTheItem)
 {
     const auto shows = [this](const char* property) {
         const QColor color = m_view.rootObject()->property(property).value<QColor>();
@@ -144,7 +144,7 @@ TEST_F(ViewportDrawingTest, HighlightsOutlineTheItem)
     EXPECT_NE(within, pixel(11));
 }
 
-TEST_F(ViewportDrawingTest, KeepsUpWithResizeThemeAndAnotherWindow)
+TEST_F(ViewportDrawingTest, keepsUpWithResizeThemeAndAnotherWindow)
 {
     m_view.resize(900, 300);
     ASSERT_TRUE(
@@ -164,7 +164,7 @@ TEST_F(ViewportDrawingTest, KeepsUpWithResizeThemeAndAnotherWindow)
     EXPECT_FALSE(looksLike(pixel(QPointF(450, 150)), green));
 }
 
-TEST_F(ViewportDrawingTest, HoverAndOneMoreOf100000ItemsListNoneOfTheOthersAgain)
+TEST_F(ViewportDrawingTest, hoverAndOneMoreOf100000ItemsListNoneOfTheOthersAgain)
 {
     const MeshGeometryPtr mesh = cubeMesh();
     std::vector<ViewportItem> items{meshItem(1, nullptr, {})};

@@ -49,10 +49,7 @@ public:
     void UpdatePostProcess(int step, int steps) override { Update(portion(step, steps)); }
 
 private:
-    static float portion(int step, int steps)
-    {
-        return steps > 0 ? static_cast<float>(step) / static_cast<float>(steps) : 1;
-    }
+    static float portion(int step, int steps) { return steps > 0 ? float(step) / float(steps) : 1; }
 
     SceneStreamWriter& m_writer;
     double m_from = 0;
@@ -100,7 +97,7 @@ const aiScene* process(Assimp::Importer& importer, Handler& handler, bool keepsV
                                  aiProcess_GenSmoothNormals};
     if (!keepsVertices)
         stages.push_back(aiProcess_JoinIdenticalVertices);
-    const auto length = processShare / static_cast<double>(stages.size());
+    const auto length = processShare / double(stages.size());
     double done = readShare;
     const aiScene* scene = importer.GetScene();
     for (const unsigned stage : stages) {

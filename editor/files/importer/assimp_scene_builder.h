@@ -1,6 +1,6 @@
 #pragma once
 
-#include "assimp_values.h"
+#include <editor/files/importer/assimp_values.h>
 
 struct aiNode;
 struct aiScene;

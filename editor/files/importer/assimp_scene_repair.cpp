@@ -44,7 +44,7 @@ void removeMissingNodes(aiNode* root)
         open.pop_back();
         aiNode** const end = node->mChildren + node->mNumChildren;
         aiNode** const kept = std::remove(node->mChildren, end, nullptr);
-        node->mNumChildren = static_cast<unsigned>(kept - node->mChildren);
+        node->mNumChildren = unsigned(kept - node->mChildren);
         open.insert(open.end(), node->mChildren, kept);
     }
 }

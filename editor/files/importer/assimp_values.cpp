@@ -83,7 +83,7 @@ float angleFrom(float radians, ConeAngles cones)
 QByteArray nameFrom(const aiString& name, const char* fallback)
 {
     const QString text =
-        QString::fromUtf8(name.data, static_cast<int>(std::min<ai_uint32>(name.length, MAXLEN)));
+        QString::fromUtf8(name.data, int(std::min<ai_uint32>(name.length, MAXLEN)));
     return text.isEmpty() ? QByteArray(fallback) : text.toUtf8();
 }
 

@@ -69,7 +69,7 @@ private:
     // size. Neither is a scene.
     bool areTrees()
     {
-        const int count = static_cast<int>(m_document.nodes.size());
+        const int count = int(m_document.nodes.size());
         std::vector<int> parents(m_document.nodes.size(), -1);
         std::vector<std::pair<int, int>> open; // with their depths
         for (const int root : m_document.roots) {
@@ -126,8 +126,7 @@ private:
     static std::optional<int> indexIn(const std::vector<T>& items, const QJsonValue& value)
     {
         const int index = value.toInt(-1);
-        return index >= 0 && index < static_cast<int>(items.size()) ? std::optional(index)
-                                                                    : std::nullopt;
+        return index >= 0 && index < int(items.size()) ? std::optional(index) : std::nullopt;
     }
 
     TransformComponent transformOf(const QJsonObject& json)
@@ -136,9 +135,7 @@ private:
         const QJsonArray position = json[key("translation")].toArray();
         const QJsonArray rotation = json[key("rotation")].toArray();
         const QJsonArray scale = json[key("scale")].toArray();
-        const auto at = [](const QJsonArray& array, int i) {
-            return static_cast<float>(array[i].toDouble());
-        };
+        const auto at = [](const QJsonArray& array, int i) { return float(array[i].toDouble()); };
         if (position.size() == 3)
             transform.position = {at(position, 0), at(position, 1), at(position, 2)};
         if (rotation.size() == 4) {
@@ -209,13 +206,13 @@ private:
 
     static float numberOf(const QJsonValue& value, float fallback)
     {
-        const auto number = static_cast<float>(value.toDouble(double(fallback)));
+        const auto number = float(value.toDouble(double(fallback)));
         return std::isfinite(number) ? number : fallback;
     }
     static float degreesOf(const QJsonValue& value, double fallback)
     {
         return numberOf(qRadiansToDegrees(value.toDouble(fallback)),
-                        static_cast<float>(qRadiansToDegrees(fallback)));
+                        float(qRadiansToDegrees(fallback)));
     }
 
     const QJsonObject& m_json;

@@ -38,15 +38,14 @@ int countTextures(const aiScene& scene)
                 paths.insert(path.C_Str());
         }
     }
-    return static_cast<int>(paths.size());
+    return int(paths.size());
 }
 
 template <typename Has>
 int countMeshes(const aiScene& scene, Has has)
 {
-    return static_cast<int>(
-        std::count_if(scene.mMeshes, scene.mMeshes + scene.mNumMeshes,
-                      [&has](const aiMesh* mesh) { return mesh && has(*mesh); }));
+    return int(std::count_if(scene.mMeshes, scene.mMeshes + scene.mNumMeshes,
+                             [&has](const aiMesh* mesh) { return mesh && has(*mesh); }));
 }
 
 /// Whether the library has made the name up, as it does where a format has none: the file does not
@@ -70,9 +69,9 @@ bool isMadeUp(const QByteArray& name, const QString& path)
 QStringList leftOut(const aiScene& scene)
 {
     const std::pair<QString, int> figures[] = {
-        {tr("animations"), static_cast<int>(scene.mNumAnimations)},
+        {tr("animations"), int(scene.mNumAnimations)},
         {tr("textures"), countTextures(scene)},
-        {tr("embedded images"), static_cast<int>(scene.mNumTextures)},
+        {tr("embedded images"), int(scene.mNumTextures)},
         {tr("meshes with bones"), countMeshes(scene, [](auto& mesh) { return mesh.HasBones(); })},
         {tr("meshes with morph targets"),
          countMeshes(scene, [](auto& mesh) { return mesh.mNumAnimMeshes > 0; })},

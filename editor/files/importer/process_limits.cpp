@@ -82,7 +82,7 @@ void forbidSystemCalls()
         return sock_filter{code, 0, 0, value};
     };
     const auto jump = [](quint16 code, quint32 value, std::size_t yes, std::size_t no) {
-        return sock_filter{code, static_cast<quint8>(yes), static_cast<quint8>(no), value};
+        return sock_filter{code, quint8(yes), quint8(no), value};
     };
     // Load, compare, and jump to the verdict behind all comparisons.
     std::array<sock_filter, count + 6> program{

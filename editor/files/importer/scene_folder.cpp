@@ -37,10 +37,9 @@ public:
         if (size == 0 || count == 0)
             return 0;
         const qint64 left = m_file.size() - m_file.pos();
-        const std::size_t whole = std::min(count, static_cast<std::size_t>(left) / size);
-        const qint64 read =
-            m_file.read(static_cast<char*>(buffer), static_cast<qint64>(whole * size));
-        return read < 0 ? 0 : static_cast<std::size_t>(read) / size;
+        const std::size_t whole = std::min(count, std::size_t(left) / size);
+        const qint64 read = m_file.read(static_cast<char*>(buffer), qint64(whole * size));
+        return read < 0 ? 0 : std::size_t(read) / size;
     }
     std::size_t Write(const void*, std::size_t, std::size_t) override { return 0; }
     aiReturn Seek(std::size_t offset, aiOrigin origin) override
@@ -48,12 +47,12 @@ public:
         const qint64 base = origin == aiOrigin_SET   ? 0
                             : origin == aiOrigin_CUR ? m_file.pos()
                                                      : m_file.size();
-        const qint64 target = base + static_cast<qint64>(offset);
+        const qint64 target = base + qint64(offset);
         return target >= 0 && target <= m_file.size() && m_file.seek(target) ? aiReturn_SUCCESS
                                                                              : aiReturn_FAILURE;
     }
-    std::size_t Tell() const override { return static_cast<std::size_t>(m_file.pos()); }
-    std::size_t FileSize() const override { return static_cast<std::size_t>(m_file.size()); }
+    std::size_t Tell() const override { return std::size_t(m_file.pos()); }
+    std::size_t FileSize() const override { return std::size_t(m_file.size()); }
     void Flush() override {}
 
 private:

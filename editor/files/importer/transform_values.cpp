@@ -18,7 +18,7 @@ bool areFinite(const lumo::Vector3& v)
 
 float degrees(double radians)
 {
-    return static_cast<float>(qRadiansToDegrees(radians));
+    return float(qRadiansToDegrees(radians));
 }
 
 } // namespace

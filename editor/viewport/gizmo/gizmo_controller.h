@@ -1,8 +1,8 @@
 #pragma once
 
-#include "gizmo_drag.h"
-#include "gizmo_entry.h"
-#include "gizmo_layout.h"
+#include <editor/viewport/gizmo/gizmo_drag.h>
+#include <editor/viewport/gizmo/gizmo_entry.h>
+#include <editor/viewport/gizmo/gizmo_layout.h>
 
 #include <QPointF>
 

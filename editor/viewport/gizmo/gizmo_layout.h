@@ -1,6 +1,6 @@
 #pragma once
 
-#include "gizmo_types.h"
+#include <editor/viewport/gizmo/gizmo_types.h>
 
 #include <editor/viewport/camera/orbit_camera.h>
 

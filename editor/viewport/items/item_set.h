@@ -1,7 +1,7 @@
 #pragma once
 
-#include "viewport_item.h"
 #include <editor/viewport/camera/orbit_camera.h>
+#include <editor/viewport/items/viewport_item.h>
 
 #include <QHash>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scene_changes.h"
+#include <editor/viewport/render/scene_changes.h>
 
 class QOpenGLExtraFunctions;
 class QOpenGLFramebufferObject;

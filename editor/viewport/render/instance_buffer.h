@@ -1,6 +1,6 @@
 #pragma once
 
-#include "instance_list.h"
+#include <editor/viewport/render/instance_list.h>
 
 #include <QOpenGLBuffer>
 

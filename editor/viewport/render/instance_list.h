@@ -1,7 +1,7 @@
 #pragma once
 
-#include "instance.h"
 #include <editor/viewport/items/viewport_item.h>
+#include <editor/viewport/render/instance.h>
 
 namespace editor {
 

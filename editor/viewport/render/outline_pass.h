@@ -1,7 +1,7 @@
 #pragma once
 
-#include "mesh_cache.h"
-#include "scene_changes.h"
+#include <editor/viewport/render/mesh_cache.h>
+#include <editor/viewport/render/scene_changes.h>
 
 class QOpenGLFramebufferObject;
 class QOpenGLShaderProgram;

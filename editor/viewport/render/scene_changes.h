@@ -1,6 +1,6 @@
 #pragma once
 
-#include "instance_buffer.h"
+#include <editor/viewport/render/instance_buffer.h>
 
 #include <QColor>
 #include <QMatrix4x4>

@@ -21,7 +21,7 @@ using kyr::selection::canBeSelected;
 IAssetSelection::Objects objectsOf(const QItemSelection& selection)
 {
     IAssetSelection::Objects objects;
-    objects.reserve(static_cast<std::size_t>(selection.size()));
+    objects.reserve(std::size_t(selection.size()));
     for (const QItemSelectionRange& range : selection) {
         const QAbstractItemModel* model = range.model();
         const QModelIndex parent = range.parent();

@@ -100,7 +100,7 @@ PropertyTable& nextTable(PasteProgress& progress)
     if (progress.nextTarget < progress.sources.size()) {
         // Not needed any more then; to let go of all at the end would take long.
         const Zar::DataSectionPtr section = std::exchange(progress.sources[position], nullptr);
-        if (Zar::verify(static_cast<bool>(section), "objectSection", sourceFile))
+        if (Zar::verify(bool(section), "objectSection", sourceFile))
             table.read(*section, progress.choice, progress.report);
     }
     return table;

@@ -28,7 +28,7 @@ void writeProperty(const BoundProperty& property, const std::string& path,
         return;
     }
     const Zar::DataSectionPtr section = objectSection.insertSection("property", -1);
-    if (!Zar::verify(static_cast<bool>(section), "childSection", sourceFile))
+    if (!Zar::verify(bool(section), "childSection", sourceFile))
         return;
     std::string text;
     valueAsText(value, text);
@@ -41,7 +41,7 @@ void writeObject(const ReflectedObject& object, Zar::DataSection& root,
                  const PropertyChoice& choice)
 {
     const Zar::DataSectionPtr section = root.insertSection("object", -1);
-    if (!Zar::verify(static_cast<bool>(section), "childSection", sourceFile))
+    if (!Zar::verify(bool(section), "childSection", sourceFile))
         return;
     section->writeString("type", object.type().name());
     writeObjectProperties(object, section, std::string(), choice);
@@ -80,7 +80,7 @@ Zar::DataSectionPtr buildPropertyDocument(const IAssetSelection::Objects& object
 void writeObjectProperties(const ReflectedObject& object, const Zar::DataSectionPtr& section,
                            const std::string& prefix, const PropertyChoice& choice)
 {
-    if (!Zar::verify(static_cast<bool>(section), "section", sourceFile))
+    if (!Zar::verify(bool(section), "section", sourceFile))
         return;
     const auto write = [&](const BoundProperty& property, const std::string& path) {
         if (!choice || choice(path))

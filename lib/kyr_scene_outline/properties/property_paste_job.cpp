@@ -60,8 +60,8 @@ bool PasteJob::finish()
     m_selection.setSelection(m_targets, false);
     if (m_hasObjects) {
         const std::chrono::nanoseconds elapsed = Clock::now() - m_start;
-        Zar::DebugMessageHelper(0, 2).message(
-            "Paste finished in %u ms", static_cast<std::uint32_t>(elapsed.count() / 1000000));
+        Zar::DebugMessageHelper(0, 2).message("Paste finished in %u ms",
+                                              std::uint32_t(elapsed.count() / 1000000));
     }
     m_step->keep();
     m_step.reset();

@@ -25,7 +25,7 @@ void PropertyTable::read(const Zar::DataSection& object, const PropertyChoice& c
     std::array<std::string, 3> texts;
     std::size_t size = 0;
     for (const Zar::DataSectionPtr& child : object) {
-        if (!Zar::verify(static_cast<bool>(child), "childSection", "scene_browser_data"))
+        if (!Zar::verify(bool(child), "childSection", "scene_browser_data"))
             continue;
         if ((child->readStrings(keys.data(), texts.data(), keys.size()) & hasName) == 0)
             continue;

@@ -43,7 +43,7 @@ public:
     {
         m_from = numberOf(move.from);
         m_to = numberOf(move.to);
-        m_cells.reserve(static_cast<std::size_t>(m_ranges.size()) + 4);
+        m_cells.reserve(std::size_t(m_ranges.size()) + 4);
         for (const QItemSelectionRange& range : m_ranges)
             add(range);
     }
@@ -80,7 +80,7 @@ int MovedCells::numberOf(const QModelIndex& parent)
         return m_lastNumber;
     const auto found = m_numbers.constFind(parent);
     m_lastParent = parent;
-    m_lastNumber = found != m_numbers.constEnd() ? *found : static_cast<int>(m_parents.size());
+    m_lastNumber = found != m_numbers.constEnd() ? *found : int(m_parents.size());
     if (found == m_numbers.constEnd()) {
         m_parents.emplace_back(parent);
         m_numbers.insert(parent, m_lastNumber);
@@ -159,8 +159,7 @@ void MovedCells::sortCells()
 {
     const auto before = [this](const Cells& a, const Cells& b) {
         if (a.parent != b.parent)
-            return m_movedParents[static_cast<std::size_t>(a.parent)] <
-                   m_movedParents[static_cast<std::size_t>(b.parent)];
+            return m_movedParents[std::size_t(a.parent)] < m_movedParents[std::size_t(b.parent)];
         return std::tie(a.row, a.column) < std::tie(b.row, b.column);
     };
     if (!std::is_sorted(m_cells.begin(), m_cells.end(), before))
@@ -226,12 +225,12 @@ QItemSelection MovedCells::toSelection() const
                bottomRight.row() - cells.row + 1 == cells.rows &&
                bottomRight.column() - cells.column + 1 == cells.columns &&
                (topLeft == bottomRight || range.isValid()) &&
-               topLeft.parent() == m_movedParents[static_cast<std::size_t>(cells.parent)];
+               topLeft.parent() == m_movedParents[std::size_t(cells.parent)];
     };
     // How far ahead an old range is looked for: a move puts single ranges elsewhere.
     constexpr int reach = 2;
     QItemSelection selection;
-    selection.reserve(static_cast<int>(m_cells.size()));
+    selection.reserve(int(m_cells.size()));
     int next = 0;
     for (const Cells& cells : m_cells) {
         int found = next;
@@ -243,7 +242,7 @@ QItemSelection MovedCells::toSelection() const
             next = found + 1;
             continue;
         }
-        const QModelIndex& parent = m_movedParents[static_cast<std::size_t>(cells.parent)];
+        const QModelIndex& parent = m_movedParents[std::size_t(cells.parent)];
         const QAbstractItemModel* model = m_ranges.constFirst().model();
         selection.append(QItemSelectionRange(
             model->index(cells.row, cells.column, parent),

@@ -54,12 +54,12 @@ Block ParentNumbers::blockOf(const QItemSelectionRange& range)
     const QModelIndex& topLeft = range.topLeft();
     const QModelIndex& bottomRight = range.bottomRight();
     const Key key{topLeft.model(), topLeft.parent()};
-    if (m_last < 0 || !(m_keys[static_cast<std::size_t>(m_last)] == key)) {
+    if (m_last < 0 || !(m_keys[std::size_t(m_last)] == key)) {
         const auto found = m_numbers.constFind(key);
         if (found != m_numbers.constEnd()) {
             m_last = *found;
         } else {
-            m_last = static_cast<int>(m_keys.size());
+            m_last = int(m_keys.size());
             m_numbers.insert(key, m_last);
             m_keys.push_back(key);
         }
@@ -69,7 +69,7 @@ Block ParentNumbers::blockOf(const QItemSelectionRange& range)
 
 QItemSelectionRange ParentNumbers::rangeOf(const Block& block) const
 {
-    const Key& key = m_keys[static_cast<std::size_t>(block.parent)];
+    const Key& key = m_keys[std::size_t(block.parent)];
     return {key.model->index(block.top, block.left, key.parent),
             key.model->index(block.bottom, block.right, key.parent)};
 }
@@ -83,7 +83,7 @@ bool RangeSet::Position::operator<(const Position& other) const
 RangeSet::RangeSet(ParentNumbers& numbers, const QItemSelection& ranges)
     : m_numbers(numbers), m_ranges(ranges)
 {
-    m_entries.reserve(static_cast<std::size_t>(ranges.size()));
+    m_entries.reserve(std::size_t(ranges.size()));
     for (int source = 0; source < ranges.size(); ++source) {
         if (ranges.at(source).isValid())
             insert(m_numbers.blockOf(ranges.at(source)), source);
@@ -102,13 +102,13 @@ void RangeSet::insert(const Block& block, int source)
 {
     m_entries.push_back({block, source});
     if (m_indexed)
-        m_added.insert(m_added.end(), positionOf(static_cast<int>(m_entries.size()) - 1));
+        m_added.insert(m_added.end(), positionOf(int(m_entries.size()) - 1));
 }
 
 // Every entry passes here before it can be looked for, so this notes its size class.
 RangeSet::Position RangeSet::positionOf(int entry)
 {
-    const Block& block = m_entries[static_cast<std::size_t>(entry)].block;
+    const Block& block = m_entries[std::size_t(entry)].block;
     const int sizeClass = sizeClassOf(block);
     m_sizeClasses |= 1u << sizeClass;
     return {block.parent, sizeClass, block.top, entry};
@@ -118,8 +118,8 @@ void RangeSet::buildIndex()
 {
     m_indexed = true;
     m_built.reserve(m_entries.size());
-    for (int entry = 0; entry < static_cast<int>(m_entries.size()); ++entry) {
-        if (m_entries[static_cast<std::size_t>(entry)].source != gone)
+    for (int entry = 0; entry < int(m_entries.size()); ++entry) {
+        if (m_entries[std::size_t(entry)].source != gone)
             m_built.push_back(positionOf(entry));
     }
     if (!std::is_sorted(m_built.begin(), m_built.end()))
@@ -128,18 +128,18 @@ void RangeSet::buildIndex()
 
 std::vector<RangeSet::Position>::const_iterator RangeSet::builtFrom(const Position& first)
 {
-    std::size_t& cursor = m_cursors[static_cast<std::size_t>(first.sizeClass)];
+    std::size_t& cursor = m_cursors[std::size_t(first.sizeClass)];
     if (cursor == 0 || m_built[cursor - 1] < first) {
         const std::size_t end = std::min(cursor + followedPositions, m_built.size());
         for (std::size_t place = cursor; place < end; ++place) {
             if (!(m_built[place] < first)) {
                 cursor = place;
-                return m_built.begin() + static_cast<std::ptrdiff_t>(place);
+                return m_built.begin() + std::ptrdiff_t(place);
             }
         }
     }
     const auto found = std::lower_bound(m_built.cbegin(), m_built.cend(), first);
-    cursor = static_cast<std::size_t>(found - m_built.cbegin());
+    cursor = std::size_t(found - m_built.cbegin());
     return found;
 }
 
@@ -149,7 +149,7 @@ void RangeSet::collect(Iterator position, Iterator end, const Block& block, int 
     for (; position != end && position->parent == block.parent &&
            position->sizeClass == sizeClass && position->top <= block.bottom;
          ++position) {
-        const Entry& entry = m_entries[static_cast<std::size_t>(position->entry)];
+        const Entry& entry = m_entries[std::size_t(position->entry)];
         if (entry.source != gone && intersects(entry.block, block))
             m_hits.push_back(position->entry);
     }
@@ -163,7 +163,7 @@ void RangeSet::findHits(const Block& block)
     if (!m_indexed) {
         for (std::size_t entry = 0; entry < m_entries.size(); ++entry) {
             if (m_entries[entry].source != gone && intersects(m_entries[entry].block, block))
-                m_hits.push_back(static_cast<int>(entry));
+                m_hits.push_back(int(entry));
         }
         return;
     }
@@ -172,7 +172,7 @@ void RangeSet::findHits(const Block& block)
             continue;
         const auto longest = (std::int64_t(1) << (sizeClass + 1)) - 1;
         const auto top = std::max<std::int64_t>(0, block.top - longest + 1);
-        const Position first{block.parent, sizeClass, static_cast<int>(top), -1};
+        const Position first{block.parent, sizeClass, int(top), -1};
         collect(builtFrom(first), m_built.cend(), block, sizeClass);
         if (!m_added.empty())
             collect(m_added.lower_bound(first), m_added.cend(), block, sizeClass);
@@ -203,8 +203,8 @@ bool RangeSet::canWalkWith(const std::vector<Block>& blocks) const
 template <typename Hit>
 void RangeSet::walk(const std::vector<Block>& blocks, Hit hit)
 {
-    const int end = static_cast<int>(m_entries.size());
-    const auto at = [this](int entry) { return m_entries[static_cast<std::size_t>(entry)].block; };
+    const int end = int(m_entries.size());
+    const auto at = [this](int entry) { return m_entries[std::size_t(entry)].block; };
     int next = 0;
     for (const Block& block : blocks) {
         while (next < end && isBefore(at(next), block))
@@ -217,7 +217,7 @@ void RangeSet::walk(const std::vector<Block>& blocks, Hit hit)
 bool RangeSet::cutWalking(const std::vector<Block>& blocks)
 {
     constexpr int none = -1;
-    const auto at = [this](int entry) { return m_entries[static_cast<std::size_t>(entry)].block; };
+    const auto at = [this](int entry) { return m_entries[std::size_t(entry)].block; };
     bool any = false;
     // What the last cut left below it, the last part that it made.
     int rest = none;
@@ -225,9 +225,9 @@ bool RangeSet::cutWalking(const std::vector<Block>& blocks)
         any = true;
         const bool leavesRest = at(entry).bottom > block.bottom;
         cutEntry(entry, block);
-        rest = leavesRest ? static_cast<int>(m_entries.size()) - 1 : none;
+        rest = leavesRest ? int(m_entries.size()) - 1 : none;
     };
-    const int end = static_cast<int>(m_entries.size());
+    const int end = int(m_entries.size());
     int next = 0;
     for (const Block& block : blocks) {
         const int tail = std::exchange(rest, none);
@@ -265,10 +265,10 @@ bool RangeSet::cut(const Block& block)
 
 void RangeSet::cutEntry(int entry, const Block& block)
 {
-    const Block whole = m_entries[static_cast<std::size_t>(entry)].block;
+    const Block whole = m_entries[std::size_t(entry)].block;
     if (m_indexed)
         m_added.erase({whole.parent, sizeClassOf(whole), whole.top, entry});
-    m_entries[static_cast<std::size_t>(entry)].source = gone;
+    m_entries[std::size_t(entry)].source = gone;
     split(whole, block);
 }
 
@@ -296,7 +296,7 @@ void RangeSet::cutShared(const QItemSelection& ranges, RangeSet* other)
     if (m_entries.empty())
         return;
     std::vector<Block> blocks;
-    blocks.reserve(static_cast<std::size_t>(ranges.size()));
+    blocks.reserve(std::size_t(ranges.size()));
     for (const QItemSelectionRange& range : ranges) {
         if (range.isValid())
             blocks.push_back(m_numbers.blockOf(range));
@@ -304,7 +304,7 @@ void RangeSet::cutShared(const QItemSelection& ranges, RangeSet* other)
     // All shared rectangles are those of the list before the first cut.
     std::vector<Block> shared;
     const auto share = [this, &shared](int entry, const Block& block) {
-        shared.push_back(intersected(m_entries[static_cast<std::size_t>(entry)].block, block));
+        shared.push_back(intersected(m_entries[std::size_t(entry)].block, block));
     };
     if (canWalkWith(blocks)) {
         walk(blocks, share);
@@ -323,7 +323,7 @@ void RangeSet::cutShared(const QItemSelection& ranges, RangeSet* other)
 QItemSelection RangeSet::toSelection() const
 {
     QItemSelection selection;
-    selection.reserve(static_cast<int>(m_entries.size()));
+    selection.reserve(int(m_entries.size()));
     for (const Entry& entry : m_entries) {
         if (entry.source != gone)
             selection.append(entry.source == remainder ? m_numbers.rangeOf(entry.block)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "saved_cells.h"
+#include <kyr_scene_outline/selection/saved_cells.h>
 
 #include <QItemSelectionModel>
 #include <QMetaObject>

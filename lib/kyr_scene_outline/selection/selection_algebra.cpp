@@ -30,7 +30,7 @@ public:
         m_heads.assign(slots, none);
         // From the end, so that each chain runs from the first place to the last.
         for (std::size_t place = blocks.size(); place-- > first;)
-            m_next[place] = std::exchange(m_heads[slotOf(blocks[place])], static_cast<int>(place));
+            m_next[place] = std::exchange(m_heads[slotOf(blocks[place])], int(place));
     }
 
     /// Takes out the first place of `block` that is not before `from`; -1 when there is none.
@@ -39,8 +39,8 @@ public:
         int* link = &m_heads[slotOf(block)];
         while (*link != none) {
             const int place = *link;
-            int* next = &m_next[static_cast<std::size_t>(place)];
-            if (place >= from && m_blocks[static_cast<std::size_t>(place)] == block) {
+            int* next = &m_next[std::size_t(place)];
+            if (place >= from && m_blocks[std::size_t(place)] == block) {
                 *link = *next;
                 return place;
             }
@@ -54,10 +54,10 @@ private:
 
     std::size_t slotOf(const Block& block) const
     {
-        std::uint64_t hash = static_cast<std::uint32_t>(block.top);
+        std::uint64_t hash = std::uint32_t(block.top);
         for (const int part : {block.parent, block.bottom, block.left, block.right})
-            hash = (hash ^ static_cast<std::uint32_t>(part)) * 0x9e3779b97f4a7c15u;
-        return static_cast<std::size_t>(hash >> 32) & (m_heads.size() - 1);
+            hash = (hash ^ std::uint32_t(part)) * 0x9e3779b97f4a7c15u;
+        return std::size_t(hash >> 32) & (m_heads.size() - 1);
     }
 
     const std::vector<Block>& m_blocks;
@@ -68,7 +68,7 @@ private:
 std::vector<Block> blocksOf(const QItemSelection& ranges, ParentNumbers& numbers)
 {
     std::vector<Block> blocks;
-    blocks.reserve(static_cast<std::size_t>(ranges.size()));
+    blocks.reserve(std::size_t(ranges.size()));
     for (const QItemSelectionRange& range : ranges)
         blocks.push_back(numbers.blockOf(range));
     return blocks;
@@ -118,16 +118,16 @@ bool removeEqualRanges(QItemSelection& deselected, QItemSelection& selected, Par
     const std::vector<Block> offered = blocksOf(selected, numbers);
     if (same == 0 && areApart(wanted, offered))
         return false;
-    BlockPlaces places(offered, static_cast<std::size_t>(same));
-    std::vector<bool> kept(static_cast<std::size_t>(selected.size()), true);
+    BlockPlaces places(offered, std::size_t(same));
+    std::vector<bool> kept(std::size_t(selected.size()), true);
     std::fill_n(kept.begin(), same, false);
     QItemSelection deselectedRest;
     bool paired = same > 0;
     int from = same;
     for (int i = same; i < deselected.size(); ++i) {
-        const int place = places.take(wanted[static_cast<std::size_t>(i)], from);
+        const int place = places.take(wanted[std::size_t(i)], from);
         if (place >= 0) {
-            kept[static_cast<std::size_t>(place)] = false;
+            kept[std::size_t(place)] = false;
             paired = true;
             from = place;
             continue;
@@ -141,7 +141,7 @@ bool removeEqualRanges(QItemSelection& deselected, QItemSelection& selected, Par
     }
     QItemSelection selectedRest;
     for (int i = same; i < selected.size(); ++i) {
-        if (kept[static_cast<std::size_t>(i)])
+        if (kept[std::size_t(i)])
             selectedRest.append(selected.at(i));
     }
     deselected = std::move(deselectedRest);
