@@ -72,6 +72,9 @@ function(kyr_add_test name)
         add_test(NAME ${name} COMMAND ${name})
         set_property(TEST ${name} PROPERTY ENVIRONMENT QT_QPA_PLATFORM=offscreen)
     endif()
+    # What is freed is overwritten, so that a use of it shows.
+    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
+        "GLIBC_TUNABLES=glibc.malloc.tcache_count=0:glibc.malloc.perturb=85")
     if(KYR_SANITIZE)
         set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
             "LSAN_OPTIONS=print_suppressions=0:suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp"

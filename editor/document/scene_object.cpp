@@ -152,18 +152,6 @@ void SceneObject::setName(std::string name)
     m_name = std::move(name);
 }
 
-void SceneObject::setVisible(bool visible)
-{
-    Q_ASSERT(!m_document);
-    m_visible = visible;
-}
-
-void SceneObject::setLocked(bool locked)
-{
-    Q_ASSERT(!m_document);
-    m_locked = locked;
-}
-
 void SceneObject::setId(quint32 id)
 {
     Q_ASSERT(!m_document);

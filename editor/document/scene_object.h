@@ -84,8 +84,6 @@ public:
     /// Leaves it without children.
     std::vector<SceneObjectPtr> takeChildren();
     void setName(std::string name);
-    void setVisible(bool visible);
-    void setLocked(bool locked);
     /// Asks for an identifier, which a document grants unless it is taken.
     void setId(quint32 id);
 

@@ -22,7 +22,7 @@ inline editor::SceneObjectPtr makeRowOfBoxes(int count, float height)
         box->transform()->position = {float(i % 200) * 2, height / 3, float(i / 200) * 2};
         box->transform()->scale = {height, 1, height};
         box->material()->roughness = height / 7;
-        box->setLocked(height > 1);
+        box->reflected().property("locked").set(lumo::Variant(height > 1));
         box->setId(quint32(i + 2));
         root->append(box);
     }
