@@ -41,6 +41,13 @@ public:
         m_process.waitForFinished();
     }
 
+    // The lines that came since the last call.
+    QByteArray said()
+    {
+        while (m_process.waitForReadyRead(100)) {
+        }
+        return m_process.readAllStandardOutput();
+    }
     void send(int signal) const { ::kill(static_cast<pid_t>(m_process.processId()), signal); }
 
 private:
@@ -63,10 +70,12 @@ TEST(SystemClipboard, readsWhatOtherProgramsOffer)
 {
     std::string text;
     {
-        const Owner owner({"copy", QString::fromStdString(sample)});
+        Owner owner({"copy", QString::fromStdString(sample)});
+        EXPECT_EQ(owner.said(), "ready\n");
         EXPECT_TRUE(Zar::StringUtils::canCopyFromClipboardT<char>());
         EXPECT_TRUE(Zar::StringUtils::copyFromClipboardT(text));
         EXPECT_EQ(text, sample);
+        EXPECT_EQ(owner.said(), "asked\n");
     }
     {
         const Owner owner({"image"});
