@@ -4,8 +4,8 @@
 
 namespace lumo::datamodels::proxy {
 
-/// Filtering and sorting proxy of the editor's lists, at the costs of its base. With branches, a row
-/// that does not match costs its depth.
+/// Filtering and sorting proxy of the editor's lists, at the costs of its base. With branches, a
+/// row that does not match costs its depth.
 class BaseFilterProxyModel : public QSortFilterProxyModel
 {
     Q_OBJECT
