@@ -250,7 +250,8 @@ public:
     {
         std::unique_ptr<PropertyJob> job;
         measure("start_ms", [&] { job = start(); });
-        for (bool goesOn = job != nullptr; goesOn;) {
+        bool goesOn = job != nullptr;
+        while (goesOn) {
             const double before = m_longest["last_ms"];
             m_longest["longest_slice_ms"] = std::max(m_longest["longest_slice_ms"], before);
             m_longest["last_ms"] = 0;

@@ -10,16 +10,14 @@ RowTree::Node RowTree::at(int row) const
 {
     Node node = row < 0 || row >= shownCount() ? none : m_root;
     while (node != none) {
-        prefetch(m_nodes[node].right);
-        const int above = shownIn(m_nodes[node].left);
-        if (row < above) {
-            node = m_nodes[node].left;
-            continue;
-        }
-        row -= above;
-        if (m_nodes[node].closed == 0 && row-- == 0)
+        const Data& data = m_nodes[node];
+        prefetch(data.right);
+        const int above = shownIn(data.left);
+        const int own = data.closed == 0 ? 1 : 0;
+        if (row == above && own == 1)
             break;
-        node = m_nodes[node].right;
+        node = row < above ? data.left : data.right;
+        row -= row < above ? 0 : above + own;
     }
     return node;
 }
@@ -47,11 +45,11 @@ RowTree::Position RowTree::position(Node node) const
             above = 0;
             shown = false;
         }
+        // Which side a row is on is a guess; a branch that is not taken cannot be missed.
         const Node up = m_nodes[node].up;
-        if (up != none && m_nodes[up].right == node) {
-            order += int(m_nodes[m_nodes[up].left].size) + 1;
-            above += shownIn(m_nodes[up].left) + (m_nodes[up].closed == 0 ? 1 : 0);
-        }
+        const int right = m_nodes[up].right == node ? 1 : 0;
+        order += right * int(m_nodes[m_nodes[up].left].size + 1);
+        above += right * (shownIn(m_nodes[up].left) + (m_nodes[up].closed == 0 ? 1 : 0));
         node = up;
     }
     return {order, above, shown};
@@ -138,21 +136,17 @@ RowTree::Node RowTree::next(Node node) const
 RowTree::Node RowTree::findChild(Node node, quint32 depth, quint32 number) const
 {
     while (node != none) {
-        prefetch(m_nodes[node].right);
-        const Data& left = m_nodes[m_nodes[node].left];
+        const Data& data = m_nodes[node];
+        prefetch(data.right);
+        const Data& left = m_nodes[data.left];
         const quint32 matches = left.minDepth == depth ? left.minCount : 0;
         // A shallower row on the left ends the siblings there: the child is before it or nowhere.
-        if (left.minDepth < depth || number < matches) {
-            node = m_nodes[node].left;
-            continue;
-        }
-        number -= matches;
-        const quint32 own = m_nodes[node].depth;
-        if (own < depth)
-            return none;
-        if (own == depth && number-- == 0)
-            return node;
-        node = m_nodes[node].right;
+        const bool goesLeft = left.minDepth < depth || number < matches;
+        const quint32 own = data.depth;
+        if (!goesLeft && own <= depth && (own < depth || number == matches))
+            return own < depth ? none : node;
+        number -= goesLeft ? 0 : matches + (own == depth ? 1 : 0);
+        node = goesLeft ? data.left : data.right;
     }
     return none;
 }

@@ -14,7 +14,7 @@ public:
 
     /// Starts at `node`, which stands for `index`.
     RowWalk(const RowTree& rows, Node node, const QModelIndex& index)
-        : m_rows(&rows), m_node(node), m_index(index)
+        : m_rows(&rows), m_node(node), m_index(index), m_parent(index.parent())
     {}
 
     bool atEnd() const { return m_node == RowTree::none; }
@@ -24,7 +24,9 @@ public:
     void next() { goTo(m_rows->next(m_node)); }
     void nextShown()
     {
-        goTo(m_rows->isOpen(m_node) ? m_rows->next(m_node) : m_rows->afterBranch(m_node));
+        const Node next = m_rows->next(m_node);
+        const bool isBelow = next != RowTree::none && m_rows->depth(next) > m_rows->depth(m_node);
+        goTo(isBelow && !m_rows->isOpen(m_node) ? m_rows->afterBranch(m_node) : next);
     }
 
 private:
@@ -32,20 +34,24 @@ private:
     {
         int up = m_rows->depth(m_node) - m_rows->depth(node);
         m_node = node;
-        if (atEnd())
+        if (atEnd() || !m_index.isValid())
             return;
+        int row = m_index.row() + 1;
         if (up < 0) {
-            m_index = m_index.model()->index(0, 0, m_index);
-            return;
+            m_parent = m_index;
+            row = 0;
         }
-        while (up-- > 0)
-            m_index = m_index.parent();
-        m_index = m_index.sibling(m_index.row() + 1, 0);
+        for (; up > 0; --up) {
+            row = m_parent.row() + 1;
+            m_parent = m_parent.parent();
+        }
+        m_index = m_index.model()->index(row, 0, m_parent);
     }
 
     const RowTree* m_rows;
     Node m_node;
     QModelIndex m_index;
+    QModelIndex m_parent;
 };
 
 } // namespace kyr::panel
