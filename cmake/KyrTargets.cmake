@@ -30,9 +30,9 @@ function(kyr_target_defaults target)
         target_compile_options(${target} PRIVATE -fsanitize=${KYR_SANITIZE} -fno-omit-frame-pointer)
         target_link_options(${target} PUBLIC -fsanitize=${KYR_SANITIZE})
         get_target_property(type ${target} TYPE)
-        if(type STREQUAL "EXECUTABLE" AND KYR_SANITIZE MATCHES "address")
-            target_sources(${target} PRIVATE
-                ${KyrSceneOutline_SOURCE_DIR}/tests/support/sanitizer/keep_graphics_drivers.cpp)
+        if(type STREQUAL "EXECUTABLE")
+            target_link_libraries(${target} PRIVATE
+                $<TARGET_NAME_IF_EXISTS:kyr_keep_graphics_drivers>)
         endif()
     endif()
 endfunction()

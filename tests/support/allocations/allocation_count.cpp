@@ -8,10 +8,15 @@ namespace {
 std::atomic<std::size_t> count{0};
 }
 
-void* operator new(std::size_t size)
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
 {
     ++count;
-    if (void* memory = std::malloc(size == 0 ? 1 : size))
+    return std::malloc(size == 0 ? 1 : size);
+}
+
+void* operator new(std::size_t size)
+{
+    if (void* memory = operator new(size, std::nothrow))
         return memory;
     throw std::bad_alloc();
 }
