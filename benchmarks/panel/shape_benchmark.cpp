@@ -1,7 +1,7 @@
 // The list over scenes of every shape: a panel that opens, and an object deep down that is
 // revealed.
 
-#include <benchmarks/selection/shaped_tree.h>
+#include <benchmarks/selection/lines_by_shape.h>
 #include <panel/outline/outline_model.h>
 
 #include <QItemSelectionModel>
@@ -9,7 +9,6 @@
 #include <benchmark/benchmark.h>
 
 #include <memory>
-#include <string>
 
 namespace {
 
@@ -18,8 +17,7 @@ using bench::ShapedTree;
 using kyr::panel::OutlineModel;
 
 /// Reads the whole scene and shows all of it.
-template <Shape shape>
-void openPanel(benchmark::State& state)
+void openPanel(benchmark::State& state, Shape shape)
 {
     ShapedTree tree(shape, int(state.range(0)));
     QItemSelectionModel selection(&tree);
@@ -31,15 +29,13 @@ void openPanel(benchmark::State& state)
         outline->expandAll();
         benchmark::DoNotOptimize(outline->count());
         state.PauseTiming();
-        state.counters["bytes/row"] = double(outline->bytesUsed()) / outline->count();
         outline.reset();
         state.ResumeTiming();
     }
 }
 
 /// Out of a scene that was read and is closed; opens all that is above the object.
-template <Shape shape>
-void revealDeepest(benchmark::State& state)
+void revealDeepest(benchmark::State& state, Shape shape)
 {
     ShapedTree tree(shape, int(state.range(0)));
     OutlineModel outline;
@@ -56,21 +52,9 @@ void revealDeepest(benchmark::State& state)
     }
 }
 
-template <Shape shape>
-void registerShape(const std::string& name)
-{
-    for (auto* line :
-         {benchmark::RegisterBenchmark(("openPanel/" + name).c_str(), openPanel<shape>),
-          benchmark::RegisterBenchmark(("revealDeepest/" + name).c_str(), revealDeepest<shape>)})
-        line->Arg(1000)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
-}
-
 [[maybe_unused]] const bool isRegistered = [] {
-    registerShape<Shape::Flat>("flat");
-    registerShape<Shape::ThousandLevels>("1000_levels");
-    registerShape<Shape::Chain>("chain");
-    registerShape<Shape::ThousandParents>("1000_parents");
-    registerShape<Shape::Bushy>("bushy");
+    bench::registerByShape("openPanel", openPanel, 1'000'000);
+    bench::registerByShape("revealDeepest", revealDeepest, 1'000'000);
     return true;
 }();
 

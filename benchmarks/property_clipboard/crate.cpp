@@ -72,6 +72,13 @@ const kyr::ReflectedClass& Crate::reflectedClass() const
     return description;
 }
 
+void Crate::propertyChanged(const kyr::BoundProperty& property, const lumo::Variant& before,
+                            const lumo::Variant& after, vex::Flags<kyr::SetterFlag> flags)
+{
+    if (changes && !flags.has(kyr::SetterFlag::Replay))
+        changes->record(std::make_unique<ValueChange>(property, before, after), "Set property");
+}
+
 std::vector<std::shared_ptr<Crate>> makeCrates(int count, int seed)
 {
     std::vector<std::shared_ptr<Crate>> crates;

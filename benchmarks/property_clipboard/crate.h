@@ -1,6 +1,8 @@
 #pragma once
 
+#include <host/reflection/bound_property.h>
 #include <host/reflection/reflected.h>
+#include <host/undo/changes_controller.h>
 #include <host/variant/value_types.h>
 
 #include <memory>
@@ -29,12 +31,31 @@ struct Placement : kyr::IReflected
     lumo::Vector3 scale{1, 1, 1};
 };
 
+/// A value that a property took, to be taken back and set again.
+struct ValueChange : Zar::IChange
+{
+    ValueChange(kyr::BoundProperty itsProperty, lumo::Variant itsBefore, lumo::Variant itsAfter)
+        : property(std::move(itsProperty)), before(std::move(itsBefore)), after(std::move(itsAfter))
+    {}
+    void undo() override { property.set(before, kyr::SetterFlag::Replay); }
+    void redo() override { property.set(after, kyr::SetterFlag::Replay); }
+
+    kyr::BoundProperty property;
+    lumo::Variant before;
+    lumo::Variant after;
+};
+
 /// An object with 20 values of the usual types, eight of them in two nested objects.
 struct Crate : kyr::IReflected
 {
     explicit Crate(int seed);
     const kyr::ReflectedClass& reflectedClass() const override;
     std::string reflectedName() const override { return name; }
+    void propertyChanged(const kyr::BoundProperty& property, const lumo::Variant& before,
+                         const lumo::Variant& after, vex::Flags<kyr::SetterFlag> flags) override;
+
+    /// Who records its changes, if anybody does.
+    Zar::ChangesController* changes = nullptr;
 
     std::string name;
     std::string notes = "stacked by the gate & \"fragile\"";

@@ -14,8 +14,34 @@ def selection(title, name, floor=None, once=""):
     return (title, f"{name}{OURS}/{{n}}{once}", floor, f"{name}{STOCK}/{{n}}/iterations:1")
 
 
+def by_shape(title, name, floor=None, rival=None, shapes=SHAPES):
+    """A table of one operation in scenes of every shape."""
+    return (title, "selection", [
+        (shape.replace("_", " "), f"{name}/{shape}/{{n}}", floor and f"{floor}/{shape}/{{n}}",
+         rival and f"{rival}/{shape}/{{n}}/iterations:1")
+        for shape in shapes
+    ])
+
+
 THRICE, ONCE = "/iterations:3", "/iterations:1"
 BUILD, ODD = "buildRanges/{n}", "buildOddRows/{n}"
+
+INVERT = "Invert a selection of every second object, by shape"
+PARENT_GOES = "A parent goes, every second object selected, by shape"
+CHILD_MOVES = "A child moves, everything selected, by shape"
+CLIPBOARD = "Property clipboard, 20 properties an object"
+
+# What stands above a table.
+NOTES = {
+    INVERT: "With the editor's selection. The floor is a walk that keeps the objects of the rows that were not "
+            "selected;\nthe rival is the stock model, whose changes become the editor's selection.",
+    PARENT_GOES: "With the editor's selection: one of a thousand parents, else half of all objects. The floor "
+                 "is what Qt does\nfor ranges that somebody holds, and a walk over those that are left; in a chain it "
+                 "climbs from each range to the top.",
+    CHILD_MOVES: "From the end of the deepest rows to the top. The floor is a walk over all rows.",
+    CLIPBOARD: "The floor of undo and redo is a loop that sets the recorded values, the rival Qt's undo stack with a "
+               "command\nfor each value.",
+}
 
 TABLES = [
     ("Row selection", "selection", [
@@ -28,18 +54,14 @@ TABLES = [
         ("walk over every row, two a parent", "walkAllRows/{n}", None, None),
         ("select all, two a parent, with the editor's selection", "selectAll/{n}", "walkAllRows/{n}", None),
     ]),
-    ("Select all by shape", "selection", [
-        (f"{shape.replace('_', ' ')}", f"selectAllOfShape/{shape}/{{n}}", f"walkShape/{shape}/{{n}}", None)
-        for shape in SHAPES
-    ]),
-    *((title, "selection", [
-        (f"{shape.replace('_', ' ')}", f"{name}/{shape}/{{n}}", floor and f"{floor}/{shape}/{{n}}", None)
-        for shape in SHAPES
-    ]) for title, name, floor in (
-        ("Every second object from the editor and back, by shape", "fromEditorOfShape", "rowsOfShape"),
-        ("Reset with every second object selected, by shape", "resetOfShape", "rowsOfShape"),
-        ("Hover of 1,000 rows, by shape", "hoverOfShape", None),
-    )),
+    by_shape("Select all by shape", "selectAllOfShape", "walkShape"),
+    by_shape(INVERT, "invertOfShape", "walkUnselected", "invertOfShapeStock"),
+    by_shape("Every second object from the editor and back, by shape", "fromEditorOfShape", "rowsOfShape"),
+    by_shape("Reset with every second object selected, by shape", "resetOfShape", "rowsOfShape"),
+    by_shape("Hover of 1,000 rows, by shape", "hoverOfShape"),
+    # Flat scenes have no parents.
+    by_shape(PARENT_GOES, "removeParentOfShape", "removeParentOfShapeHeld", "removeParentOfShapeStock", SHAPES[1:]),
+    by_shape(CHILD_MOVES, "moveChildOfShape", "walkShape", "moveChildOfShapeStock"),
     ("Rows that come, go and move under a selection of every other row", "selection", [
         ("build the ranges", ODD, None, None),
         selection("a parent of a third of all rows goes", "removeParent", ODD, THRICE),
@@ -72,9 +94,11 @@ TABLES = [
         for title, name in (("open", "openPanel"), ("reveal the deepest object", "revealDeepest"))
         for shape in SHAPES
     ]),
-    ("Property clipboard, 20 properties an object", "property_clipboard", [
+    (CLIPBOARD, "property_clipboard", [
         ("copy", "copy/{n}", "copyFloor/{n}", None),
         ("paste", "paste/{n}", "pasteFloor/{n}", None),
+        *((title, f"replayPaste<Way::{way}>/{{n}}", f"setRecordedValues<Way::{way}>/{{n}}",
+           f"replayCommands<Way::{way}>/{{n}}") for title, way in (("undo of the paste", "Undo"), ("its redo", "Redo"))),
     ]),
 ]
 

@@ -1,112 +1,109 @@
-// Selecting all rows of scenes of every shape, and the walk that is its floor.
+// Selecting, inverting, following and hovering in scenes of every shape, with their floors.
 
-#include "bare_asset_model.h"
-#include "shaped_tree.h"
-
-#include <host/scene/recorded_asset_selection.h>
-#include <kyr_scene_outline/scene_browser_data.h>
+#include "lines_by_shape.h"
+#include "shape_scene.h"
 
 #include <QCoreApplication>
 
 #include <benchmark/benchmark.h>
 
-#include <string>
 #include <vector>
 
 namespace {
 
 using bench::Shape;
+using bench::ShapedObjects;
+using bench::ShapedScene;
 using bench::ShapedTree;
+using bench::walk;
+using Model = QItemSelectionModel;
 
 // Reads the object of every row and keeps it.
-template <Shape shape>
-void walkShape(benchmark::State& state)
+void walkShape(benchmark::State& state, Shape shape)
 {
     const ShapedTree tree(shape, int(state.range(0)));
     for (auto _ : state) {
         std::vector<kyr::PersistentObject> objects;
-        std::vector<QModelIndex> parents{QModelIndex()};
-        while (!parents.empty()) {
-            const QModelIndex parent = parents.back();
-            parents.pop_back();
-            const int rows = tree.rowCount(parent);
-            for (int row = 0; row < rows; ++row) {
-                const QModelIndex index = tree.index(row, 0, parent);
-                objects.emplace_back(tree.data(index, 358).value<kyr::ReflectedObject>());
-                if (tree.rowCount(index) > 0)
-                    parents.push_back(index);
-            }
-        }
+        walk(tree, [&](const QModelIndex& index) {
+            objects.emplace_back(tree.data(index, 358).value<kyr::ReflectedObject>());
+        });
         benchmark::DoNotOptimize(objects);
     }
 }
 
 // The row selection and the editor's.
-template <Shape shape>
-void selectAllOfShape(benchmark::State& state)
+void selectAllOfShape(benchmark::State& state, Shape shape)
 {
-    ShapedTree tree(shape, int(state.range(0)));
-    bench::BareAssetModel assetModel(&tree);
-    RecordedAssetSelection selection;
-    SceneBrowserData browser(&assetModel, &selection, nullptr);
+    ShapedScene scene(state, shape);
     for (auto _ : state) {
-        browser.selectAll();
+        scene.browser.selectAll();
         state.PauseTiming();
-        browser.selectionModel()->clearSelection();
+        scene.browser.selectionModel()->clearSelection();
         state.ResumeTiming();
     }
 }
 
-/// A tree, its browser, and every second object in the order of the tree's making.
-template <Shape shape>
-class Scene : bench::BareAssetModel
+// The floor of inverting: a walk that keeps the objects that were not there before.
+void walkUnselected(benchmark::State& state, Shape shape)
 {
-public:
-    explicit Scene(const benchmark::State& state)
-        : BareAssetModel(&tree), tree(shape, int(state.range(0)))
-    {
-        for (int object = 0; object < int(state.range(0)); object += 2)
-            everySecond.emplace_back(tree.objectAt(object));
-    }
-    QModelIndex indexOf(const kyr::ReflectedObject& object) const override
-    {
-        return tree.indexOf(object.get());
-    }
-    using BareAssetModel::hoverMarks;
-
-    ShapedTree tree;
-    IAssetSelection::Objects everySecond;
-    RecordedAssetSelection selection;
-    SceneBrowserData browser{this, &selection, nullptr};
-};
-
-// The floor of what the editor selects: the row of each object.
-template <Shape shape>
-void rowsOfShape(benchmark::State& state)
-{
-    const Scene<shape> scene(state);
+    const ShapedObjects scene(state, shape);
+    std::vector<bool> isSelected(std::size_t(scene.count));
+    for (std::size_t row = 0; row < isSelected.size(); row += 2)
+        isSelected[row] = true;
     for (auto _ : state) {
-        QItemSelection rows;
-        for (const kyr::PersistentObject& object : scene.everySecond)
-            rows.append(QItemSelectionRange(scene.indexOf(object.object())));
-        benchmark::DoNotOptimize(rows);
+        std::vector<kyr::PersistentObject> objects;
+        std::size_t row = 0;
+        walk(scene.tree, [&](const QModelIndex& index) {
+            if (!isSelected[row])
+                objects.emplace_back(scene.tree.data(index, 358).value<kyr::ReflectedObject>());
+            isSelected[row].flip();
+            ++row;
+        });
+        benchmark::DoNotOptimize(objects);
     }
 }
 
-template <Shape shape>
-void fromEditorOfShape(benchmark::State& state)
+void invertOfShape(benchmark::State& state, Shape shape)
 {
-    Scene<shape> scene(state);
+    ShapedScene scene(state, shape);
+    scene.selection.setSelection(scene.everySecond, false);
+    const QItemSelection all = bench::allRows(scene.tree);
+    for (auto _ : state)
+        scene.browser.selectionModel()->select(all, Model::Toggle);
+    const std::size_t selected = scene.selection.objects().size();
+    if (selected < std::size_t(scene.count / 2) || selected > std::size_t(scene.count + 1) / 2)
+        state.SkipWithError("not every second object is selected");
+}
+
+void invertOfShapeStock(benchmark::State& state, Shape shape)
+{
+    bench::StockScene scene(state, shape);
+    scene.rows.select(scene.everySecondRow(), Model::ClearAndSelect);
+    const QItemSelection all = bench::allRows(scene.tree);
+    for (auto _ : state)
+        scene.rows.select(all, Model::Toggle);
+}
+
+// The floor of what the editor selects: the row of each object.
+void rowsOfShape(benchmark::State& state, Shape shape)
+{
+    const ShapedObjects scene(state, shape);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(scene.everySecondRow());
+}
+
+void fromEditorOfShape(benchmark::State& state, Shape shape)
+{
+    ShapedScene scene(state, shape);
     for (auto _ : state) {
         scene.selection.setSelection(scene.everySecond, false);
         scene.selection.setSelection({}, false);
     }
 }
 
-template <Shape shape>
-void resetOfShape(benchmark::State& state)
+void resetOfShape(benchmark::State& state, Shape shape)
 {
-    Scene<shape> scene(state);
+    ShapedScene scene(state, shape);
     scene.selection.setSelection(scene.everySecond, false);
     for (auto _ : state) {
         scene.tree.reset();
@@ -117,12 +114,11 @@ void resetOfShape(benchmark::State& state)
 }
 
 // A thousand rows in turn from the tree to the editor and as marks back, half of them selected.
-template <Shape shape>
-void hoverOfShape(benchmark::State& state)
+void hoverOfShape(benchmark::State& state, Shape shape)
 {
-    Scene<shape> scene(state);
+    ShapedScene scene(state, shape);
     scene.selection.setSelection(scene.everySecond, false);
-    const int step = int(state.range(0)) / 1000;
+    const int step = scene.count / 1000;
     for (auto _ : state) {
         for (int i = 0; i < 1000; ++i) {
             const kyr::PersistentObject object(scene.tree.objectAt(i * step));
@@ -133,29 +129,16 @@ void hoverOfShape(benchmark::State& state)
         state.SkipWithError("rows were not marked");
 }
 
-template <Shape shape>
-void registerShape(const std::string& name)
-{
-    for (auto* line :
-         {benchmark::RegisterBenchmark(("rowsOfShape/" + name).c_str(), rowsOfShape<shape>),
-          benchmark::RegisterBenchmark(("fromEditorOfShape/" + name).c_str(),
-                                       fromEditorOfShape<shape>),
-          benchmark::RegisterBenchmark(("resetOfShape/" + name).c_str(), resetOfShape<shape>),
-          benchmark::RegisterBenchmark(("hoverOfShape/" + name).c_str(), hoverOfShape<shape>)})
-        line->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
-    for (auto* line :
-         {benchmark::RegisterBenchmark(("walkShape/" + name).c_str(), walkShape<shape>),
-          benchmark::RegisterBenchmark(("selectAllOfShape/" + name).c_str(),
-                                       selectAllOfShape<shape>)})
-        line->Arg(1000)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
-}
-
 [[maybe_unused]] const bool isRegistered = [] {
-    registerShape<Shape::Flat>("flat");
-    registerShape<Shape::ThousandLevels>("1000_levels");
-    registerShape<Shape::Chain>("chain");
-    registerShape<Shape::ThousandParents>("1000_parents");
-    registerShape<Shape::Bushy>("bushy");
+    bench::registerByShape("walkShape", walkShape, 1'000'000);
+    bench::registerByShape("selectAllOfShape", selectAllOfShape, 1'000'000);
+    bench::registerByShape("walkUnselected", walkUnselected, 1'000'000);
+    bench::registerByShape("invertOfShape", invertOfShape, 1'000'000);
+    bench::registerByShape("invertOfShapeStock", invertOfShapeStock, 10'000, {}, 1);
+    bench::registerByShape("rowsOfShape", rowsOfShape, 100'000);
+    bench::registerByShape("fromEditorOfShape", fromEditorOfShape, 100'000);
+    bench::registerByShape("resetOfShape", resetOfShape, 100'000);
+    bench::registerByShape("hoverOfShape", hoverOfShape, 100'000);
     return true;
 }();
 
