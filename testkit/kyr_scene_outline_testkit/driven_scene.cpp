@@ -27,11 +27,31 @@ Objects rowObjects(const QAbstractItemModel& model, const QModelIndex& parent, i
     return objects;
 }
 
+// The editor keeps an object that it is handed more than once at its first place.
+Objects withoutDuplicates(const Objects& objects)
+{
+    Objects kept;
+    for (const PersistentObject& object : objects) {
+        if (std::find(kept.begin(), kept.end(), object) == kept.end())
+            kept.push_back(object);
+    }
+    return kept;
+}
+
 } // namespace
 
 DrivenScene::DrivenScene(const SceneFactory& makeScene)
-    : m_scene(makeScene()), m_selection(m_scene->assetSelection())
+    : m_scene(makeScene())
+    , m_selections{CountedSelection(m_scene->assetSelection()),
+                   CountedSelection(m_scene->assetSelection())}
 {
+    m_followers = m_scene->assetSelection().connectSelectionChanged(
+        [this](const vex::Connection&, const IAssetSelection::SelectionChange&) {
+            for (const unsigned number : {0u, 1u}) {
+                if (!m_selections[number].isWriting())
+                    m_follows[number] = true;
+            }
+        });
     for (const unsigned number : {0u, 1u}) {
         m_models[number] = std::make_unique<MarkedModel>(m_scene->assetModel());
         makeBrowser(number);
@@ -41,7 +61,7 @@ DrivenScene::DrivenScene(const SceneFactory& makeScene)
 void DrivenScene::makeBrowser(unsigned number)
 {
     m_browsers[number] =
-        std::make_unique<SceneBrowserData>(m_models[number].get(), &m_selection, nullptr);
+        std::make_unique<SceneBrowserData>(m_models[number].get(), &m_selections[number], nullptr);
     if (number == 0)
         m_scene->show(*m_browsers[number]);
 }
@@ -60,9 +80,9 @@ std::string DrivenScene::make(const Step& step)
         &DrivenScene::insert,        &DrivenScene::paste,         &DrivenScene::driveView,
         &DrivenScene::driveView,     &DrivenScene::driveView,     &DrivenScene::driveView,
     };
-    m_selection.takeWrites();
+    takeWrites();
     const std::string did = (this->*ways[step.kind % std::size(ways)])(step);
-    expectSameRows();
+    expectSameCells();
     expectMarks();
     if (m_fault.empty())
         m_fault = m_scene->viewFault();
@@ -77,7 +97,33 @@ DrivenScene::Range DrivenScene::rangeFor(const Step& step)
     const QModelIndex first = rows.at(int(step.where % unsigned(rows.size())));
     const int following = model().rowCount(first.parent()) - first.row();
     const int more = int(step.what >> 8) % 3;
-    return {first.parent(), first.row(), first.row() + std::min(more, following - 1)};
+    return {first.parent(), first.row(), first.row() + std::min(more, following - 1), 0, 0};
+}
+
+DrivenScene::Range DrivenScene::cellsFor(const Step& step)
+{
+    Range range = rangeFor(step);
+    const auto columns = unsigned(model().columnCount(range.parent));
+    if (range.bottom < 0 || (step.what >> 16 & 1) != 0 || !hasCellsOfRows(range))
+        return range;
+    range.left = int((step.what >> 17) % columns);
+    range.right = range.left + int((step.what >> 22) % (columns - unsigned(range.left)));
+    return range;
+}
+
+// The browser reads the object of each selected cell that can be selected.
+bool DrivenScene::hasCellsOfRows(const Range& range)
+{
+    for (int row = range.top; row <= range.bottom; ++row) {
+        const QModelIndex first = model().index(row, 0, range.parent);
+        for (int column = 0; column < model().columnCount(range.parent); ++column) {
+            const QModelIndex cell = first.sibling(row, column);
+            const Qt::ItemFlags needed = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+            if (objectOf(cell) != objectOf(first) || (cell.flags() & needed) != needed)
+                return false;
+        }
+    }
+    return true;
 }
 
 // Up to four, one of them perhaps in no scene, in any order, some perhaps twice.
@@ -96,84 +142,82 @@ std::string DrivenScene::selectRows(const Step& step)
 {
     static constexpr Model::SelectionFlag actions[] = {Model::Select, Model::Toggle,
                                                        Model::Deselect, Model::ClearAndSelect};
-    const Range range = rangeFor(step);
+    const Range range = cellsFor(step);
     if (range.bottom < 0)
         return "nothing to select";
+    const bool rows = step.what / 4 % 4 == 0;
     Flags flags = actions[step.what % 4];
-    if (step.what / 4 % 4 == 0 && model().columnCount(range.parent) == 1)
-        flags |= Model::Rows;
+    flags.setFlag(Model::Rows, rows && hasCellsOfRows(range));
     select(step.who, range, flags);
     std::string text = "browser " + std::to_string(step.who % 2) + " selects with flags " +
-                       std::to_string(int(flags)) + " " +
-                       named(rowObjects(model(), range.parent, range.top, range.bottom));
+                       std::to_string(int(flags)) + " " + told(range);
     if (flags & Model::Clear && step.what / 16 % 4 == 0) {
         Step next = step;
         next.where = step.where >> 8;
-        const Range other = rangeFor(next);
-        const Objects replacing = rowObjects(model(), other.parent, other.top, other.bottom);
-        select(step.who, other, Model::Clear | Model::SelectCurrent);
-        text += ", then instead " + named(replacing);
+        const Range other = cellsFor(next);
+        Flags instead = Model::Clear | Model::SelectCurrent;
+        instead.setFlag(Model::Rows, rows && hasCellsOfRows(other));
+        text += ", then instead with flags " + std::to_string(int(instead)) + " " + told(other);
+        select(step.who, other, instead);
     }
+    return text;
+}
+
+std::string DrivenScene::told(const Range& range)
+{
+    std::string text = named(rowObjects(model(), range.parent, range.top, range.bottom));
+    if (range.right > 0)
+        text += " in columns " + std::to_string(range.left) + "-" + std::to_string(range.right);
     return text;
 }
 
 void DrivenScene::select(unsigned number, const Range& range, Flags flags)
 {
-    Rows expected = selectedRows();
-    const Rows before = expected;
-    const Rows chosen = identities(rowObjects(model(), range.parent, range.top, range.bottom));
-    if (flags & Model::Clear)
-        expected.clear();
-    for (const void* row : chosen) {
-        const bool wasIn = expected.erase(row) > 0;
-        if (flags & Model::Select || (flags & Model::Toggle && !wasIn))
-            expected.insert(row);
+    const bool rows = flags & Model::Rows;
+    const int left = rows ? 0 : range.left;
+    const int right = rows ? model().columnCount(range.parent) - 1 : range.right;
+    Cells expected = flags & Model::Clear ? Cells() : m_cells[number % 2];
+    for (const void* row : identities(rowObjects(model(), range.parent, range.top, range.bottom))) {
+        for (int column = left; column <= right; ++column) {
+            const bool wasIn = expected.erase({row, column}) > 0;
+            if (flags & Model::Select || (flags & Model::Toggle && !wasIn))
+                expected.insert({row, column});
+        }
     }
     browser(number).selectionModel()->select(
-        QItemSelection(model().index(range.top, 0, range.parent),
-                       model().index(range.bottom, 0, range.parent)),
+        QItemSelection(model().index(range.top, range.left, range.parent),
+                       model().index(range.bottom, range.right, range.parent)),
         flags);
-    if (expected == before)
-        expectWrites(0);
-    else
-        expectWrittenBy(number, expected);
+    expectSelectedBy(number, expected);
 }
 
 std::string DrivenScene::selectEverything(const Step& step)
 {
-    const Rows before = selectedRows();
-    const Rows all = identities(objectsOf(allRows(model())));
+    Cells all;
+    for (const QModelIndex& row : allRows(model()))
+        all.insert({objectOf(row).identity(), 0});
     browser(step.who).selectAll();
-    if (all == before)
-        expectWrites(0);
-    else
-        expectWrittenBy(step.who, all);
+    expectSelectedBy(step.who, all);
     return "browser " + std::to_string(step.who % 2) + " selects all";
 }
 
 std::string DrivenScene::clearRows(const Step& step)
 {
-    const bool any = !selectedRows().empty();
     if (step.what % 2)
         browser(step.who).selectionModel()->clear();
     else
         browser(step.who).selectionModel()->clearSelection();
-    if (any)
-        expectWrittenBy(step.who, {});
-    else
-        expectWrites(0);
+    expectSelectedBy(step.who, {});
     return "browser " + std::to_string(step.who % 2) + " clears its selection";
 }
 
 std::string DrivenScene::setFromEditor(const Step& step)
 {
-    Objects objects = objectsFor(step);
+    const Objects objects = objectsFor(step);
     const bool adds = step.what / 64 % 4 == 0;
     Objects expected = adds ? m_editor : Objects();
-    for (const PersistentObject& object : objects) {
-        if (std::find(expected.begin(), expected.end(), object) == expected.end())
-            expected.push_back(object);
-    }
+    expected.insert(expected.end(), objects.begin(), objects.end());
+    expected = withoutDuplicates(expected);
     const bool changes = expected != m_editor;
     m_scene->assetSelection().setSelection(objects, adds);
     expectEditor(expected);
@@ -188,12 +232,7 @@ std::string DrivenScene::setInListener(const Step& step)
     Step later = step;
     later.where = step.where >> 12;
     later.what = 2;
-    const Objects last = withRows(objectsFor(later));
-    Objects nested;
-    for (const PersistentObject& object : last) {
-        if (std::find(nested.begin(), nested.end(), object) == nested.end())
-            nested.push_back(object);
-    }
+    const Objects nested = withoutDuplicates(withRows(objectsFor(later)));
     bool told = false;
     const auto connection = m_scene->assetSelection().connectSelectionChanged(
         [&](const vex::Connection&, const IAssetSelection::SelectionChange&) {
@@ -215,7 +254,7 @@ std::string DrivenScene::undoAndRedo(const Step& step)
     const Objects before = m_editor;
     std::string text = step.who / 2 % 2 ? selectRows(step) : setFromEditor(step);
     const Objects after = m_editor;
-    m_selection.takeWrites();
+    takeWrites();
     if (before == after || !m_scene->undo())
         return text;
     // Two selections of one browser are two steps.
@@ -281,7 +320,7 @@ std::string DrivenScene::remove(const Step& step)
     if (range.bottom < 0 || allRows(model()).size() < 6)
         return "nothing to remove";
     stopHovering();
-    m_selection.takeWrites();
+    takeWrites();
     const Objects rows = shape();
     const Objects selected = m_editor;
     const Objects before = withRows(m_editor);
@@ -348,8 +387,9 @@ std::string DrivenScene::recreate(const Step& step)
         m_scene->assetSelection().setSelection(objectsFor(step), false);
     }
     m_browsers[number].reset();
-    m_selection.takeWrites();
+    takeWrites();
     makeBrowser(number);
+    m_cells = {};
     expectEditor({});
     expectWrites(1);
     expectFollowed();
@@ -385,18 +425,18 @@ std::string DrivenScene::paste(const Step& step)
     if (!browser(step.who).pasteProperties())
         m_fault = "nothing was pasted";
     expectEditor(onto);
-    expectFollowed();
+    expectFollowed(selected != onto);
     // They are deselected while their values change.
     expectWrites(2);
     expectValues(onto, after);
     if ((selected == onto && before == after) || !m_scene->undo())
         return text;
     expectEditor(selected);
-    expectFollowed();
+    expectFollowed(selected != onto);
     expectValues(onto, before);
     m_scene->redo();
     expectEditor(onto);
-    expectFollowed();
+    expectFollowed(selected != onto);
     expectValues(onto, after);
     expectWrites(0);
     return text + ", undo, redo";
@@ -441,11 +481,11 @@ void DrivenScene::undoAndRedoRows(const Step& step, const Objects& rows, const O
         return;
     expect("what undo leaves of rows and parents", shape(), rows);
     expectEditor(selected);
-    expectSameRows();
+    expectSameCells();
     m_scene->redo();
     expect("what redo makes of rows and parents", shape(), after);
     expectEditor(selectedAfter);
-    expectSameRows();
+    expectSameCells();
 }
 
 void DrivenScene::expectValues(const Objects& objects, const std::vector<Values>& values)
@@ -472,9 +512,34 @@ Objects DrivenScene::withRows(const Objects& objects)
     return found;
 }
 
-DrivenScene::Rows DrivenScene::selectedRows()
+DrivenScene::Cells DrivenScene::followedCells()
 {
-    return identities(withRows(m_editor));
+    Cells cells;
+    for (const void* row : identities(withRows(m_editor)))
+        cells.insert({row, 0});
+    return cells;
+}
+
+DrivenScene::Cells DrivenScene::cells(const QModelIndexList& indexes)
+{
+    Cells cells;
+    for (const QModelIndex& index : indexes)
+        cells.insert({objectOf(index.siblingAtColumn(0)).identity(), index.column()});
+    return cells;
+}
+
+std::string DrivenScene::namedCells(const Cells& cells)
+{
+    std::string text;
+    for (const QModelIndex& row : allRows(model())) {
+        const PersistentObject object = objectOf(row);
+        for (int column = 0; column < model().columnCount(row.parent()); ++column) {
+            if (cells.count({object.identity(), column}) > 0)
+                text += (text.empty() ? "" : ", ") + object.object().reference().name() + ':' +
+                        std::to_string(column);
+        }
+    }
+    return "[" + text + "]";
 }
 
 Objects DrivenScene::selectedObjects(unsigned number)
@@ -482,24 +547,62 @@ Objects DrivenScene::selectedObjects(unsigned number)
     return objectsOf(browser(number).selectionModel()->selectedIndexes());
 }
 
+void DrivenScene::settle()
+{
+    const std::set<const void*> rows = identities(objectsOf(allRows(model())));
+    for (const unsigned number : {0u, 1u}) {
+        Cells& cells = m_cells[number];
+        for (auto cell = cells.begin(); cell != cells.end();)
+            cell = rows.count(cell->first) > 0 ? std::next(cell) : cells.erase(cell);
+        if (std::exchange(m_follows[number], false))
+            cells = followedCells();
+    }
+}
+
+void DrivenScene::takeWrites()
+{
+    for (CountedSelection& selection : m_selections)
+        selection.takeWrites();
+}
+
 void DrivenScene::expectWrites(int writes)
 {
-    const int actual = m_selection.takeWrites();
+    int actual = 0;
+    for (CountedSelection& selection : m_selections)
+        actual += selection.takeWrites();
     if (actual != writes && m_fault.empty())
         m_fault = "browsers wrote the selection " + std::to_string(actual) + " times, expected " +
                   std::to_string(writes);
 }
 
-// The one who writes says the order.
-void DrivenScene::expectWrittenBy(unsigned number, const Rows& rows)
+// A change of any cell is written, the object of a row once for each of its cells; the one who
+// writes says the order.
+void DrivenScene::expectSelectedBy(unsigned number, const Cells& cells)
 {
-    const Objects written = selectedObjects(number);
-    if (identities(written) != rows && m_fault.empty())
-        m_fault = "the writing browser has selected " + named(written) + ", expected " +
-                  std::to_string(rows.size()) + " others";
-    expectEditor(written);
+    const Cells before = std::exchange(m_cells[number % 2], cells);
+    if (cells == before) {
+        expectWrites(0);
+        return;
+    }
+    const Objects& written = m_selections[number % 2].written();
+    std::multiset<const void*> actual;
+    for (const PersistentObject& object : written)
+        actual.insert(object.identity());
+    std::multiset<const void*> expected;
+    for (const Cell& cell : cells)
+        expected.insert(cell.first);
+    if (actual != expected && m_fault.empty())
+        m_fault =
+            "the editor gets " + named(written) + ", expected the objects of " + namedCells(cells);
+    if (!m_follows[number % 2])
+        expect("what the editor gets", written, selectedObjects(number));
+    const Objects kept = withoutDuplicates(written);
+    const bool changes = kept != m_editor;
+    expectEditor(kept);
     expectWrites(1);
-    expect("the other browser's selection", selectedObjects(number + 1), written);
+    if (changes)
+        expect("the other browser's selection", selectedObjects(number + 1), kept);
+    settle();
 }
 
 void DrivenScene::expectEditor(const Objects& objects)
@@ -508,20 +611,32 @@ void DrivenScene::expectEditor(const Objects& objects)
     m_editor = objects;
 }
 
-void DrivenScene::expectFollowed()
+void DrivenScene::expectFollowed(bool changed)
 {
+    // An editor may be silent where a step leaves what it found.
+    if (!changed && m_follows == std::array<bool, 2>{})
+        return;
     const Objects expected = withRows(m_editor);
-    for (unsigned number : {0u, 1u})
+    for (unsigned number : {0u, 1u}) {
         expect("the selection of browser " + std::to_string(number), selectedObjects(number),
                expected);
+        m_cells[number] = followedCells();
+    }
 }
 
-void DrivenScene::expectSameRows()
+void DrivenScene::expectSameCells()
 {
+    settle();
     for (unsigned number : {0u, 1u}) {
-        const Objects selected = selectedObjects(number);
-        if (identities(selected) != selectedRows())
-            expect("the rows of browser " + std::to_string(number), selected, withRows(m_editor));
+        const QModelIndexList selected = browser(number).selectionModel()->selectedIndexes();
+        if (identities(objectsOf(selected)) != identities(withRows(m_editor)))
+            expect("the rows of browser " + std::to_string(number), objectsOf(selected),
+                   withRows(m_editor));
+        if ((cells(selected) != m_cells[number] ||
+             std::size_t(selected.size()) != m_cells[number].size()) &&
+            m_fault.empty())
+            m_fault = "the cells of browser " + std::to_string(number) + " are " +
+                      namedCells(cells(selected)) + ", expected " + namedCells(m_cells[number]);
     }
 }
 

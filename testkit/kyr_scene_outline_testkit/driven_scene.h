@@ -33,12 +33,16 @@ public:
     const std::string& fault() const { return m_fault; }
 
 private:
-    using Rows = std::set<const void*>;
+    /// The object of a row, and a column.
+    using Cell = std::pair<const void*, int>;
+    using Cells = std::set<Cell>;
     struct Range
     {
         QModelIndex parent;
         int top = 0;
         int bottom = -1;
+        int left = 0;
+        int right = 0;
     };
 
     std::string selectRows(const Step& step);
@@ -60,8 +64,12 @@ private:
     QAbstractItemModel& model() { return *m_scene->assetModel().itemModel(); }
     SceneBrowserData& browser(unsigned number) { return *m_browsers[number % 2]; }
     Range rangeFor(const Step& step);
+    /// The range in some of the columns, where the browser can do with cells of all of them.
+    Range cellsFor(const Step& step);
+    bool hasCellsOfRows(const Range& range);
     Objects objectsFor(const Step& step);
     void select(unsigned number, const Range& range, QItemSelectionModel::SelectionFlags flags);
+    std::string told(const Range& range);
     void stopHovering();
     void makeBrowser(unsigned number);
     Objects targets();
@@ -72,22 +80,34 @@ private:
     void expectValues(const Objects& objects, const std::vector<Values>& values);
 
     Objects withRows(const Objects& objects);
-    Rows selectedRows();
+    /// What the editor's objects select in a browser that follows.
+    Cells followedCells();
+    Cells cells(const QModelIndexList& indexes);
+    std::string namedCells(const Cells& cells);
     Objects selectedObjects(unsigned number);
+    /// Brings the cells up to date with rows that went and with what the editor told.
+    void settle();
+    void takeWrites();
     void expectWrites(int writes);
-    void expectWrittenBy(unsigned number, const Rows& rows);
+    void expectSelectedBy(unsigned number, const Cells& cells);
     void expectEditor(const Objects& objects);
-    void expectFollowed();
-    void expectSameRows();
+    void expectFollowed(bool changed = true);
+    void expectSameCells();
     void expectMarks();
     void expect(const std::string& what, const Objects& actual, const Objects& expected);
 
     ClipboardInMemory m_clipboard;
     std::unique_ptr<SceneUnderTest> m_scene;
-    CountedSelection m_selection;
+    std::array<CountedSelection, 2> m_selections;
     std::array<std::unique_ptr<MarkedModel>, 2> m_models;
+    vex::Connection m_followers;
     std::array<std::unique_ptr<SceneBrowserData>, 2> m_browsers;
     Objects m_editor;
+    /// The selected cells of each browser: the one that selected has what it selected, one that
+    /// follows the first cell of each row.
+    std::array<Cells, 2> m_cells;
+    /// Who heard of a change of the editor's selection that was not its own.
+    std::array<bool, 2> m_follows{};
     Objects m_hovered;
     std::vector<Values> m_copied;
     std::string m_fault;

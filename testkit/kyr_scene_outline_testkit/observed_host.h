@@ -6,19 +6,26 @@
 
 namespace kyr::testkit {
 
-/// Counts what browsers write to a selection that belongs to the host.
+/// What one browser writes to a selection that belongs to the host.
 class CountedSelection : public IAssetSelection
 {
 public:
     explicit CountedSelection(IAssetSelection& selection) : m_selection(selection) {}
 
     int takeWrites() { return std::exchange(m_writes, 0); }
+    /// What was set last, as it was handed over.
+    const Objects& written() const { return m_written; }
+    /// Whether what was set is being told.
+    bool isWriting() const { return m_writing; }
 
     const Objects& objects() const override { return m_selection.objects(); }
     void setSelection(Objects objects, bool keepPresent) override
     {
         ++m_writes;
+        m_written = objects;
+        const bool before = std::exchange(m_writing, true);
         m_selection.setSelection(std::move(objects), keepPresent);
+        m_writing = before;
     }
     void clearSelection() override
     {
@@ -48,7 +55,9 @@ public:
 
 private:
     IAssetSelection& m_selection;
+    Objects m_written;
     int m_writes = 0;
+    bool m_writing = false;
 };
 
 /// Keeps the hover marks that one browser gives an asset model.

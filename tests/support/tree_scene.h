@@ -53,7 +53,7 @@ public:
 
 protected:
     // The rows are those of the first column.
-    TreeModel m_model{"a\n  b\n    c\n  d\ne\n  f\ng\nh", 2};
+    TreeModel m_model{"a\n  b\n    c\n  d\ne\n  f\ng\nh", 3};
 
 private:
     TreeAssetModel m_assetModel{&m_model};
