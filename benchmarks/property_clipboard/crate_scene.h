@@ -24,6 +24,7 @@ public:
     void close() override {}
     bool isFormatAvailable(unsigned) const override { return m_text != nullptr; }
     Zar::platform::GlobalBlock* data(unsigned) override { return m_text.get(); }
+    std::shared_ptr<const Zar::platform::GlobalBlock> share(unsigned) override { return m_text; }
     bool empty() override
     {
         m_text.reset();
@@ -41,7 +42,7 @@ public:
     std::string text() const { return m_text->data(); }
 
 private:
-    std::unique_ptr<Zar::platform::GlobalBlock> m_text;
+    std::shared_ptr<Zar::platform::GlobalBlock> m_text;
 };
 
 /// A browser over one list of crates, all of them selected, whose changes `controller` records.

@@ -3,6 +3,7 @@
 #include "clipboard_backend.h"
 #include "qt_clipboard_backend.h"
 
+#include <cstring>
 #include <utility>
 
 namespace Zar::platform {
@@ -23,6 +24,15 @@ std::shared_ptr<IClipboardBackend> setClipboardBackend(std::shared_ptr<IClipboar
     if (!backend)
         backend = std::make_shared<QtClipboardBackend>();
     return std::exchange(currentBackend(), std::move(backend));
+}
+
+std::shared_ptr<const GlobalBlock> IClipboardBackend::share(unsigned format)
+{
+    const GlobalBlock* block = data(format);
+    std::unique_ptr<GlobalBlock> copy = block ? GlobalBlock::allocate(block->size()) : nullptr;
+    if (copy)
+        std::memcpy(copy->data(), block->data(), block->size());
+    return copy;
 }
 
 bool OpenClipboard(WindowHandle)
@@ -52,6 +62,11 @@ bool IsClipboardFormatAvailable(unsigned format)
 GlobalHandle GetClipboardData(unsigned format)
 {
     return isOpen ? currentBackend()->data(format) : nullptr;
+}
+
+std::shared_ptr<const GlobalBlock> shareClipboardData(unsigned format)
+{
+    return isOpen ? currentBackend()->share(format) : nullptr;
 }
 
 bool SetClipboardData(unsigned format, GlobalHandle block)

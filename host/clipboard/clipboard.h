@@ -27,6 +27,9 @@ bool IsClipboardFormatAvailable(unsigned format);
 /// Null when the format is not there. The clipboard owns the block, which ends with a NUL byte and
 /// is valid until the clipboard is closed.
 GlobalHandle GetClipboardData(unsigned format);
+/// The same bytes for as long as they are needed, without a copy where the clipboard's backend can
+/// do without one; null as above.
+std::shared_ptr<const GlobalBlock> shareClipboardData(unsigned format);
 /// Takes the block over, also when it is false: the block could not be put on the clipboard.
 bool SetClipboardData(unsigned format, GlobalHandle block);
 

@@ -24,6 +24,9 @@ public:
     virtual bool isFormatAvailable(unsigned format) const = 0;
     /// Null when the format is not there. Owned by the backend until the clipboard is closed.
     virtual GlobalBlock* data(unsigned format) = 0;
+    /// The same bytes for longer than the clipboard is open; they do not change when it does. A
+    /// copy unless the backend can share what it has.
+    virtual std::shared_ptr<const GlobalBlock> share(unsigned format);
     /// Drops what is on the clipboard; false leaves it there.
     virtual bool empty() = 0;
     virtual bool setData(unsigned format, std::unique_ptr<GlobalBlock> block) = 0;

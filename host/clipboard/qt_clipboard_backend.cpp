@@ -28,6 +28,13 @@ class BlockMimeData final : public QMimeData
 public:
     explicit BlockMimeData(std::unique_ptr<GlobalBlock> block) : m_block(std::move(block)) {}
 
+    /// Null unless the text ends with a NUL.
+    std::shared_ptr<GlobalBlock> terminatedBlock() const noexcept
+    {
+        const std::size_t size = m_block->size();
+        return size > 0 && m_block->data()[size - 1] == '\0' ? m_block : nullptr;
+    }
+
     QStringList formats() const override
     {
         return {QStringLiteral("text/plain"), QStringLiteral("text/plain;charset=utf-8"),
@@ -42,8 +49,17 @@ protected:
     }
 
 private:
-    std::unique_ptr<GlobalBlock> m_block;
+    std::shared_ptr<GlobalBlock> m_block;
 };
+
+// The text is followed by a NUL.
+std::shared_ptr<GlobalBlock> blockOf(const char* text, std::size_t size)
+{
+    std::unique_ptr<GlobalBlock> block = GlobalBlock::allocate(size + 1);
+    if (block)
+        std::memcpy(block->data(), text, size + 1);
+    return block;
+}
 
 } // namespace
 
@@ -93,27 +109,32 @@ bool QtClipboardBackend::isFormatAvailable(unsigned format) const
 
 GlobalBlock* QtClipboardBackend::data(unsigned format)
 {
+    m_handedOut = read(format);
+    return m_handedOut.get();
+}
+
+std::shared_ptr<const GlobalBlock> QtClipboardBackend::share(unsigned format)
+{
+    return read(format);
+}
+
+std::shared_ptr<GlobalBlock> QtClipboardBackend::read(unsigned format) const
+{
     if (format != textFormat)
         return nullptr;
     if (isForeign()) {
         const std::optional<std::string> text = m_x11->text();
-        return text ? handOut(text->c_str(), text->size()) : nullptr;
+        return text ? blockOf(text->c_str(), text->size()) : nullptr;
     }
     const QMimeData* available = contents();
+    const auto* own = dynamic_cast<const BlockMimeData*>(available);
+    if (std::shared_ptr<GlobalBlock> block = own ? own->terminatedBlock() : nullptr)
+        return block;
     const QString textFormatName = available ? plainTextFormat(*available) : QString();
     if (textFormatName.isEmpty())
         return nullptr;
     const QByteArray text = available->data(textFormatName);
-    return handOut(text.constData(), std::size_t(text.size()));
-}
-
-// The text is followed by a NUL.
-GlobalBlock* QtClipboardBackend::handOut(const char* text, std::size_t size)
-{
-    m_handedOut = GlobalBlock::allocate(size + 1);
-    if (m_handedOut)
-        std::memcpy(m_handedOut->data(), text, size + 1);
-    return m_handedOut.get();
+    return blockOf(text.constData(), std::size_t(text.size()));
 }
 
 bool QtClipboardBackend::empty()

@@ -25,6 +25,7 @@ public:
     void close() override;
     bool isFormatAvailable(unsigned format) const override;
     GlobalBlock* data(unsigned format) override;
+    std::shared_ptr<const GlobalBlock> share(unsigned format) override;
     bool empty() override;
     bool setData(unsigned format, std::unique_ptr<GlobalBlock> block) override;
     std::unique_ptr<GlobalBlock> allocate(std::size_t size) override;
@@ -34,10 +35,10 @@ public:
 private:
     bool isForeign() const;
     const QMimeData* contents() const;
-    GlobalBlock* handOut(const char* text, std::size_t size);
+    std::shared_ptr<GlobalBlock> read(unsigned format) const;
 
     std::unique_ptr<QMimeData> m_pending;
-    std::unique_ptr<GlobalBlock> m_handedOut;
+    std::shared_ptr<GlobalBlock> m_handedOut;
     std::unique_ptr<X11Clipboard> m_x11;
 };
 

@@ -4,6 +4,7 @@
 #include <host/core/string_ref.h>
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -26,6 +27,10 @@ public:
     BinaryBlock(std::string bytes, StringRef tag)
         : m_tag(tag), m_own(std::move(bytes)), m_bytes(m_own)
     {}
+    /// Shares bytes that live as long as `owner`.
+    BinaryBlock(std::shared_ptr<const void> owner, StringRef bytes, StringRef tag)
+        : m_tag(tag), m_owner(std::move(owner)), m_bytes(bytes)
+    {}
 
     const char* data() const noexcept { return m_bytes.data(); }
     /// In bytes.
@@ -36,6 +41,7 @@ public:
 private:
     std::string m_tag;
     SmartPointer<BinaryBlock> m_parent;
+    std::shared_ptr<const void> m_owner;
     std::string m_own;
     StringRef m_bytes;
 };

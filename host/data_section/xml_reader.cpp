@@ -46,6 +46,13 @@ double XMLReader::progress() const noexcept
     return m_text.empty() ? 1 : double(m_scan.position() - m_text.data()) / double(m_text.size());
 }
 
+SmartPointer<XMLSection> XMLReader::takeChildren()
+{
+    if (!m_root || !m_root->firstChild())
+        return nullptr;
+    return std::exchange(m_root, SmartPointer<XMLSection>(new XMLSection(m_root->tag())));
+}
+
 SmartPointer<XMLSection> XMLReader::document() const
 {
     return m_state == State::Finished ? m_root : nullptr;

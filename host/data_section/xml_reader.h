@@ -18,6 +18,10 @@ public:
     bool advance();
     /// From 0 to 1.
     double progress() const noexcept;
+    /// Hands over the children that were read since the last call, below a root like theirs; null
+    /// when there are none. What was taken is not in `document`, so that a long document need never
+    /// be in memory as a whole, nor be let go of at once.
+    SmartPointer<XMLSection> takeChildren();
     /// The root, once all was read; null until then, and when the bytes are no such document.
     SmartPointer<XMLSection> document() const;
 

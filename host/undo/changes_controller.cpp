@@ -15,7 +15,7 @@ namespace Zar {
 class StepCommand : public QUndoCommand
 {
 public:
-    StepCommand(const QString& name, std::vector<std::unique_ptr<IChange>> changes,
+    StepCommand(const QString& name, ChangesController::Changes changes,
                 ChangesController& controller)
         : QUndoCommand(name), m_changes(std::move(changes)), m_controller(controller)
     {}
@@ -37,7 +37,7 @@ public:
     }
 
 private:
-    std::vector<std::unique_ptr<IChange>> m_changes;
+    ChangesController::Changes m_changes;
     ChangesController& m_controller;
     bool m_pushed = false;
 };
@@ -57,8 +57,22 @@ void ChangesController::OpenScope::add(std::unique_ptr<IChange> change)
             entry->second->absorb(*change);
             return;
         }
+    } else if (change->isVoid()) {
+        return; // nothing will be joined with it
     }
     changes.push_back(std::move(change));
+}
+
+void ChangesController::OpenScope::dropVoid()
+{
+    for (const auto& [subject, change] : subjects) {
+        if (!change->isVoid())
+            continue;
+        // At one of the ends, mostly: what is selected.
+        changes.erase(
+            std::find_if(changes.begin(), changes.end(),
+                         [change = change](const auto& one) { return one.get() == change; }));
+    }
 }
 
 void ChangesController::record(std::unique_ptr<IChange> change, StringRef name)
@@ -66,8 +80,9 @@ void ChangesController::record(std::unique_ptr<IChange> change, StringRef name)
     if (m_replaying)
         return;
     if (m_scopes.empty()) {
-        std::vector<std::unique_ptr<IChange>> step;
-        step.push_back(std::move(change));
+        Changes step;
+        if (!change->isVoid())
+            step.push_back(std::move(change));
         commit(std::move(step), std::string(name));
     } else {
         m_scopes.back().add(std::move(change));
@@ -87,6 +102,7 @@ void ChangesController::endScope()
     m_scopes.pop_back();
     const std::string name = ended.stepName();
     if (m_scopes.empty()) {
+        ended.dropVoid();
         commit(std::move(ended.changes), name);
         return;
     }
@@ -114,12 +130,8 @@ void ChangesController::discardScope()
     }
 }
 
-void ChangesController::commit(std::vector<std::unique_ptr<IChange>> changes,
-                               const std::string& name)
+void ChangesController::commit(Changes changes, const std::string& name)
 {
-    changes.erase(std::remove_if(changes.begin(), changes.end(),
-                                 [](const auto& change) { return change->isVoid(); }),
-                  changes.end());
     if (changes.empty())
         return;
     m_stack.push(new StepCommand(QString::fromStdString(name), std::move(changes), *this));

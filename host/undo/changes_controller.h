@@ -6,18 +6,19 @@
 #include <QString>
 #include <QUndoStack>
 
+#include <deque>
 #include <memory>
 #include <string>
 #include <unordered_map>
-#include <vector>
 
 namespace Zar {
 
 /// Records changes as steps of an undo stack. Lives on the GUI thread.
 /// Changes recorded while a `CommitChangesScope` is open become one step with the scope's name;
 /// scopes nest, and the outermost one makes the step and gives the name, unless it yields to those
-/// in it. A change recorded outside any scope is a step of its own. Recording is O(1), ending a
-/// scope linear in what was recorded in it.
+/// in it. A change recorded outside any scope is a step of its own. Recording is O(1), ending
+/// the outermost scope linear in the subjects of what was recorded in it, ending another one linear
+/// in all that was.
 class ChangesController
 {
 public:
@@ -37,13 +38,16 @@ private:
     friend class CommitChangesScope;
     friend class StepCommand;
 
+    /// No vector: one that grows moves all of them.
+    using Changes = std::deque<std::unique_ptr<IChange>>;
+
     /// One open scope. What is recorded in it stays apart until it ends, so that it can be undone
     /// on its own.
     struct OpenScope
     {
         std::string name;
         bool yields = false;
-        std::vector<std::unique_ptr<IChange>> changes;
+        Changes changes;
         std::unordered_map<const void*, IChange*> subjects;
         /// The scopes directly in it that changed something, and the name of the last one.
         int innerCount = 0;
@@ -51,16 +55,18 @@ private:
 
         std::string stepName() const;
         void add(std::unique_ptr<IChange> change);
+        /// Takes out what was joined and changes nothing in the end.
+        void dropVoid();
     };
 
     void beginScope(StringRef name, bool yields);
     void endScope();
     void discardScope();
-    void commit(std::vector<std::unique_ptr<IChange>> changes, const std::string& name);
+    void commit(Changes changes, const std::string& name);
 
     QUndoStack m_stack;
     /// The innermost last.
-    std::vector<OpenScope> m_scopes;
+    std::deque<OpenScope> m_scopes;
     bool m_replaying = false;
 };
 

@@ -4,6 +4,7 @@
 #include <host/core/stack_tracker.h>
 
 #include <cstddef>
+#include <memory>
 #include <string>
 
 namespace Zar::StringUtils {
@@ -85,6 +86,18 @@ bool copyFromClipboardT(std::basic_string<Char>& text)
     text = static_cast<const Char*>(platform::GlobalLock(block));
     platform::GlobalUnlock(block);
     return true;
+}
+
+/// The clipboard's bytes in that format as they are there now, for long texts: without a copy where
+/// the clipboard can share them. The text ends at their first NUL. Null when there is none.
+template <typename Char>
+std::shared_ptr<const platform::GlobalBlock> shareFromClipboardT()
+{
+    static_assert(clipboardTextFormat<Char> != 0);
+    // By the name under which a text is known to be read in reports.
+    const StackTrackerScope tracked("Zar::StringUtils::copyFromClipboardT", "string_utils");
+    const ClipboardAccess access;
+    return access ? platform::shareClipboardData(clipboardTextFormat<Char>) : nullptr;
 }
 
 } // namespace Zar::StringUtils

@@ -11,12 +11,14 @@
 #include <QPointer>
 
 #include <chrono>
+#include <optional>
 #include <utility>
 
 namespace {
 
 using kyr::properties::CopyJob;
 using kyr::properties::PasteJob;
+using kyr::properties::TakenText;
 
 constexpr const char* sourceFile = "scene_browser_data";
 
@@ -81,10 +83,10 @@ std::unique_ptr<PropertyJob> SceneBrowserData::makePasteJob(PropertyChoice choic
         return fail("Paste properties: item selection is empty");
 
     kyr::properties::collectObjectsInModelOrder(targets, assetModel);
-    Zar::SmartPointer<Zar::BinaryBlock> document = kyr::properties::takeDocumentFromClipboard();
-    if (!document)
+    std::optional<TakenText> text = TakenText::fromClipboard();
+    if (!text)
         return fail("Paste properties: clipboard is empty");
-    return std::make_unique<PasteJob>(assetSelection, std::move(targets), std::move(document),
+    return std::make_unique<PasteJob>(assetSelection, std::move(targets), std::move(*text),
                                       std::move(choice),
                                       isPreview ? PasteJob::Mode::Preview : PasteJob::Mode::Paste);
 }

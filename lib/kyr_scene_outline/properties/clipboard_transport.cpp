@@ -2,6 +2,8 @@
 
 #include <tools/common/string_utils.h>
 
+#include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace kyr::properties {
@@ -38,14 +40,30 @@ bool ClipboardText::put()
     return true;
 }
 
-Zar::SmartPointer<Zar::BinaryBlock> takeDocumentFromClipboard()
+std::optional<TakenText> TakenText::fromClipboard()
 {
     if (!Zar::StringUtils::canCopyFromClipboardT<char>())
-        return nullptr;
-    std::string text;
-    if (!Zar::StringUtils::copyFromClipboardT(text) || text.empty())
-        return nullptr;
-    return new Zar::BinaryBlock(std::move(text), "BinaryBlock/XMLSection");
+        return std::nullopt;
+    Block block = Zar::StringUtils::shareFromClipboardT<char>();
+    if (!block || block->size() == 0 || block->data()[0] == '\0')
+        return std::nullopt;
+    return TakenText(std::move(block));
+}
+
+bool TakenText::findEnd()
+{
+    constexpr std::size_t pieceBytes = std::size_t(4) << 20;
+    const char* start = m_block->data() + m_size;
+    const std::size_t size = std::min(pieceBytes, m_block->size() - m_size);
+    const void* end = std::memchr(start, '\0', size);
+    m_size += end ? std::size_t(static_cast<const char*>(end) - start) : size;
+    return !end && m_size < m_block->size();
+}
+
+Zar::SmartPointer<Zar::BinaryBlock> TakenText::document() const
+{
+    return new Zar::BinaryBlock(m_block, Zar::StringRef(m_block->data(), m_size),
+                                "BinaryBlock/XMLSection");
 }
 
 } // namespace kyr::properties

@@ -5,6 +5,9 @@
 #include <host/data_section/binary_block.h>
 
 #include <cstddef>
+#include <memory>
+#include <optional>
+#include <utility>
 
 namespace kyr::properties {
 
@@ -29,8 +32,26 @@ private:
     std::size_t m_size = 0;
 };
 
-/// The clipboard's plain text up to its first NUL byte, for a document to be rebuilt from; null
-/// when there is none.
-Zar::SmartPointer<Zar::BinaryBlock> takeDocumentFromClipboard();
+/// The clipboard's plain text up to its first NUL byte, for a document to be rebuilt from. It is
+/// shared with the clipboard where that can be, which is open only while it is taken.
+class TakenText
+{
+public:
+    /// Nothing when there is no text, or an empty one.
+    static std::optional<TakenText> fromClipboard();
+
+    /// Looks for the end a piece further. False when it was found.
+    bool findEnd();
+    /// The text, once its end was found.
+    Zar::SmartPointer<Zar::BinaryBlock> document() const;
+
+private:
+    using Block = std::shared_ptr<const Zar::platform::GlobalBlock>;
+
+    explicit TakenText(Block block) : m_block(std::move(block)) {}
+
+    Block m_block;
+    std::size_t m_size = 0;
+};
 
 } // namespace kyr::properties

@@ -50,6 +50,7 @@ struct PasteProgress
     PropertyPasteReport report;
 
     std::size_t nextTarget = 0;
+    /// Each until it was read into a table.
     std::vector<Zar::DataSectionPtr> sources;
     /// One for each stored object that is dealt again, else one for all.
     std::vector<PropertyTable> tables;
@@ -57,8 +58,9 @@ struct PasteProgress
 
 /// Deals the document's objects to the targets in turn, starting again from the first when there
 /// are more targets. All targets together cost linear time in the document and in their
-/// properties. With a progress it goes on behind the targets that are done, to `count` more. False
-/// when the document holds no object, which is reported.
+/// properties. With a progress it goes on behind the targets that are done, to `count` more, and
+/// when that has its sources already, there need be no document. False when there is no object to
+/// deal, which is reported.
 bool pasteDocument(const IAssetSelection::Objects& targets, const Zar::DataSectionPtr& document,
                    PasteProgress* progress = nullptr, std::size_t count = std::size_t(-1));
 

@@ -80,9 +80,11 @@ private:
     std::size_t m_changed = 0;
 };
 
-bool openSources(const Zar::DataSection& document, std::size_t targetCount, PasteProgress& progress)
+bool beginDealing(const Zar::DataSectionPtr& document, std::size_t targetCount,
+                  PasteProgress& progress)
 {
-    document.openSections("object", progress.sources, nullptr);
+    if (document)
+        document->openSections("object", progress.sources, nullptr);
     const bool isDealtOnce = targetCount <= progress.sources.size();
     progress.tables.resize(isDealtOnce ? 1 : progress.sources.size());
     if (progress.sources.empty()) {
@@ -126,7 +128,7 @@ bool pasteDocument(const IAssetSelection::Objects& targets, const Zar::DataSecti
 {
     PasteProgress whole;
     PasteProgress& paste = progress ? *progress : whole;
-    if (paste.sources.empty() && !openSources(*document, targets.size(), paste))
+    if (paste.tables.empty() && !beginDealing(document, targets.size(), paste))
         return false;
     for (; count > 0 && paste.nextTarget < targets.size(); --count) {
         pasteToNext(targets[paste.nextTarget].object(), paste);

@@ -3,6 +3,7 @@
 #include <host/core/message_group.h>
 #include <host/data_section/xml_reader.h>
 #include <host/scene/asset_selection.h>
+#include <kyr_scene_outline/properties/clipboard_transport.h>
 #include <kyr_scene_outline/properties/paste_step.h>
 #include <kyr_scene_outline/properties/property_document.h>
 #include <kyr_scene_outline/property_job.h>
@@ -22,24 +23,25 @@ public:
         Preview,
     };
 
-    /// `document` is the serialised form.
-    PasteJob(IAssetSelection& selection, IAssetSelection::Objects targets,
-             Zar::SmartPointer<Zar::BinaryBlock> document, PropertyChoice choice, Mode mode);
+    PasteJob(IAssetSelection& selection, IAssetSelection::Objects targets, TakenText text,
+             PropertyChoice choice, Mode mode);
 
     const PropertyPasteReport& report() const noexcept override { return m_progress.report; }
 
 private:
     double preparation() const noexcept override;
     bool prepare() override;
+    bool read();
     bool workOn(std::size_t object) override;
     bool finish() override;
     void takeBack() noexcept override { m_step.reset(); }
 
     IAssetSelection& m_selection;
     IAssetSelection::Objects m_targets;
-    /// Gone, with the text, once all is read.
+    // Each is gone once it is done with.
+    std::optional<TakenText> m_text;
     std::optional<Zar::XMLReader> m_reader;
-    Zar::DataSectionPtr m_document;
+    bool m_hasChildren = false;
     PasteProgress m_progress;
     std::optional<PasteStep> m_step;
     Zar::MessageGroup m_messages;
