@@ -205,10 +205,12 @@ void copyInSlices(benchmark::State& state)
 void pasteInSlices(benchmark::State& state)
 {
     Documents documents(int(state.range(0)));
-    const Scene scene(int(state.range(0)), 1000000);
+    const auto controller = std::make_shared<Zar::ChangesController>();
+    const Scene scene(int(state.range(0)), 1000000, controller);
     Slices slices(state);
     for (auto _ : state) {
         state.PauseTiming();
+        controller->stack().clear();
         documents.offerNext();
         state.ResumeTiming();
         slices.work([&] { return scene.browser->startPaste(); });

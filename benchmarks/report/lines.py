@@ -117,3 +117,10 @@ FIGURE = [
 
 # Below this many times the cost for ten times the objects.
 MOST_GROWTH = 15
+
+# Lines that grow more, by table and operation: faults that wait to be mended, and that --check names
+# without ending with 1. Nothing else may join them unseen.
+KNOWN_FAULTS = {
+    (PARENT_GOES, "chain"),
+    ("Panel by shape", "reveal the deepest object: chain"),
+}

@@ -13,7 +13,7 @@ import sys
 import tempfile
 
 from figure import draw
-from lines import FIGURE, MOST_GROWTH, NOTES, ONCE, SHAPES, SIGNAL, SIZES, TABLES
+from lines import FIGURE, KNOWN_FAULTS, MOST_GROWTH, NOTES, ONCE, SHAPES, SIGNAL, SIZES, TABLES
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 PAGE = os.path.join(ROOT, "docs", "performance.md")
@@ -176,21 +176,21 @@ def machine_text(repetitions):
 def check(times):
     failed = False
 
-    def tell(growth, most, small, line):
+    def tell(growth, small, title, line):
         nonlocal failed
-        failed = failed or growth > most
-        print(f"{'FAIL' if growth > most else 'ok':4} {growth:5.1f} x from {small:,}: {line}")
+        is_known = (title, line) in KNOWN_FAULTS
+        failed = failed or (growth > MOST_GROWTH and not is_known)
+        verdict = "ok" if growth <= MOST_GROWTH else "KNOWN" if is_known else "FAIL"
+        print(f"{verdict:5} {growth:5.1f} x from {small:,}: {title}: {line}")
 
     for title, program, lines in TABLES:
         for line in lines:
-            # Where Qt itself takes more for held ranges, no list of ranges can take less.
-            floors = dict(growths(times[program], line[2]))
             for small, growth in growths(times[program], line[1]):
-                tell(growth, max(MOST_GROWTH, floors.get(small, 0)), small, f"{title}: {line[0]}")
+                tell(growth, small, title, line[0])
     bytes_a_row = memory((1_000, 10_000))
     for shape in SHAPES:
         small, large = (bytes_a_row[f"memoryOfRows/{shape}/{size}"]["sorted"] for size in (1_000, 10_000))
-        tell(10 * large / small, MOST_GROWTH, 1_000, f"Memory: {shape.replace('_', ' ')}")
+        tell(10 * large / small, 1_000, "Memory", shape.replace("_", " "))
     return 1 if failed else 0
 
 

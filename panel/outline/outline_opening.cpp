@@ -109,7 +109,8 @@ int OutlineModel::reveal(const QModelIndex& sourceIndex)
     if (wanted == RowTree::none)
         return -1;
     std::vector<Node> closed;
-    for (Node above = wanted; !rows().position(above).shown;) {
+    const Node hiding = rows().at(rows().nearestRow(wanted));
+    for (Node above = wanted; above != hiding;) {
         above = rows().parent(above);
         if (!rows().isOpen(above))
             closed.push_back(above);

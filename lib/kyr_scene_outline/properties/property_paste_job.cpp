@@ -42,9 +42,11 @@ bool PasteJob::prepare()
         return read();
     if (!m_progress.isPreview && !m_step) {
         m_step.emplace(m_selection, m_progress);
-        m_start = Clock::now();
-        m_selection.clearSelection();
         return true;
+    }
+    if (!m_progress.isPreview) {
+        m_selection.clearSelection();
+        m_start = Clock::now();
     }
     m_isPrepared = true;
     // Also reports a document without objects, for which there is no object to work on.
