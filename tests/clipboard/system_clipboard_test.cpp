@@ -61,9 +61,12 @@ TEST(SystemClipboard, otherProgramsReadExactlyTheBytes)
     ASSERT_TRUE(Zar::StringUtils::copyToClipboardT(sample));
     EXPECT_EQ(outputOf("xclip", {"-o", "-selection", "clipboard"}).toStdString(), sample + '\0');
     EXPECT_EQ(outputOf(CLIPBOARD_PEER, {"paste"}).toStdString(), sample);
+    const auto shared = Zar::StringUtils::shareFromClipboardT<char>();
     const std::string large(5 << 20, 'x');
     ASSERT_TRUE(Zar::StringUtils::copyToClipboardT(large));
     EXPECT_EQ(outputOf(CLIPBOARD_PEER, {"paste"}).toStdString(), large);
+    ASSERT_TRUE(shared);
+    EXPECT_EQ(shared->data(), sample) << "stays what it was";
 }
 
 TEST(SystemClipboard, readsWhatOtherProgramsOffer)
