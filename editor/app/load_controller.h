@@ -3,6 +3,7 @@
 #include <editor/document/scene_document.h>
 #include <editor/files/generated_scene.h>
 #include <editor/files/scene_loader.h>
+#include <editor/viewport/items/item_set.h>
 
 namespace editor {
 
@@ -34,6 +35,8 @@ public:
 Q_SIGNALS:
     void loadingChanged();
     void progressChanged();
+    /// What the view shows of the scene, before `opening`; the receiver may take it.
+    void itemsPrepared(const std::shared_ptr<editor::ItemSet>& items);
     /// The free scene of a file, before it is the document's.
     void opening(editor::SceneObject* root, const QString& path);
     void loaded(const QString& path);
@@ -43,10 +46,16 @@ Q_SIGNALS:
     void failed(const QString& path, const QString& reason);
 
 private:
+    struct Prepared;
+
+    void load(const QString& path, SceneLoader::Reader read);
+    void open(const QString& path, const QStringList& notes);
     void setProgress(qreal progress);
 
     SceneDocument& m_document;
     SceneLoader m_loader;
+    // Of the load that is going on; its thread's until that has ended.
+    std::shared_ptr<Prepared> m_prepared;
     QString m_fileName;
     QString m_sampleFolder;
     qreal m_progress = 0;

@@ -5,6 +5,7 @@
 #include "viewport_items.h"
 
 #include <editor/document/scene_commands.h>
+#include <editor/document/thread_release.h>
 #include <editor/document/transform_math.h>
 
 namespace editor {
@@ -28,10 +29,11 @@ ViewportBinding::ViewportBinding(SceneDocument& document, IAssetSelection& selec
 
 void ViewportBinding::followDocument()
 {
-    // Another scene is announced by both signals; the second one builds the items.
+    // Another scene is announced by both signals; a step that ends in between shows the old one.
     connect(&m_document, &SceneDocument::aboutToReset, this, [this] { m_needsReset = true; });
     connect(&m_document, &SceneDocument::reset, this, [this] {
         m_isNewScene = true;
+        m_needsReset = true;
         m_isolation.end();
         Q_EMIT isolatedChanged();
     });
@@ -132,6 +134,12 @@ void ViewportBinding::finishStructure()
 void ViewportBinding::resetItems()
 {
     m_needsReset = false;
+    if (m_prepared && m_isNewScene) {
+        releaseInThread(m_controller.exchangeItems(*std::exchange(m_prepared, {})));
+        showSelection();
+        showHover();
+        return;
+    }
     std::vector<ViewportItem> items = viewportItems(*m_document.root());
     m_isolation.update(m_document);
     for (ViewportItem& item : items)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <editor/document/scene_object.h>
-#include <editor/viewport/items/viewport_item.h>
+#include <editor/viewport/items/item_set.h>
 
 #include <vector>
 
@@ -9,6 +9,9 @@ namespace editor {
 
 /// How the 3D view shows an object that stands at `world`.
 ViewportItem viewportItem(const SceneObject& object, const QMatrix4x4& world);
+
+/// All that a view needs of a scene, as of `ViewportController::exchangeItems`.
+ItemSet viewportItemSet(const SceneObject& root);
 
 /// The items of `branch` and of everything below it, branch by branch. O(n).
 std::vector<ViewportItem> viewportItems(const SceneObject& branch);

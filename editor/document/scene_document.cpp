@@ -2,7 +2,9 @@
 
 #include "object_reference.h"
 #include "property_annotations.h"
+#include "scene_branch.h"
 #include "scene_document_changes.h"
+#include "thread_release.h"
 
 #include <QFileInfo>
 
@@ -14,24 +16,14 @@ namespace {
 
 // No state has it.
 constexpr quint32 neverSaved = ~0u;
-
-/// `branch` and all below it; the children of an object stand together.
-std::vector<SceneObject*> allOf(SceneObject& branch)
-{
-    std::vector<SceneObject*> objects{&branch};
-    for (std::size_t i = 0; i < objects.size(); ++i) {
-        for (const SceneObjectPtr& child : objects[i]->children())
-            objects.push_back(child.get());
-    }
-    return objects;
-}
+constexpr std::chrono::milliseconds releaseSlice{4};
 
 } // namespace
 
 SceneDocument::SceneDocument(QObject* parent)
     : QObject(parent)
     , m_controller(std::make_shared<Zar::ChangesController>())
-    , m_root(SceneObject::create(ObjectKind::Scene, "Scene"))
+    , m_release(releaseSlice)
 {
     m_flushTimer.setSingleShot(true);
     m_flushTimer.setInterval(0);
@@ -43,8 +35,7 @@ SceneDocument::SceneDocument(QObject* parent)
     connect(&undoStack(), &QUndoStack::indexChanged, this, &SceneDocument::flushChanges);
     registerObjectReferences();
     addReferenceScene(*this);
-    attach(*m_root);
-    markSaved({});
+    take(PreparedScene::from(SceneObject::create(ObjectKind::Scene, "Scene")));
 }
 
 SceneDocument::~SceneDocument()
@@ -52,29 +43,42 @@ SceneDocument::~SceneDocument()
     removeReferenceScene(*this);
     disconnect(&undoStack(), nullptr, this, nullptr);
     undoStack().clear();
-    detach(*m_root);
+    m_membership->document = nullptr;
 }
 
 void SceneDocument::open(SceneObjectPtr root, const QString& filePath)
 {
+    open(PreparedScene::from(std::move(root)), filePath);
+}
+
+void SceneDocument::open(PreparedScene scene, const QString& filePath)
+{
     Q_EMIT aboutToReset();
     undoStack().clear();
-    detach(*m_root);
-    m_root = std::move(root);
+    forgetChanges();
+    m_membership->document = nullptr;
+    m_release.add(std::move(m_root));
+    releaseInThread(std::exchange(m_byId, {}));
     m_sceneKey = QUuid::createUuid();
-    m_lastId = 0;
-    for (const SceneObject* object : allOf(*m_root))
-        m_lastId = std::max(m_lastId, object->id());
-    attach(*m_root);
+    take(std::move(scene));
     m_filePath = filePath;
     m_refused.clear();
-    declareSaved();
-    forgetChanges();
     Q_EMIT reset();
     Q_EMIT filePathChanged();
     Q_EMIT selectionSetsChanged();
     m_structureChanged = true;
     flushChanges();
+}
+
+void SceneDocument::take(PreparedScene scene)
+{
+    m_root = std::move(scene.root);
+    m_byId = std::move(scene.byId);
+    m_lastId = scene.lastId;
+    m_membership = std::move(scene.membership);
+    m_membership->document = this;
+    m_saveCount = SceneObject::firstSave;
+    m_savedVersion = m_version;
 }
 
 void SceneDocument::markSaved(const QString& filePath)
@@ -102,7 +106,7 @@ void SceneDocument::setFilePath(const QString& filePath)
 void SceneDocument::declareSaved()
 {
     const quint32 save = m_saveCount + 1;
-    for (SceneObject* object : allOf(*m_root)) {
+    for (SceneObject* object : branchOf(*m_root)) {
         if (object->isModified())
             noteChange(*object, ChangeAspect::Modified);
         object->m_savedVersion = object->m_version;
@@ -125,49 +129,37 @@ SceneObject* SceneDocument::objectById(quint32 id) const noexcept
 
 void SceneDocument::attach(SceneObject& branch)
 {
-    const std::vector<SceneObject*> objects = allOf(branch);
+    const std::vector<SceneObject*> objects = branchOf(branch);
     m_byId.reserve(m_byId.size() + objects.size());
     for (SceneObject* object : objects) {
         if (object->m_id == 0 || !m_byId.emplace(object->m_id, object).second) {
             object->m_id = ++m_lastId;
             m_byId.emplace(object->m_id, object);
         }
-        object->m_document = this;
-        updateInherited(*object);
+        object->m_membership = m_membership;
+        object->updateInherited();
         object->m_protected = object->m_effectivelyLocked;
     }
 }
 
 void SceneDocument::detach(SceneObject& branch)
 {
-    for (SceneObject* object : allOf(branch)) {
+    for (SceneObject* object : branchOf(branch)) {
         m_byId.erase(object->m_id);
-        object->m_document = nullptr;
+        object->m_membership.reset();
         object->m_pendingAspects = 0;
     }
-}
-
-bool SceneDocument::updateInherited(SceneObject& object)
-{
-    const SceneObject* parent = object.m_parent;
-    const bool visible = object.m_visible && (!parent || parent->m_effectivelyVisible);
-    const bool locked = object.m_locked || (parent && parent->m_effectivelyLocked);
-    const bool changes =
-        visible != object.m_effectivelyVisible || locked != object.m_effectivelyLocked;
-    object.m_effectivelyVisible = visible;
-    object.m_effectivelyLocked = locked;
-    return changes;
 }
 
 void SceneDocument::spreadInherited(SceneObject& branch, ChangeAspects aspects)
 {
     std::vector<SceneObject*> changed;
-    if (updateInherited(branch))
+    if (branch.updateInherited())
         changed.push_back(&branch);
     for (std::size_t i = 0; i < changed.size(); ++i) {
         noteChange(*changed[i], aspects);
         for (const SceneObjectPtr& child : changed[i]->m_children) {
-            if (updateInherited(*child))
+            if (child->updateInherited())
                 changed.push_back(child.get());
         }
     }
@@ -236,7 +228,7 @@ void SceneDocument::flushChanges()
     changes.reserve(m_pending.size());
     const SceneObjects pending = std::exchange(m_pending, {});
     for (const SceneObjectPtr& object : pending) {
-        object->m_protected = object->m_document && object->m_effectivelyLocked;
+        object->m_protected = object->document() && object->m_effectivelyLocked;
         if (const int aspects = std::exchange(object->m_pendingAspects, 0))
             changes.push_back({object.get(), ChangeAspects(aspects)});
     }

@@ -1,7 +1,8 @@
 #pragma once
 
+#include <editor/document/gradual_release.h>
 #include <editor/document/object_change.h>
-#include <editor/document/scene_object.h>
+#include <editor/document/prepared_scene.h>
 #include <host/undo/changes_controller.h>
 
 #include <QMatrix4x4>
@@ -36,8 +37,11 @@ public:
     explicit SceneDocument(QObject* parent = nullptr);
     ~SceneDocument() override;
 
-    /// Replaces the scene by a free tree and forgets all undo steps. Linear in both scenes.
+    /// Replaces the scene by a free tree and forgets all undo steps. Linear in the tree; the scene
+    /// of before is let go of bit by bit.
     void open(SceneObjectPtr root, const QString& filePath);
+    /// The same at once, whatever the size.
+    void open(PreparedScene scene, const QString& filePath);
     /// Declares the present state to be what `filePath` holds.
     void markSaved(const QString& filePath);
     /// Declares `filePath` to be the scene's file, but not to hold any state of it there is now.
@@ -152,13 +156,12 @@ private:
     class OrderChange;
     class SetsChange;
 
+    void take(PreparedScene scene);
     void declareSaved();
     void setFilePath(const QString& filePath);
     void attach(SceneObject& branch);
     void detach(SceneObject& branch);
-    /// Works out what the object has from its parent; whether that changed.
-    static bool updateInherited(SceneObject& object);
-    /// The same down the branch, as far as anything changes.
+    /// Works out what all of the branch has from above, as far as anything changes.
     void spreadInherited(SceneObject& branch, ChangeAspects aspects);
 
     // Bare changes of shape, each between its two signals.
@@ -188,7 +191,9 @@ private:
 
     std::shared_ptr<Zar::ChangesController> m_controller;
     SceneObjectPtr m_root;
-    std::unordered_map<quint32, SceneObject*> m_byId;
+    std::shared_ptr<SceneMembership> m_membership;
+    ObjectsById m_byId;
+    GradualRelease m_release;
     std::vector<SceneObjectPtr> m_pending;
     QTimer m_flushTimer;
     QTimer m_refusalTimer;

@@ -41,18 +41,25 @@ SceneObjectPtr SceneObject::create(ObjectKind kind, std::string name)
 
 SceneObject::~SceneObject()
 {
-    // One object at a time: destructors that nest as deep as the tree would exhaust the stack.
+    // Destructors that nest as deep as the tree would exhaust the stack.
     std::vector<SceneObjectPtr> released = std::move(m_children);
-    while (!released.empty()) {
-        const SceneObjectPtr object = std::move(released.back());
-        released.pop_back();
-        object->m_parent = nullptr;
-        if (object.use_count() == 1) {
-            released.insert(released.end(), std::make_move_iterator(object->m_children.begin()),
-                            std::make_move_iterator(object->m_children.end()));
-            object->m_children.clear();
-        }
-    }
+    for (const SceneObjectPtr& child : released)
+        child->m_parent = nullptr;
+    while (!released.empty())
+        releaseLast(released);
+}
+
+void SceneObject::releaseLast(std::vector<SceneObjectPtr>& objects)
+{
+    const SceneObjectPtr object = std::move(objects.back());
+    objects.pop_back();
+    if (object.use_count() > 1)
+        return;
+    for (const SceneObjectPtr& child : object->m_children)
+        child->m_parent = nullptr;
+    objects.insert(objects.end(), std::make_move_iterator(object->m_children.begin()),
+                   std::make_move_iterator(object->m_children.end()));
+    object->m_children.clear();
 }
 
 const kyr::ReflectedClass& SceneObject::reflectedClass() const
@@ -88,14 +95,14 @@ const kyr::ReflectedClass& SceneObject::reflectedClass() const
 
 bool SceneObject::allowsChange(const kyr::BoundProperty& property)
 {
-    return !m_document || m_document->allowsChange(*this, property);
+    return !document() || document()->allowsChange(*this, property);
 }
 
 void SceneObject::propertyChanged(const kyr::BoundProperty& property, const lumo::Variant& before,
                                   const lumo::Variant& after, vex::Flags<kyr::SetterFlag> flags)
 {
-    if (m_document)
-        m_document->propertyChanged(*this, property, before, after, flags);
+    if (document())
+        document()->propertyChanged(*this, property, before, after, flags);
 }
 
 kyr::ReflectedObject SceneObject::reflected()
@@ -105,7 +112,7 @@ kyr::ReflectedObject SceneObject::reflected()
 
 bool SceneObject::isModified() const noexcept
 {
-    return m_document && (m_version != m_savedVersion || m_savedIn != m_document->m_saveCount);
+    return document() && (m_version != m_savedVersion || m_savedIn != document()->m_saveCount);
 }
 
 int SceneObject::row() const noexcept
@@ -122,6 +129,16 @@ int SceneObject::row() const noexcept
     return m_row;
 }
 
+bool SceneObject::updateInherited() noexcept
+{
+    const bool visible = m_visible && (!m_parent || m_parent->m_effectivelyVisible);
+    const bool locked = m_locked || (m_parent && m_parent->m_effectivelyLocked);
+    const bool changes = visible != m_effectivelyVisible || locked != m_effectivelyLocked;
+    m_effectivelyVisible = visible;
+    m_effectivelyLocked = locked;
+    return changes;
+}
+
 bool SceneObject::isInside(const SceneObject& ancestor) const noexcept
 {
     const SceneObject* above = m_parent;
@@ -132,14 +149,14 @@ bool SceneObject::isInside(const SceneObject& ancestor) const noexcept
 
 void SceneObject::append(SceneObjectPtr child)
 {
-    Q_ASSERT(!m_document && !child->m_parent && !child->m_document);
+    Q_ASSERT(!document() && !child->m_parent && !child->document());
     child->m_parent = this;
     m_children.push_back(std::move(child));
 }
 
 std::vector<SceneObjectPtr> SceneObject::takeChildren()
 {
-    Q_ASSERT(!m_document);
+    Q_ASSERT(!document());
     for (const SceneObjectPtr& child : m_children)
         child->m_parent = nullptr;
     m_numberedChildren = 0;
@@ -148,13 +165,13 @@ std::vector<SceneObjectPtr> SceneObject::takeChildren()
 
 void SceneObject::setName(std::string name)
 {
-    Q_ASSERT(!m_document);
+    Q_ASSERT(!document());
     m_name = std::move(name);
 }
 
 void SceneObject::setId(quint32 id)
 {
-    Q_ASSERT(!m_document);
+    Q_ASSERT(!document());
     m_id = id;
 }
 

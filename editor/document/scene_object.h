@@ -16,6 +16,13 @@ namespace editor {
 
 class SceneDocument;
 class SceneObject;
+struct PreparedScene;
+
+/// What the objects of a scene share, so that all of them join or leave a document at once.
+struct SceneMembership
+{
+    SceneDocument* document = nullptr;
+};
 
 using SceneObjectPtr = std::shared_ptr<SceneObject>;
 
@@ -68,7 +75,10 @@ public:
     /// Position among its siblings. O(1) as long as the siblings stay where they are.
     int row() const noexcept;
     /// Null for objects that are not part of a document, removed ones included.
-    SceneDocument* document() const noexcept { return m_document; }
+    SceneDocument* document() const noexcept
+    {
+        return m_membership ? m_membership->document : nullptr;
+    }
     bool isInside(const SceneObject& ancestor) const noexcept;
 
     /// Null where the kind has no such component.
@@ -94,18 +104,27 @@ public:
     /// How a view left the branch; no change of the scene.
     void setExpanded(bool expanded) noexcept { m_expanded = expanded; }
 
+    /// Lets go of the last one; its children take its place when nobody else has it. So a tree of
+    /// any depth is destroyed object by object, without nesting.
+    static void releaseLast(std::vector<SceneObjectPtr>& objects);
+
 private:
     friend class SceneDocument;
+    friend struct PreparedScene;
 
     static constexpr quint32 neverSaved = ~0u;
+    static constexpr quint32 firstSave = 1;
 
     SceneObject(ObjectKind kind, std::string name);
+
+    /// Works out what the object has from its parent; whether that changed.
+    bool updateInherited() noexcept;
 
     std::string m_name;
     std::vector<SceneObjectPtr> m_children;
     SelectionSets m_selectionSets;
     SceneObject* m_parent = nullptr;
-    SceneDocument* m_document = nullptr;
+    std::shared_ptr<const SceneMembership> m_membership;
     std::unique_ptr<TransformComponent> m_transform;
     std::unique_ptr<MaterialComponent> m_material;
     std::unique_ptr<LightComponent> m_light;

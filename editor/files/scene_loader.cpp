@@ -114,8 +114,11 @@ void SceneLoader::run(const std::shared_ptr<Job>& job)
 void SceneLoader::finish(const std::shared_ptr<Job>& job)
 {
     m_running.erase(std::remove(m_running.begin(), m_running.end(), job), m_running.end());
-    if (job != m_job)
+    if (job != m_job) {
+        // Cancelled at the last moment: a large scene is not freed here.
+        std::thread([result = std::move(job->result), read = std::move(job->read)] {}).detach();
         return;
+    }
     m_job.reset();
     Q_EMIT loadingChanged();
     if (job->result.root)

@@ -53,7 +53,8 @@ void SceneRenderer::applyChanges()
         m_isSceneStale = true;
         m_outlines.invalidate();
     }
-    const bool mayDropMeshes = changes.items.has_value();
+    // A scene that was left lets go of its meshes some frames later.
+    const bool mayDropMeshes = changes.touchScene();
     if (changes.items)
         m_items.assign(*std::move(changes.items));
     for (const InstanceBuffer::Patch& patch : changes.patches)

@@ -25,7 +25,14 @@ ViewportController::ViewportController(QObject* parent) : QObject(parent)
 
 void ViewportController::setItems(std::vector<ViewportItem> items)
 {
-    m_items.assign(std::move(items));
+    ItemSet set;
+    set.assign(std::move(items));
+    exchangeItems(std::move(set));
+}
+
+ItemSet ViewportController::exchangeItems(ItemSet items)
+{
+    ItemSet before = std::exchange(m_items, std::move(items));
     m_triangleCount = 0;
     m_meshCount = 0;
     for (const ViewportItem& item : m_items.items())
@@ -39,6 +46,7 @@ void ViewportController::setItems(std::vector<ViewportItem> items)
     Q_EMIT selectionChanged();
     Q_EMIT hoverChanged();
     Q_EMIT cameraChanged();
+    return before;
 }
 
 void ViewportController::count(const ViewportItem& item, int sign)
@@ -140,12 +148,8 @@ void ViewportController::frameAll()
 {
     m_camera.frame(m_items.visibleBounds());
     Q_EMIT cameraChanged();
-    const std::vector<ViewportItem>& items = m_items.items();
-    const auto left = std::count_if(items.begin(), items.end(), [](const ViewportItem& item) {
-        return item.visible && !isInFrameReach(item.bounds());
-    });
-    if (left > 0)
-        Q_EMIT notFramed(int(left));
+    if (const int left = m_items.countOutOfFrameReach())
+        Q_EMIT notFramed(left);
 }
 
 void ViewportController::lookFrom(qreal yaw, qreal pitch)

@@ -39,6 +39,8 @@ public:
     /// The whole scene; forgets hover and selection and keeps the camera. 100,000 items take tens
     /// of milliseconds, as geometry arrives ready for use.
     void setItems(std::vector<ViewportItem> items);
+    /// The same with all the work done, such as in another thread. Returns the items of before.
+    ItemSet exchangeItems(ItemSet items);
     /// Puts a branch between the others; false when that needs `setItems`. Costs what the branch
     /// does.
     bool insertItems(const std::vector<ViewportItem>& branch, const ItemSet::Gap& gap);

@@ -132,7 +132,9 @@ TEST_F(EditorRecentTest, sampleOpensWithoutAFileAndASecondOpenIsTold)
 
     session.loader()->setSampleFolder(directory.path());
     session.files()->newScene();
+    session.loader()->generate({5000, editor::SceneShape::Bushy});
     openFile(path);
+    EXPECT_EQ(session.viewport()->itemCount(), session.document()->objectCount() + 1);
     EXPECT_EQ(session.document()->filePath(), QString());
     EXPECT_NE(object("Near"), nullptr);
     other.follow({});

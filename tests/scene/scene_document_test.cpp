@@ -9,6 +9,8 @@
 
 #include <gmock/gmock.h>
 
+#include <thread>
+
 namespace {
 
 using namespace editor;
@@ -296,6 +298,37 @@ TEST_F(SceneDocumentTest, findsObjectsByIdOnlyWhileTheyAreInTheScene)
     document.undoStack().undo();
     EXPECT_EQ(document.objectById(id), light.get());
     EXPECT_EQ(document.objectCount(), 8);
+}
+
+// While a scene is prepared, the open one is saved and edited.
+TEST_F(SceneDocumentTest, opensWhatAnotherThreadPreparedAndLetsGoOfTheSceneBefore)
+{
+    const SceneObjectPtr next = sceneFrom(sample);
+    next->children()[0]->setId(7);
+    next->children()[1]->setId(7);
+    PreparedScene prepared;
+    std::thread([&] { prepared = PreparedScene::from(next); }).join();
+    EXPECT_EQ(next->document(), nullptr);
+    document.rename(at(document, "D"), "E");
+    document.markSaved(QStringLiteral("sample.kyrscene"));
+
+    const SceneObjectPtr held = at(document, "A/A2");
+    const std::weak_ptr<SceneObject> below = at(document, "A/A2/L");
+    const std::weak_ptr<SceneObject> other = at(document, "B/C");
+    document.open(std::move(prepared), {});
+    EXPECT_FALSE(document.contains(held.get()));
+    EXPECT_EQ(document.objectCount(), 8);
+    EXPECT_EQ(document.objectById(7), at(document, "A").get());
+    EXPECT_NE(at(document, "B")->id(), 7u);
+    EXPECT_FALSE(at(document, "A")->isModified() || document.isModified());
+    document.rename(at(document, "A"), "F");
+    EXPECT_TRUE(at(document, "F")->isModified());
+
+    EXPECT_FALSE(other.expired()) << "one piece";
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(other.expired());
+    EXPECT_EQ(held->parent(), nullptr);
+    EXPECT_FALSE(below.expired()) << "held from above";
 }
 
 TEST_F(SceneDocumentTest, undoOfRandomEditsRestoresEveryState)

@@ -236,6 +236,14 @@ Box ItemSet::visibleBounds() const
     return meshes.isEmpty() ? markers : meshes;
 }
 
+int ItemSet::countOutOfFrameReach() const
+{
+    int count = 0;
+    for (quint32 i = 0; i < m_items.size(); ++i)
+        count += m_items[i].visible && !isInFrameReach(m_tree.box(i)) ? 1 : 0;
+    return count;
+}
+
 Box ItemSet::boundsOf(const std::vector<quint32>& ids) const
 {
     Box box;

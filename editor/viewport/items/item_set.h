@@ -72,6 +72,8 @@ public:
     Box bounds() const { return m_tree.bounds(); }
     /// Around the visible meshes or, without any, the visible markers. O(n).
     Box visibleBounds() const;
+    /// How many visible items lie or reach too far out to be framed. O(n).
+    int countOutOfFrameReach() const;
     /// Around the branches of the items.
     Box boundsOf(const std::vector<quint32>& ids) const;
 
