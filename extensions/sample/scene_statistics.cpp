@@ -2,53 +2,94 @@
 
 #include <kyr_scene_outline/item_roles.h>
 
-#include <vector>
+#include <QDeadlineTimer>
 
 namespace sample {
+
+namespace {
+
+constexpr int sliceMilliseconds = 4;
+// The clock costs more than a row.
+constexpr int rowsAtOnce = 64;
+
+} // namespace
 
 SceneStatistics::SceneStatistics(QAbstractItemModel* model) : m_model(model)
 {
     if (!m_model)
         return;
-    m_recount.setSingleShot(true);
-    connect(&m_recount, &QTimer::timeout, this, &SceneStatistics::count);
-    connect(m_model, &QAbstractItemModel::modelReset, this, &SceneStatistics::count);
+    m_slices.setInterval(0);
+    connect(&m_slices, &QTimer::timeout, this, &SceneStatistics::count);
+    connect(m_model, &QAbstractItemModel::modelReset, this, &SceneStatistics::startCount);
     connect(m_model, &QAbstractItemModel::rowsInserted, this,
             [this](const QModelIndex& parent, int first, int last) {
-                addBranches(parent, first, last, 1);
+                rowsChanged(parent, first, last, 1);
             });
     connect(m_model, &QAbstractItemModel::rowsAboutToBeRemoved, this,
             [this](const QModelIndex& parent, int first, int last) {
-                addBranches(parent, first, last, -1);
+                rowsChanged(parent, first, last, -1);
             });
+    const auto startAgain = [this] {
+        if (!m_walk.empty())
+            startCount();
+    };
+    connect(m_model, &QAbstractItemModel::rowsMoved, this, startAgain);
+    connect(m_model, &QAbstractItemModel::layoutChanged, this, startAgain);
     connect(m_model, &QAbstractItemModel::dataChanged, this,
             [this](const QModelIndex&, const QModelIndex&, const QVector<int>& roles) {
                 if (roles.isEmpty() || roles.contains(kyr::TypeRole))
-                    m_recount.start();
+                    startCount();
             });
-    count();
+    startCount();
+}
+
+// The rows are looked at from the event loop, when the model has finished what it does now.
+void SceneStatistics::startCount()
+{
+    clear();
+    m_walk = {{{}, 0, -1}};
+    m_slices.start();
 }
 
 void SceneStatistics::count()
 {
-    clear();
-    addBranches({}, 0, m_model->rowCount() - 1, 1);
+    const QDeadlineTimer end(sliceMilliseconds);
+    do {
+        for (int i = 0; i < rowsAtOnce; ++i) {
+            if (!addNext(m_walk, 1)) {
+                m_slices.stop();
+                return;
+            }
+        }
+    } while (!end.hasExpired());
 }
 
-void SceneStatistics::addBranches(const QModelIndex& parent, int first, int last, int count)
+void SceneStatistics::rowsChanged(const QModelIndex& parent, int first, int last, int count)
 {
-    // Scenes may be deeper than the stack allows.
-    std::vector<QModelIndex> rows;
-    for (int row = first; row <= last; ++row)
-        rows.push_back(m_model->index(row, 0, parent));
-    while (!rows.empty()) {
-        const QModelIndex branch = rows.back();
-        rows.pop_back();
-        add(branch, count);
-        const int children = m_model->rowCount(branch);
-        for (int row = 0; row < children; ++row)
-            rows.push_back(m_model->index(row, 0, branch));
+    if (!m_walk.empty())
+        return startCount();
+    std::vector<Level> walk{{parent, first, last + 1}};
+    while (addNext(walk, count)) {
     }
+}
+
+/// Counts one row more with a stack of its own: scenes may be deeper than the thread's allows.
+/// False at the end.
+bool SceneStatistics::addNext(std::vector<Level>& walk, int count)
+{
+    while (!walk.empty()) {
+        Level& level = walk.back();
+        if (level.end < 0)
+            level.end = m_model->rowCount(level.parent);
+        if (level.next < level.end) {
+            const QModelIndex row = m_model->index(level.next++, 0, level.parent);
+            add(row, count);
+            walk.push_back({row, 0, -1});
+            return true;
+        }
+        walk.pop_back();
+    }
+    return false;
 }
 
 } // namespace sample

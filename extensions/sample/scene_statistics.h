@@ -4,9 +4,12 @@
 
 #include <QAbstractItemModel>
 
+#include <vector>
+
 namespace sample {
 
-/// All rows of a model, kept up to date at a cost of the rows that change.
+/// All rows of a model, kept up to date at a cost of the rows that change. A scene is counted from
+/// the event loop, some milliseconds at a time, and anew when its rows change meanwhile.
 class SceneStatistics : public TypeCounts
 {
     Q_OBJECT
@@ -16,11 +19,22 @@ public:
     explicit SceneStatistics(QAbstractItemModel* model);
 
 private:
+    struct Level
+    {
+        QModelIndex parent;
+        int next;
+        int end;
+    };
+
+    void startCount();
     void count();
-    void addBranches(const QModelIndex& parent, int first, int last, int count);
+    void rowsChanged(const QModelIndex& parent, int first, int last, int count);
+    bool addNext(std::vector<Level>& walk, int count);
 
     QAbstractItemModel* m_model;
-    QTimer m_recount;
+    /// Up to where the scene was counted; empty once all of it was.
+    std::vector<Level> m_walk;
+    QTimer m_slices;
 };
 
 } // namespace sample

@@ -22,7 +22,8 @@ void TypeCounts::add(const QModelIndex& row, int count)
 {
     m_counts[row.data(kyr::TypeRole).toString()] += count;
     m_total += count;
-    m_notification.start();
+    if (!m_notification.isActive())
+        m_notification.start();
 }
 
 void TypeCounts::clear()
