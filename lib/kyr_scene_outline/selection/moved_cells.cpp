@@ -3,11 +3,12 @@
 #include "selectable_cell.h"
 
 #include <QAbstractItemModel>
-#include <QHash>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace kyr::selection {
@@ -31,6 +32,11 @@ struct Cells
     int column;
     int rows;
     int columns;
+
+    bool operator<(const Cells& other) const
+    {
+        return std::tie(parent, row, column) < std::tie(other.parent, other.row, other.column);
+    }
 };
 
 /// The cells of some ranges by their places, which a move turns into other places. Whole ranges are
@@ -41,19 +47,18 @@ public:
     MovedCells(QItemSelection ranges, const RowMove& move)
         : m_ranges(std::move(ranges)), m_move(move)
     {
-        m_from = numberOf(move.from);
-        m_to = numberOf(move.to);
         m_cells.reserve(std::size_t(m_ranges.size()) + 4);
-        for (const QItemSelectionRange& range : m_ranges)
+        for (int range = 0; range < m_ranges.size(); ++range)
             add(range);
     }
 
     QItemSelection afterMove();
 
 private:
-    int numberOf(const QModelIndex& parent);
-    void add(const QItemSelectionRange& range);
+    int numberOf(int range, const QModelIndex& parent);
+    void add(int place);
     void addWhereItGoes(const Cells& cells);
+    void findParents();
     void sortCells();
     bool areApart() const;
     void takeApart();
@@ -63,40 +68,43 @@ private:
 
     QItemSelection m_ranges;
     RowMove m_move;
-    /// Where parents were before the move, by number; then where they are.
-    std::vector<QPersistentModelIndex> m_parents;
-    std::vector<QModelIndex> m_movedParents;
-    QHash<QModelIndex, int> m_numbers;
+    static constexpr int from = 0;
+    static constexpr int firstOther = 2;
+    /// The number of where the rows go.
+    const int m_to = m_move.from == m_move.to ? from : from + 1;
+    /// Of each other number, a range whose parent it is. It stays below it, so no parent has to be
+    /// followed through the move.
+    std::vector<int> m_rangesBelow;
     QModelIndex m_lastParent;
-    int m_lastNumber = -1;
-    int m_from;
-    int m_to;
+    /// Where the parents are after the move, in the stock model's order: the numbers from then on.
+    std::vector<QModelIndex> m_parents;
     std::vector<Cells> m_cells;
 };
 
-int MovedCells::numberOf(const QModelIndex& parent)
+// A parent that comes again later may have two numbers until the move is done.
+int MovedCells::numberOf(int range, const QModelIndex& parent)
 {
-    if (m_lastNumber >= 0 && parent == m_lastParent)
-        return m_lastNumber;
-    const auto found = m_numbers.constFind(parent);
-    m_lastParent = parent;
-    m_lastNumber = found != m_numbers.constEnd() ? *found : int(m_parents.size());
-    if (found == m_numbers.constEnd()) {
-        m_parents.emplace_back(parent);
-        m_numbers.insert(parent, m_lastNumber);
+    if (parent == m_move.from)
+        return from;
+    if (parent == m_move.to)
+        return m_to;
+    if (m_rangesBelow.empty() || parent != m_lastParent) {
+        m_rangesBelow.push_back(range);
+        m_lastParent = parent;
     }
-    return m_lastNumber;
+    return firstOther + int(m_rangesBelow.size()) - 1;
 }
 
-void MovedCells::add(const QItemSelectionRange& range)
+void MovedCells::add(int place)
 {
+    const QItemSelectionRange& range = m_ranges.at(place);
     const QModelIndex& topLeft = range.topLeft();
     const QModelIndex& bottomRight = range.bottomRight();
     const bool isCell = topLeft == bottomRight;
     if (isCell ? !topLeft.isValid() : !range.isValid())
         return;
     const QModelIndex parent = topLeft.parent();
-    const int number = numberOf(parent);
+    const int number = numberOf(place, parent);
     if (isCell) {
         if (canBeSelected(topLeft))
             addWhereItGoes({number, topLeft.row(), topLeft.column(), 1, 1});
@@ -127,7 +135,7 @@ void MovedCells::add(const QItemSelectionRange& range)
 void MovedCells::addWhereItGoes(const Cells& cells)
 {
     const int count = m_move.last - m_move.first + 1;
-    const int target = m_from == m_to && m_move.row > m_move.last ? m_move.row - count : m_move.row;
+    const int target = m_to == from && m_move.row > m_move.last ? m_move.row - count : m_move.row;
     const auto addPart = [&](int parent, int top, int bottom, int shift) {
         if (top > bottom)
             return;
@@ -142,28 +150,45 @@ void MovedCells::addWhereItGoes(const Cells& cells)
         m_cells.push_back({parent, shift + top, cells.column, bottom - top + 1, cells.columns});
     };
     const int bottom = cells.row + cells.rows - 1;
-    if (cells.parent != m_from) {
+    if (cells.parent != from) {
         addPart(cells.parent, cells.row, bottom, 0);
         return;
     }
-    addPart(m_from, cells.row, std::min(bottom, m_move.first - 1), 0);
+    addPart(from, cells.row, std::min(bottom, m_move.first - 1), 0);
     const int top = std::max(cells.row, m_move.first);
     const int last = std::min(bottom, m_move.last);
     if (top <= last)
         m_cells.push_back(
             {m_to, top + target - m_move.first, cells.column, last - top + 1, cells.columns});
-    addPart(m_from, std::max(cells.row, m_move.last + 1), bottom, -count);
+    addPart(from, std::max(cells.row, m_move.last + 1), bottom, -count);
+}
+
+void MovedCells::findParents()
+{
+    using Numbered = std::pair<QModelIndex, int>;
+    std::vector<Numbered> parents{{m_move.from, from}, {m_move.to, m_to}};
+    parents.reserve(firstOther + m_rangesBelow.size());
+    for (const int range : m_rangesBelow)
+        parents.emplace_back(m_ranges.at(range).topLeft().parent(), int(parents.size()));
+    if (!std::is_sorted(parents.begin() + firstOther, parents.end()))
+        std::sort(parents.begin() + firstOther, parents.end());
+    std::sort(parents.begin(), parents.begin() + firstOther);
+    std::inplace_merge(parents.begin(), parents.begin() + firstOther, parents.end());
+
+    std::vector<int> places(parents.size());
+    for (const Numbered& parent : parents) {
+        if (m_parents.empty() || m_parents.back() != parent.first)
+            m_parents.push_back(parent.first);
+        places[std::size_t(parent.second)] = int(m_parents.size()) - 1;
+    }
+    for (Cells& cells : m_cells)
+        cells.parent = places[std::size_t(cells.parent)];
 }
 
 void MovedCells::sortCells()
 {
-    const auto before = [this](const Cells& a, const Cells& b) {
-        if (a.parent != b.parent)
-            return m_movedParents[std::size_t(a.parent)] < m_movedParents[std::size_t(b.parent)];
-        return std::tie(a.row, a.column) < std::tie(b.row, b.column);
-    };
-    if (!std::is_sorted(m_cells.begin(), m_cells.end(), before))
-        std::stable_sort(m_cells.begin(), m_cells.end(), before);
+    if (!std::is_sorted(m_cells.begin(), m_cells.end()))
+        std::stable_sort(m_cells.begin(), m_cells.end());
 }
 
 bool MovedCells::areApart() const
@@ -221,28 +246,39 @@ QItemSelection MovedCells::toSelection() const
     const auto covers = [this](const QItemSelectionRange& range, const Cells& cells) {
         const QModelIndex& topLeft = range.topLeft();
         const QModelIndex& bottomRight = range.bottomRight();
+        const QModelIndex& parent = m_parents[std::size_t(cells.parent)];
         return topLeft.row() == cells.row && topLeft.column() == cells.column &&
                bottomRight.row() - cells.row + 1 == cells.rows &&
                bottomRight.column() - cells.column + 1 == cells.columns &&
-               (topLeft == bottomRight || range.isValid()) &&
-               topLeft.parent() == m_movedParents[std::size_t(cells.parent)];
+               topLeft.parent() == parent &&
+               (topLeft == bottomRight || bottomRight.parent() == parent);
     };
+    const auto rangeCovers = [&](int range, const Cells& cells) {
+        return range < m_ranges.size() && covers(m_ranges.at(range), cells);
+    };
+    int same = 0;
+    while (same < int(m_cells.size()) && rangeCovers(same, m_cells[std::size_t(same)]))
+        ++same;
+    if (same == int(m_cells.size()) && same == m_ranges.size())
+        return m_ranges;
+
     // How far ahead an old range is looked for: a move puts single ranges elsewhere.
     constexpr int reach = 2;
     QItemSelection selection;
     selection.reserve(int(m_cells.size()));
-    int next = 0;
-    for (const Cells& cells : m_cells) {
+    std::copy_n(m_ranges.begin(), same, std::back_inserter(selection));
+    int next = same;
+    for (std::size_t place = std::size_t(same); place < m_cells.size(); ++place) {
+        const Cells& cells = m_cells[place];
         int found = next;
-        while (found < m_ranges.size() && found - next <= reach &&
-               !covers(m_ranges.at(found), cells))
+        while (found - next <= reach && !rangeCovers(found, cells))
             ++found;
-        if (found < m_ranges.size() && found - next <= reach) {
+        if (found - next <= reach) {
             selection.append(m_ranges.at(found));
             next = found + 1;
             continue;
         }
-        const QModelIndex& parent = m_movedParents[std::size_t(cells.parent)];
+        const QModelIndex& parent = m_parents[std::size_t(cells.parent)];
         const QAbstractItemModel* model = m_ranges.constFirst().model();
         selection.append(QItemSelectionRange(
             model->index(cells.row, cells.column, parent),
@@ -253,7 +289,7 @@ QItemSelection MovedCells::toSelection() const
 
 QItemSelection MovedCells::afterMove()
 {
-    m_movedParents.assign(m_parents.begin(), m_parents.end());
+    findParents();
     sortCells();
     if (!areApart()) {
         takeApart();

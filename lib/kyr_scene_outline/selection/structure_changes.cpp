@@ -12,7 +12,7 @@ namespace kyr::selection {
 namespace {
 
 // Taking so many ranges out of a list one by one is cheaper than copying it.
-constexpr std::size_t fewHits = 16;
+constexpr std::size_t fewHits = 256;
 // How far up a range's way to the removed rows may be, on average, to be walked for each.
 constexpr std::int64_t shallowSteps = 16;
 
