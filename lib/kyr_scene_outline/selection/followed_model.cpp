@@ -115,9 +115,8 @@ QItemSelection RowSelectionModel::takeOutRows(const QModelIndex& parent, int fir
 bool RowSelectionModel::baseTakesOutRows(const QModelIndex& parent, int first, int last)
 {
     const QSignalBlocker blocker(this);
-    return QMetaObject::invokeMethod(this, "_q_rowsAboutToBeRemoved", Qt::DirectConnection,
-                                     Q_ARG(QModelIndex, parent), Q_ARG(int, first),
-                                     Q_ARG(int, last));
+    return callBase("_q_rowsAboutToBeRemoved", Q_ARG(QModelIndex, parent), Q_ARG(int, first),
+                    Q_ARG(int, last));
 }
 
 void RowSelectionModel::beginColumnsRemoval(const QModelIndex& parent, int first, int last)

@@ -10,6 +10,13 @@
 
 namespace kyr::selection {
 
+namespace {
+
+// Up to here the base class copies a list faster than it is kept from it.
+constexpr int shortList = 8;
+
+} // namespace
+
 RowSelectionModel::RowSelectionModel(QAbstractItemModel* model, QObject* parent)
     : QItemSelectionModel(nullptr, parent)
 {
@@ -128,7 +135,9 @@ void RowSelectionModel::setParts(const QItemSelection& ranges, const QItemSelect
 void RowSelectionModel::publish()
 {
     const QSignalBlocker blocker(this);
-    QItemSelectionModel::select(QItemSelection(), Clear);
+    clearBase();
+    if (m_finished.size() > shortList)
+        prepareToClearBase(m_finished.constFirst().topLeft());
     if (!m_finished.isEmpty()) {
         QItemSelectionModel::select(m_finished, Select);
         return;
@@ -139,6 +148,21 @@ void RowSelectionModel::publish()
         QItemSelectionModel::select(one, Select);
         QItemSelectionModel::select(one, Toggle);
     }
+}
+
+// To clear a list on command, the base class copies it first. It drops a list without a look at it
+// where it goes back to what it saved before a change of the layout: here one cell.
+void RowSelectionModel::prepareToClearBase(const QModelIndex& cell)
+{
+    QItemSelectionModel::select(QItemSelection(cell, cell), Select);
+    callBase("_q_layoutAboutToBeChanged");
+    QItemSelectionModel::select(QItemSelection(), Clear);
+}
+
+void RowSelectionModel::clearBase()
+{
+    callBase("_q_layoutChanged"); // nothing, where nothing is saved
+    QItemSelectionModel::select(QItemSelection(), Clear);
 }
 
 } // namespace kyr::selection

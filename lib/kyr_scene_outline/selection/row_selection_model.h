@@ -80,6 +80,14 @@ private:
     void forgetDeadRanges();
     void setParts(const QItemSelection& ranges, const QItemSelection& current);
     void publish();
+    void prepareToClearBase(const QModelIndex& cell);
+    void clearBase();
+    /// Runs a slot for changes of the item model, from which the base class was disconnected.
+    template <typename... Arguments>
+    bool callBase(const char* slot, Arguments... arguments)
+    {
+        return QMetaObject::invokeMethod(this, slot, Qt::DirectConnection, arguments...);
+    }
 
     QItemSelection m_ranges;
     /// What the next selection with `Current` replaces.
