@@ -1,6 +1,7 @@
 // What the 3D view of a large scene costs on the GUI thread, and what a mesh costs the loader.
 
 #include <editor/viewport/items/item_set.h>
+#include <editor/viewport/render/instance_list.h>
 
 #include <benchmark/benchmark.h>
 
@@ -101,6 +102,22 @@ void rubberBandAll(benchmark::State& state)
             scene.items.idsWithin(scene.camera, QRectF(QPointF(), scene.camera.viewport())));
 }
 
+// What is drawn of a scene that opens, for which the GUI thread waits.
+void listInstances(benchmark::State& state)
+{
+    const std::vector<ViewportItem> items = makeScene(int(state.range(0)));
+    for (auto _ : state) {
+        std::vector<InstanceList::Entry> entries;
+        entries.reserve(items.size());
+        for (const ViewportItem& item : items) {
+            entries.push_back({item.geometry, InstanceList::Shape::Mesh,
+                               Instance(item.transform, item.color, item.id), item.bounds(),
+                               item.id});
+        }
+        benchmark::DoNotOptimize(InstanceList(entries));
+    }
+}
+
 void makeMesh(benchmark::State& state)
 {
     for (auto _ : state)
@@ -114,6 +131,7 @@ BENCHMARK(assignItems)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark
 BENCHMARK(updateItem)->RangeMultiplier(10)->Range(1000, 100000);
 BENCHMARK(pick)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(rubberBandAll)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(listInstances)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(makeMesh)->Arg(100)->Arg(700)->Unit(benchmark::kMillisecond);
 
 BENCHMARK_MAIN();

@@ -22,7 +22,8 @@ InstanceList::InstanceList(const std::vector<Entry>& entries)
     std::vector<quint32> groupOfEntry;
     groupOfEntry.reserve(entries.size());
     for (quint32 i = 0; i < entries.size(); ++i) {
-        const auto [found, isNew] = groupOf.emplace(entries[i].mesh.get(), quint32(groups.size()));
+        const auto [found, isNew] =
+            groupOf.try_emplace(entries[i].mesh.get(), quint32(groups.size()));
         if (isNew)
             groups.push_back({i});
         ++groups[found->second].count;
