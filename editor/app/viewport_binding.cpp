@@ -104,9 +104,9 @@ void ViewportBinding::insertRows(const SceneObject& parent, int first, int last)
     const std::size_t behind = std::size_t(last) + 1;
     const quint32 before = behind < children.size() ? children[behind]->id() : 0;
     for (int row = first; row <= last && !m_needsReset; ++row) {
-        const std::vector<ViewportItem> items = viewportItems(*children[std::size_t(row)]);
-        m_needsReset = items.size() > m_controller.items().count() / 8 + 64 ||
-                       !m_controller.insertItems(items, {parent.id(), before});
+        const std::size_t most = m_controller.items().count() / 8 + 64;
+        const std::vector<ViewportItem> items = viewportItems(*children[std::size_t(row)], most);
+        m_needsReset = items.empty() || !m_controller.insertItems(items, {parent.id(), before});
     }
 }
 

@@ -55,7 +55,7 @@ ItemSet viewportItemSet(const SceneObject& root)
     return items;
 }
 
-std::vector<ViewportItem> viewportItems(const SceneObject& branch)
+std::vector<ViewportItem> viewportItems(const SceneObject& branch, std::size_t most)
 {
     struct Placed
     {
@@ -70,6 +70,8 @@ std::vector<ViewportItem> viewportItems(const SceneObject& branch)
         const Placed placed = waiting.back();
         waiting.pop_back();
         const std::size_t index = items.size();
+        if (index == most)
+            return {};
         items.push_back(viewportItem(*placed.object, placed.world));
         parents.push_back(placed.parent);
         const auto& children = placed.object->children();

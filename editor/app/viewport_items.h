@@ -3,6 +3,7 @@
 #include <editor/document/scene_object.h>
 #include <editor/viewport/items/item_set.h>
 
+#include <limits>
 #include <vector>
 
 namespace editor {
@@ -13,7 +14,9 @@ ViewportItem viewportItem(const SceneObject& object, const QMatrix4x4& world);
 /// All that a view needs of a scene, as of `ViewportController::exchangeItems`.
 ItemSet viewportItemSet(const SceneObject& root);
 
-/// The items of `branch` and of everything below it, branch by branch. O(n).
-std::vector<ViewportItem> viewportItems(const SceneObject& branch);
+/// The items of `branch` and of everything below it, branch by branch; none if they are more than
+/// `most`. O(n).
+std::vector<ViewportItem> viewportItems(const SceneObject& branch,
+                                        std::size_t most = std::numeric_limits<std::size_t>::max());
 
 } // namespace editor

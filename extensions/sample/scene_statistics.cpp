@@ -46,6 +46,7 @@ SceneStatistics::SceneStatistics(QAbstractItemModel* model) : m_model(model)
 // The rows are looked at from the event loop, when the model has finished what it does now.
 void SceneStatistics::startCount()
 {
+    setHeld(true);
     clear();
     m_walk = {{{}, 0, -1}};
     m_slices.start();
@@ -53,24 +54,30 @@ void SceneStatistics::startCount()
 
 void SceneStatistics::count()
 {
-    const QDeadlineTimer end(sliceMilliseconds);
-    do {
-        for (int i = 0; i < rowsAtOnce; ++i) {
-            if (!addNext(m_walk, 1)) {
-                m_slices.stop();
-                return;
-            }
-        }
-    } while (!end.hasExpired());
+    if (!addSlice(m_walk, 1))
+        return;
+    m_slices.stop();
+    setHeld(false);
 }
 
 void SceneStatistics::rowsChanged(const QModelIndex& parent, int first, int last, int count)
 {
-    if (!m_walk.empty())
-        return startCount();
     std::vector<Level> walk{{parent, first, last + 1}};
-    while (addNext(walk, count)) {
-    }
+    if (!m_walk.empty() || !addSlice(walk, count))
+        startCount();
+}
+
+/// False when there are rows left.
+bool SceneStatistics::addSlice(std::vector<Level>& walk, int count)
+{
+    const QDeadlineTimer end(sliceMilliseconds);
+    do {
+        for (int i = 0; i < rowsAtOnce; ++i) {
+            if (!addNext(walk, count))
+                return true;
+        }
+    } while (!end.hasExpired());
+    return false;
 }
 
 /// Counts one row more with a stack of its own: scenes may be deeper than the thread's allows.

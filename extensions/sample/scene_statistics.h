@@ -8,8 +8,9 @@
 
 namespace sample {
 
-/// All rows of a model, kept up to date at a cost of the rows that change. A scene is counted from
-/// the event loop, some milliseconds at a time, and anew when its rows change meanwhile.
+/// All rows of a model, kept up to date at a cost of the rows that change. What takes longer than
+/// some milliseconds, a scene or a large branch, is counted anew from the event loop, a part at a
+/// time, and told when it is done.
 class SceneStatistics : public TypeCounts
 {
     Q_OBJECT
@@ -29,6 +30,7 @@ private:
     void startCount();
     void count();
     void rowsChanged(const QModelIndex& parent, int first, int last, int count);
+    bool addSlice(std::vector<Level>& walk, int count);
     bool addNext(std::vector<Level>& walk, int count);
 
     QAbstractItemModel* m_model;

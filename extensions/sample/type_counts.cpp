@@ -22,15 +22,26 @@ void TypeCounts::add(const QModelIndex& row, int count)
 {
     m_counts[row.data(kyr::TypeRole).toString()] += count;
     m_total += count;
-    if (!m_notification.isActive())
-        m_notification.start();
+    tellLater();
 }
 
 void TypeCounts::clear()
 {
     m_counts.clear();
     m_total = 0;
-    m_notification.start();
+    tellLater();
+}
+
+void TypeCounts::setHeld(bool held)
+{
+    m_held = held;
+    tellLater();
+}
+
+void TypeCounts::tellLater()
+{
+    if (!m_held && !m_notification.isActive())
+        m_notification.start();
 }
 
 } // namespace sample

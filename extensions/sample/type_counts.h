@@ -28,10 +28,15 @@ Q_SIGNALS:
 protected:
     void add(const QModelIndex& row, int count);
     void clear();
+    /// Whether changes wait with being told until they are all there.
+    void setHeld(bool held);
 
 private:
+    void tellLater();
+
     QHash<QString, int> m_counts;
     int m_total = 0;
+    bool m_held = false;
     QTimer m_notification;
 };
 

@@ -174,7 +174,7 @@ TEST_F(EditorScaleTest, nothingIsLinearInTheSelectionPerRowOrFrame)
     const std::vector<Gesture> many = gesturesWithAllSelected(5000);
     for (std::size_t i = 0; i < few.size(); ++i) {
         // A changed selection is handed over once, as a whole.
-        const double most = few[i].selects ? 12 : 1.5;
+        const double most = few[i].selects ? 15 : 1.5;
         EXPECT_LE(many[i].calls, 100 + most * few[i].calls) << few[i].name;
         EXPECT_LE(many[i].allocations, 100 + most * few[i].allocations) << few[i].name;
         EXPECT_GT(few[i].calls, 0) << few[i].name;
