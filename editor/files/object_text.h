@@ -38,6 +38,6 @@ struct ObjectsOfText
 };
 /// Takes any text. What it refuses is above one of the limits or no scene. The objects are free,
 /// without identifiers and selection sets. Re-entrant.
-ObjectsOfText objectsOfText(const QByteArray& text, const ImportProgress& progress = {});
+ObjectsOfText objectsOfText(const QByteArray& text, const ImportProgress& progress);
 
 } // namespace editor
