@@ -2,8 +2,7 @@
 """Runs the benchmarks that ./bench has built and writes docs/performance.md and its figure.
 
 --quick  sizes up to 100,000, one repetition; prints, writes nothing
---check  ends with 1 when a line grows more than allowed, and more than its floor, from 1,000 to
-         10,000 objects
+--check  ends with 1 when a line grows more than allowed from 1,000 to 10,000 objects, in two runs
 """
 import json
 import os
@@ -173,6 +172,12 @@ def machine_text(repetitions):
             "where it is above the number of cores, read ratios and not figures.\n")
 
 
+def again(program, name):
+    """The growths of a line in a run of its own: what else the machine did may have been in the first."""
+    names = (name.format(n=size) for size in (1_000, 10_000))
+    return growths(run(program, f"^({'|'.join(names)})$", 9), name)
+
+
 def check(times):
     failed = False
 
@@ -185,7 +190,10 @@ def check(times):
 
     for title, program, lines in TABLES:
         for line in lines:
-            for small, growth in growths(times[program], line[1]):
+            found = growths(times[program], line[1])
+            if any(growth > MOST_GROWTH for _, growth in found):
+                found = again(program, line[1])
+            for small, growth in found:
                 tell(growth, small, title, line[0])
     bytes_a_row = memory((1_000, 10_000))
     for shape in SHAPES:
