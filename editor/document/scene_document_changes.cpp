@@ -54,6 +54,7 @@ void SceneDocument::PropertyChange::revert()
 SceneDocument::RowsChange::RowsChange(SceneDocument& document, SceneObjectPtr parent, int row,
                                       SceneObjects objects)
     : Change(document)
+    , m_owner(&document)
     , m_parent(std::move(parent))
     , m_objects(std::move(objects))
     , m_row(row)
@@ -66,12 +67,21 @@ SceneDocument::RowsChange::RowsChange(SceneDocument& document, SceneObjectPtr pa
 SceneDocument::RowsChange::RowsChange(SceneDocument& document, SceneObjectPtr parent, int row,
                                       int count)
     : Change(document)
+    , m_owner(&document)
     , m_parent(std::move(parent))
     , m_row(row)
     , m_count(count)
     , m_isInsertion(false)
 {
     changes(m_parent);
+}
+
+SceneDocument::RowsChange::~RowsChange()
+{
+    for (SceneObjectPtr& object : m_objects) {
+        if (m_owner)
+            m_owner->m_release.add(std::move(object));
+    }
 }
 
 void SceneDocument::RowsChange::put()

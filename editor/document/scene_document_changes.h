@@ -2,6 +2,8 @@
 
 #include <editor/document/scene_document.h>
 
+#include <QPointer>
+
 namespace editor {
 
 /// A change of the document that moves the states of its objects along.
@@ -59,6 +61,7 @@ public:
     RowsChange(SceneDocument& document, SceneObjectPtr parent, int row, SceneObjects objects);
     /// Removes `count` children.
     RowsChange(SceneDocument& document, SceneObjectPtr parent, int row, int count);
+    ~RowsChange() override;
 
 private:
     void apply() override { m_isInsertion ? put() : take(); }
@@ -66,6 +69,8 @@ private:
     void put();
     void take();
 
+    // The change may outlive it.
+    QPointer<SceneDocument> m_owner;
     SceneObjectPtr m_parent;
     // Those that are out of the scene at present.
     SceneObjects m_objects;

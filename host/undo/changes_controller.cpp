@@ -44,6 +44,7 @@ public:
                 ChangesController& controller)
         : QUndoCommand(name), m_changes(std::move(changes)), m_controller(controller)
     {}
+    ~StepCommand() override { m_controller.m_release.add(std::move(m_changes)); }
 
     void undo() override
     {

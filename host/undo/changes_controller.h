@@ -1,13 +1,12 @@
 #pragma once
 
 #include <host/core/string_ref.h>
-#include <host/undo/change.h>
+#include <host/undo/change_release.h>
 
 #include <QString>
 #include <QUndoStack>
 
 #include <deque>
-#include <memory>
 #include <string>
 #include <unordered_map>
 
@@ -18,7 +17,7 @@ namespace Zar {
 /// scopes nest, and the outermost one makes the step and gives the name, unless it yields to those
 /// in it. A change recorded outside any scope is a step of its own. Recording is O(1), ending
 /// the outermost scope linear in the subjects of what was recorded in it, ending another one linear
-/// in all that was.
+/// in all that was. What the stack drops is destroyed from the event loop, a part at a time.
 class ChangesController
 {
 public:
@@ -38,8 +37,7 @@ private:
     friend class CommitChangesScope;
     friend class StepCommand;
 
-    /// No vector: one that grows moves all of them.
-    using Changes = std::deque<std::unique_ptr<IChange>>;
+    using Changes = ChangeRelease::Changes;
 
     /// One open scope. What is recorded in it stays apart until it ends, so that it can be undone
     /// on its own.
@@ -64,7 +62,8 @@ private:
     void discardScope();
     void commit(Changes changes, const std::string& name);
 
-    QUndoStack m_stack;
+    ChangeRelease m_release;
+    QUndoStack m_stack; // gives what it drops to the release
     /// The innermost last.
     std::deque<OpenScope> m_scopes;
     bool m_replaying = false;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
+
 #include <functional>
 
 using Zar::ChangesController;
@@ -155,5 +157,33 @@ TEST_F(ChangesControllerTest, aDiscardedScopeIsUndoneAndTheOneAroundItIsNot)
         scope.discard();
     }
     EXPECT_EQ(6, a);
+    EXPECT_EQ(1, controller.stack().count());
+}
+
+TEST_F(ChangesControllerTest, whatTheStackDropsGoesInParts)
+{
+    struct Counted : SetNumber
+    {
+        using SetNumber::SetNumber;
+        ~Counted() override { --*alive; }
+        int* alive = nullptr;
+    };
+    int alive = 0;
+    {
+        const CommitChangesScope scope("Many", &controller);
+        for (alive = 0; alive < 100'000; ++alive) {
+            auto change = std::make_unique<Counted>(a, a + 1, false);
+            change->alive = &alive;
+            controller.record(std::move(change), "One of many");
+        }
+    }
+    controller.stack().undo();
+    set(b, 1);
+    EXPECT_EQ(0, a);
+    EXPECT_EQ(100'000, alive);
+    QCoreApplication::processEvents();
+    EXPECT_GT(100'000, alive);
+    while (alive > 0)
+        QCoreApplication::processEvents();
     EXPECT_EQ(1, controller.stack().count());
 }
