@@ -180,10 +180,14 @@ InstanceList::Entry ViewportSurface::entryOf(quint32 index) const
     return {meshOf(item), shape, Instance(item.transform, item.color, place), item.bounds(), place};
 }
 
-InstanceList ViewportSurface::listOf(const std::vector<InstanceList::Entry>& entries) const
+InstanceList ViewportSurface::listOf(const std::vector<quint32>& indices) const
 {
-    m_counts->listed += int(entries.size());
-    return InstanceList(entries);
+    m_counts->listed += int(indices.size());
+    std::vector<const MeshGeometry*> meshes;
+    meshes.reserve(indices.size());
+    for (const quint32 index : indices)
+        meshes.push_back(meshOf(m_controller->items().items()[index]).get());
+    return InstanceList(meshes, [&](quint32 i) { return entryOf(indices[i]); });
 }
 
 InstanceList ViewportSurface::listItems()
@@ -191,25 +195,22 @@ InstanceList ViewportSurface::listItems()
     if (!m_controller)
         return {};
     const ItemSet& items = m_controller->items();
-    std::vector<InstanceList::Entry> entries;
-    std::vector<quint32> indices; // of the entries
-    entries.reserve(items.count());
+    std::vector<quint32> indices;
     indices.reserve(items.count());
     m_drawnMeshes.assign(items.items().size(), nullptr);
     for (quint32 index : items.spatialOrder()) {
         const ViewportItem& item = items.items()[index];
         if (!isDrawn(item))
             continue;
-        entries.push_back(entryOf(index));
         indices.push_back(index);
         m_drawnMeshes[index] = meshOf(item).get();
     }
 
-    InstanceList list = listOf(entries);
+    InstanceList list = listOf(indices);
     m_slots.assign(items.items().size(), noSlot);
     for (quint32 i = 0; i < indices.size(); ++i)
         m_slots[indices[i]] = list.slotOf(i);
-    m_slotCount = m_listedCount = quint32(entries.size());
+    m_slotCount = m_listedCount = quint32(indices.size());
     return list;
 }
 
@@ -218,14 +219,14 @@ SelectionMarks ViewportSurface::listSelection() const
     if (!m_controller || m_controller->selectedIds().empty())
         return {};
     const ItemSet& items = m_controller->items();
-    std::vector<InstanceList::Entry> entries;
+    std::vector<quint32> indices;
     for (const ItemRange& branch : items.branchesOf(m_controller->selectedIds())) {
         items.visitRange(branch, [&](quint32 index) {
             if (isDrawn(items.items()[index]))
-                entries.push_back(entryOf(index));
+                indices.push_back(index);
         });
     }
-    return {listOf(entries), items.branchOf(m_controller->selectedIds().back())};
+    return {listOf(indices), items.branchOf(m_controller->selectedIds().back())};
 }
 
 HoverMarks ViewportSurface::listHover() const

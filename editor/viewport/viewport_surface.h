@@ -80,7 +80,7 @@ private:
     const MeshGeometryPtr& meshOf(const ViewportItem& item) const;
     bool isDrawn(const ViewportItem& item) const { return item.visible && meshOf(item); }
     InstanceList::Entry entryOf(quint32 index) const;
-    InstanceList listOf(const std::vector<InstanceList::Entry>& entries) const;
+    InstanceList listOf(const std::vector<quint32>& indices) const;
 
     QPointer<ViewportController> m_controller;
     std::shared_ptr<DrawCounts> m_counts = std::make_shared<DrawCounts>();

@@ -3,6 +3,8 @@
 #include <editor/viewport/items/viewport_item.h>
 #include <editor/viewport/render/instance.h>
 
+#include <functional>
+
 namespace editor {
 
 /// Instances grouped into draw calls. Those of one mesh stand together; a long row of them is cut
@@ -35,12 +37,14 @@ public:
     };
 
     InstanceList() = default;
-    /// Entries near each other in `entries` should be near in space. O(n).
-    explicit InstanceList(const std::vector<Entry>& entries);
+    /// Of one entry a mesh, for which `entryOf` is asked with its number, once each. Neighbours
+    /// should be near each other in space. O(n).
+    InstanceList(const std::vector<const MeshGeometry*>& meshes,
+                 const std::function<Entry(quint32)>& entryOf);
 
     const std::vector<Instance>& instances() const { return m_instances; }
     const std::vector<Chunk>& chunks() const { return m_chunks; }
-    /// Where entry `index` of the constructor stands among the instances.
+    /// Where the entry with that number stands among the instances.
     quint32 slotOf(quint32 index) const { return m_slots[index]; }
 
 private:
