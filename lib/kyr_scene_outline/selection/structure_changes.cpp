@@ -11,8 +11,9 @@
 namespace kyr::selection {
 namespace {
 
-// Taking so many ranges out of a list one by one is cheaper than copying it.
-constexpr std::size_t fewHits = 256;
+// Taking so many ranges, and this part of a list, out of it one by one is cheaper than copying it.
+constexpr std::size_t mostHits = 256;
+constexpr std::size_t mostOfList = 4;
 // How far up a range's way to the removed rows may be, on average, to be walked for each.
 constexpr std::int64_t shallowSteps = 16;
 
@@ -78,9 +79,10 @@ RowsRemoval::Outcome RowsRemoval::appliedTo(QItemSelection ranges)
             hits.push_back(i);
     }
     Outcome outcome;
-    outcome.isSmall = hits.size() <= fewHits && steps <= shallowSteps * ranges.size();
+    const bool areFew = hits.size() <= std::min(mostHits, std::size_t(ranges.size()) / mostOfList);
+    outcome.isSmall = areFew && steps <= shallowSteps * ranges.size();
     QItemSelection pieces;
-    if (hits.size() <= fewHits) {
+    if (areFew) {
         // Where the list is the only one, as it is moved in, nothing is copied.
         std::vector<QItemSelection> rests;
         for (const int hit : hits)
