@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using test::TreeModel;
 
 namespace {
@@ -142,6 +144,30 @@ TEST(OutlineModelTest, rowsAreFilteredSortedAndGrouped)
         outline.sort(wanted.sortRole, wanted.descending);
         outline.filter(wanted.filter);
         EXPECT_EQ(outline.text(), wanted.rows) << wanted.filter << wanted.arrangement;
+    }
+}
+
+TEST(OutlineModelTest, manySiblingsAreSortedInPartsThatKeepTheOrderOfEquals)
+{
+    TreeModel::Items items =
+        TreeModel::wide(2348, 0); // the last part has no other to be merged with
+    QStringList wanted;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        items[i]->type = QString(QChar('a' + int(i * 7919 % 13)));
+        wanted += items[i]->type + items[i]->name;
+    }
+    Outline outline(std::move(items));
+    for (const bool descending : {false, true}) {
+        outline.sort(TreeModel::TypeRole, descending);
+        QStringList shown;
+        for (int row = 0; row < outline.model.count(); ++row)
+            shown += outline.model.index(row).data(TreeModel::TypeRole).toString() +
+                     outline.model.index(row).data().toString();
+        QStringList sorted = wanted;
+        std::stable_sort(sorted.begin(), sorted.end(), [=](const QString& a, const QString& b) {
+            return descending ? b[0] < a[0] : a[0] < b[0];
+        });
+        EXPECT_TRUE(shown == sorted) << descending;
     }
 }
 
