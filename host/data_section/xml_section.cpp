@@ -6,6 +6,7 @@
 #include <pugixml.hpp>
 
 #include <cstring>
+#include <utility>
 
 namespace Zar {
 namespace {
@@ -140,6 +141,21 @@ void setTextOf(pugi::xml_node node, StringRef text)
     addTextTo(node, text);
 }
 
+// Writes the text of each element of what was read as this class writes it. As it stood there, it
+// might read differently the next time: a reference to white space beside elements is dropped as
+// indentation, one to a carriage return becomes a line end.
+class TextSettler final : public pugi::xml_tree_walker
+{
+public:
+    bool begin(pugi::xml_node& root) override { return for_each(root); }
+    bool for_each(pugi::xml_node& node) override
+    {
+        if (isElement(node))
+            setTextOf(node, textOf(node));
+        return true;
+    }
+};
+
 pugi::xml_node insertElement(pugi::xml_node parent, int index)
 {
     pugi::xml_node before;
@@ -158,6 +174,7 @@ class XMLSection::Document : public SafeReferenceCount
 {
 public:
     pugi::xml_document xml;
+    bool isSettled = true; // no text stands there as it was read
 };
 
 XMLSection::XMLSection(StringRef tag) : m_document(new Document)
@@ -185,6 +202,7 @@ XMLSection::createFromBinary(StringRef tag, const SmartPointer<BinaryBlock>& blo
 SmartPointer<XMLSection> XMLSection::parse(StringRef text)
 {
     const SmartPointer<Document> document(new Document);
+    document->isSettled = false;
     if (!document->xml.load_buffer(text.data(), text.size(), parserOptions, pugi::encoding_utf8))
         return nullptr;
     const pugi::xml_node root = document->xml.document_element();
@@ -193,6 +211,7 @@ SmartPointer<XMLSection> XMLSection::parse(StringRef text)
 
 bool XMLSection::parseChildren(StringRef text)
 {
+    m_document->isSettled = false;
     return bool(pugi::xml_node(m_node).append_buffer(
         text.data(), text.size(), parserOptions | pugi::parse_fragment, pugi::encoding_utf8));
 }
@@ -297,8 +316,17 @@ std::uint32_t XMLSection::readStrings(const StringRef* keys, std::string* texts,
     return found;
 }
 
+void XMLSection::settleText() const
+{
+    if (std::exchange(m_document->isSettled, true))
+        return;
+    TextSettler settler;
+    m_document->xml.document_element().traverse(settler);
+}
+
 void XMLSection::printChildren(std::string& text) const
 {
+    settleText();
     StringWriter writer(text);
     for (const pugi::xml_node child : pugi::xml_node(m_node).children())
         child.print(writer, indentation, pugi::format_indent, pugi::encoding_utf8, 1);
@@ -306,6 +334,7 @@ void XMLSection::printChildren(std::string& text) const
 
 SmartPointer<BinaryBlock> XMLSection::asBinary() const
 {
+    settleText();
     std::string text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
     StringWriter writer(text);
     pugi::xml_node(m_node).print(writer, indentation, pugi::format_indent, pugi::encoding_utf8);

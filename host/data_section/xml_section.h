@@ -54,6 +54,8 @@ private:
     static SmartPointer<XMLSection> parse(StringRef text);
     /// Appends elements and texts that are written one behind the other.
     bool parseChildren(StringRef text);
+    /// What is written from now on reads as it reads here.
+    void settleText() const;
     void printChildren(std::string& text) const;
 
     XMLSection(SmartPointer<Document> document, pugi::xml_node_struct* node) noexcept;
