@@ -4,6 +4,8 @@
 
 #include <kyr_scene_outline/item_roles.h>
 
+#include <algorithm>
+
 namespace kyr::testkit {
 namespace {
 
@@ -44,6 +46,32 @@ Objects objectsOf(const QModelIndexList& rows)
     for (const QModelIndex& row : rows)
         objects.push_back(objectOf(row));
     return objects;
+}
+
+Objects objectsOf(const QAbstractItemModel& model, const QModelIndex& parent, int top, int bottom)
+{
+    Objects objects;
+    for (int row = top; row <= bottom; ++row)
+        objects.push_back(objectOf(model.index(row, 0, parent)));
+    return objects;
+}
+
+Objects withoutDuplicates(const Objects& objects)
+{
+    Objects kept;
+    for (const PersistentObject& object : objects) {
+        if (std::find(kept.begin(), kept.end(), object) == kept.end())
+            kept.push_back(object);
+    }
+    return kept;
+}
+
+std::set<const void*> identities(const Objects& objects)
+{
+    std::set<const void*> set;
+    for (const PersistentObject& object : objects)
+        set.insert(object.identity());
+    return set;
 }
 
 std::string named(const Objects& objects)
