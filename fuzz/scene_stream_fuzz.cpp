@@ -46,8 +46,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     device.open(QIODevice::ReadOnly);
     SceneStreamReader reader(mostBytes);
     const auto end = reader.read(device, [](double) { return true; });
-    require((end == SceneStreamReader::End::Complete) <= (reader.root() != nullptr));
-    if (reader.root())
-        requireWhole(*reader.root());
+    require((end == SceneStreamReader::End::Refused) == !reader.reason().isEmpty());
+    requireWhole(*reader.root());
     return 0;
 }

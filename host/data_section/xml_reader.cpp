@@ -18,7 +18,7 @@ StringRef between(const char* begin, const char* end) noexcept
 
 StringRef withoutByteOrderMark(StringRef text) noexcept
 {
-    constexpr StringRef mark = "\xef\xbb\xbf";
+    constexpr StringRef mark = xml::byteOrderMark;
     return text.substr(text.substr(0, mark.size()) == mark ? mark.size() : 0);
 }
 

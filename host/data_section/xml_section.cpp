@@ -211,6 +211,9 @@ SmartPointer<XMLSection> XMLSection::parse(StringRef text)
 
 bool XMLSection::parseChildren(StringRef text)
 {
+    // The parser drops a byte order mark at the front, where it is text here.
+    if (text.substr(0, xml::byteOrderMark.size()) == xml::byteOrderMark)
+        return parseChildren("<!---->" + std::string(text));
     m_document->isSettled = false;
     return bool(pugi::xml_node(m_node).append_buffer(
         text.data(), text.size(), parserOptions | pugi::parse_fragment, pugi::encoding_utf8));

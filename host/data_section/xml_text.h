@@ -6,6 +6,9 @@
 
 namespace Zar::xml {
 
+/// At the front of a file; text anywhere else.
+constexpr StringRef byteOrderMark = "\xef\xbb\xbf";
+
 /// Length in bytes of the character that starts `text`; 0 when it is no valid UTF-8 or no character
 /// that XML 1.0 allows (its section 2.2). `text` must not be empty.
 std::size_t characterLength(StringRef text) noexcept;

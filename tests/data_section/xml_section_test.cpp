@@ -143,6 +143,7 @@ TEST(XmlSection, readsWhatPeopleAndToolsWrite)
         {"<r>&lt;&#65;&#x42;&amp;&quot;&apos;</r>", "r(<AB&\"')[]"},
         {"<r>\r\n  <a>x\r\ny</a>\r\n</r>", "r()[a(x\ny)[]]"},
         {"<r escaped='true'>\\x41\\q\\</r>", "r(A\\q\\)[]"},
+        {"<r>\xef\xbb\xbf<a/></r>", "r(\xef\xbb\xbf)[a()[]]"},
         {"<r>&#x20;<a>x&#13;y</a>\n  &#x20;  <b>\n</b></r>", "r( \n     )[a(x\ry)[]b(\n)[]]"},
     };
     for (const auto& [document, expected] : rows) {
