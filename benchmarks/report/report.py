@@ -2,7 +2,7 @@
 """Runs the benchmarks that ./bench has built and writes docs/performance.md and its figure.
 
 --quick  sizes up to 100,000, one repetition; prints, writes nothing
---check  ends with 1 when a line grows more than allowed from 1,000 to 10,000 objects, in two runs
+--check  ends with 1 when a line grows more than allowed from 1,000 to 10,000 objects in run after run
 """
 import json
 import os
@@ -18,6 +18,8 @@ ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)
 PAGE = os.path.join(ROOT, "docs", "performance.md")
 FIGURE_FILE = os.path.join(ROOT, "docs", "images", "performance.svg")
 BEGIN, END = "<!-- written by ./bench -->", "<!-- end of what ./bench writes -->"
+# What else the machine did may be in one run, hardly in all; what grows too much does in each.
+ATTEMPTS = 3
 NANOSECONDS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
@@ -173,7 +175,7 @@ def machine_text(repetitions):
 
 
 def again(program, name):
-    """The growths of a line in a run of its own: what else the machine did may have been in the first."""
+    """The growths of a line in a run of its own."""
     names = (name.format(n=size) for size in (1_000, 10_000))
     return growths(run(program, f"^({'|'.join(names)})$", 9), name)
 
@@ -191,7 +193,9 @@ def check(times):
     for title, program, lines in TABLES:
         for line in lines:
             found = growths(times[program], line[1])
-            if any(growth > MOST_GROWTH for _, growth in found):
+            for _ in range(ATTEMPTS):
+                if all(growth <= MOST_GROWTH for _, growth in found):
+                    break
                 found = again(program, line[1])
             for small, growth in found:
                 tell(growth, small, title, line[0])

@@ -76,9 +76,9 @@ std::string ChangesController::OpenScope::stepName() const
 void ChangesController::OpenScope::add(std::unique_ptr<IChange> change)
 {
     if (const void* subject = change->subject()) {
-        const auto [entry, inserted] = subjects.try_emplace(subject, change.get());
+        const auto [entry, inserted] = subjects.try_emplace(subject, changes.size());
         if (!inserted) {
-            entry->second->absorb(*change);
+            changes[entry->second]->absorb(*change);
             return;
         }
     } else if (change->isVoid()) {
@@ -89,14 +89,15 @@ void ChangesController::OpenScope::add(std::unique_ptr<IChange> change)
 
 void ChangesController::OpenScope::dropVoid()
 {
-    for (const auto& [subject, change] : subjects) {
-        if (!change->isVoid())
-            continue;
-        // At one of the ends, mostly: what is selected.
-        changes.erase(
-            std::find_if(changes.begin(), changes.end(),
-                         [change = change](const auto& one) { return one.get() == change; }));
+    bool any = false;
+    for (const auto& [subject, place] : subjects) {
+        if (changes[place]->isVoid()) {
+            changes[place].reset();
+            any = true;
+        }
     }
+    if (any)
+        changes.erase(std::remove(changes.begin(), changes.end(), nullptr), changes.end());
 }
 
 void ChangesController::record(std::unique_ptr<IChange> change, StringRef name)

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QUndoStack>
 
+#include <cstddef>
 #include <deque>
 #include <string>
 #include <unordered_map>
@@ -15,9 +16,9 @@ namespace Zar {
 /// Records changes as steps of an undo stack. Lives on the GUI thread.
 /// Changes recorded while a `CommitChangesScope` is open become one step with the scope's name;
 /// scopes nest, and the outermost one makes the step and gives the name, unless it yields to those
-/// in it. A change recorded outside any scope is a step of its own. Recording is O(1), ending
-/// the outermost scope linear in the subjects of what was recorded in it, ending another one linear
-/// in all that was. What the stack drops is destroyed from the event loop, a part at a time.
+/// in it. A change recorded outside any scope is a step of its own. Recording is O(1), ending a
+/// scope linear in what was recorded in it. What the stack drops is destroyed from the event loop,
+/// a part at a time.
 class ChangesController
 {
 public:
@@ -46,7 +47,8 @@ private:
         std::string name;
         bool yields = false;
         Changes changes;
-        std::unordered_map<const void*, IChange*> subjects;
+        /// The place of the one change of each subject.
+        std::unordered_map<const void*, std::size_t> subjects;
         /// The scopes directly in it that changed something, and the name of the last one.
         int innerCount = 0;
         std::string innerName;
