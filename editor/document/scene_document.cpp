@@ -22,8 +22,8 @@ constexpr std::chrono::milliseconds releaseSlice{4};
 
 SceneDocument::SceneDocument(QObject* parent)
     : QObject(parent)
-    , m_controller(std::make_shared<Zar::ChangesController>())
     , m_release(releaseSlice)
+    , m_controller(std::make_shared<Zar::ChangesController>())
 {
     m_flushTimer.setSingleShot(true);
     m_flushTimer.setInterval(0);

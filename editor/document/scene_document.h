@@ -189,11 +189,11 @@ private:
     void forgetChanges();
     void flushChanges();
 
+    GradualRelease m_release; // steps that go with the document give it what they hold
     std::shared_ptr<Zar::ChangesController> m_controller;
     SceneObjectPtr m_root;
     std::shared_ptr<SceneMembership> m_membership;
     ObjectsById m_byId;
-    GradualRelease m_release;
     std::vector<SceneObjectPtr> m_pending;
     QTimer m_flushTimer;
     QTimer m_refusalTimer;

@@ -331,6 +331,22 @@ TEST_F(SceneDocumentTest, opensWhatAnotherThreadPreparedAndLetsGoOfTheSceneBefor
     EXPECT_FALSE(below.expired()) << "held from above";
 }
 
+TEST(SceneDocumentLifetimeTest, goesWithALargeStepThatHoldsWhatWasRemoved)
+{
+    std::weak_ptr<SceneObject> removed;
+    {
+        SceneDocument document;
+        document.open(gridScene(1000, 4), {});
+        SceneObjects oneOfEachGroup;
+        for (const SceneObjectPtr& group : document.root()->children())
+            oneOfEachGroup.push_back(group->children().front());
+        ASSERT_GT(oneOfEachGroup.size(), 100u);
+        ASSERT_TRUE(document.remove(oneOfEachGroup));
+        removed = oneOfEachGroup.front();
+    }
+    EXPECT_TRUE(removed.expired());
+}
+
 TEST_F(SceneDocumentTest, undoOfRandomEditsRestoresEveryState)
 {
     for (unsigned seed = 0; seed < 20; ++seed) {
