@@ -8,8 +8,8 @@ TypeBar {
     readonly property int total: context ? context.total - (context.counts.scene || 0) : 0
 
     objectName: "statistics_header"
-    text: total === 1 ? qsTr("1 object")
-                      : qsTr("%1 objects").arg(total.toLocaleString(Qt.locale(), "f", 0))
+    text: total === 1 ? qsTr("1 object") : qsTr("%1 objects").arg(shortText)
+    shortText: total.toLocaleString(Qt.locale(), "f", 0)
 
     Rectangle {
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom }

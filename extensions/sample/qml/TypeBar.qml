@@ -7,6 +7,8 @@ Rectangle {
 
     property QtObject context
     property string text
+    // Where there is no room for all of it.
+    property string shortText: text
     readonly property PanelStyle style: PanelStyle {}
 
     implicitHeight: 26
@@ -23,7 +25,7 @@ Rectangle {
             rightMargin: bar.style.spacing * 2
             verticalCenter: parent.verticalCenter
         }
-        text: bar.text
+        text: bar.text + "\u009c" + bar.shortText
         color: bar.style.text
         font.pixelSize: bar.style.pixelSize
         elide: Text.ElideRight
