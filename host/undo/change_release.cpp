@@ -31,11 +31,12 @@ void ChangeRelease::advance()
 {
     const QDeadlineTimer end(sliceMilliseconds);
     while (!m_waiting.empty() && !end.hasExpired()) {
-        Changes& changes = m_waiting.back();
+        // What a change does at its end may bring more, behind these.
+        Changes& changes = m_waiting.front();
         for (std::size_t i = 0; i < changesAtOnce && !changes.empty(); ++i)
             changes.pop_back();
         if (changes.empty())
-            m_waiting.pop_back();
+            m_waiting.pop_front();
     }
     if (m_waiting.empty())
         m_timer.stop();

@@ -6,7 +6,6 @@
 
 #include <deque>
 #include <memory>
-#include <vector>
 
 namespace Zar {
 
@@ -25,7 +24,7 @@ public:
 private:
     void advance();
 
-    std::vector<Changes> m_waiting;
+    std::deque<Changes> m_waiting;
     QTimer m_timer;
 };
 
