@@ -119,12 +119,15 @@ void ViewportSurface::patch(quint32 slot, const Instance& instance, const Box& b
 {
     // A hidden view takes no changes away; better to start anew than to heap them up.
     const bool isSparse = m_patches.size() < m_slots.size() / 4 + 16;
-    if (slot >= m_slotCount - quint32(m_additions.size()))
-        m_additions[slot - (m_slotCount - quint32(m_additions.size()))].instance = instance;
-    else if (isSparse)
+    const quint32 firstAdded = m_slotCount - quint32(m_additions.size());
+    if (slot >= firstAdded) {
+        m_additions[slot - firstAdded].instance = instance;
+        m_additions[slot - firstAdded].bounds = bounds;
+    } else if (isSparse) {
         m_patches.push_back({slot, instance, bounds});
-    else
+    } else {
         schedule(Items);
+    }
 }
 
 void ViewportSurface::addItems(const std::vector<quint32>& indices)

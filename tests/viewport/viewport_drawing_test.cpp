@@ -91,7 +91,8 @@ TEST_F(ViewportDrawingTest, itemsAppearWhereTheyAreProjected)
     m_controller.updateItem(moved);
     EXPECT_TRUE(looksLike(pixel(2), blue));
 
-    ASSERT_TRUE(m_controller.insertItems({meshItem(9, cubeMesh(), {0, 1.5f, -3}, red)}, {1, 0}));
+    ASSERT_TRUE(m_controller.insertItems({meshItem(9, cubeMesh(), {0, 90, -3}, red)}, {1, 0}));
+    m_controller.updateItem(meshItem(9, cubeMesh(), {0, 1.5f, -3}, red));
     const QPointF place = m_controller.projectToScreen(9);
     EXPECT_TRUE(looksLike(pixel(place), red));
     m_controller.removeItems(9);
