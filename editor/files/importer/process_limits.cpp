@@ -75,8 +75,36 @@ void forbidSystemCalls()
     constexpr quint32 architecture = AUDIT_ARCH_AARCH64;
     constexpr quint32 foreignCalls = ~0u;
 #endif
-    constexpr quint32 forbidden[] = {SYS_socket,   SYS_socketpair, SYS_connect,  SYS_execve,
-                                     SYS_execveat, SYS_ptrace,     SYS_unlinkat, SYS_mkdirat};
+    constexpr quint32 forbidden[] = {
+        SYS_socket,
+        SYS_socketpair,
+        SYS_connect,
+        SYS_io_uring_setup,
+        SYS_execve,
+        SYS_execveat,
+        SYS_ptrace,
+        SYS_kill,
+        SYS_unlinkat,
+        SYS_mkdirat,
+        SYS_renameat,
+        SYS_renameat2,
+        SYS_linkat,
+        SYS_symlinkat,
+        SYS_truncate,
+        SYS_ftruncate,
+        SYS_fchmod,
+        SYS_fchmodat,
+#if defined(__x86_64__)
+        SYS_unlink,
+        SYS_rmdir,
+        SYS_mkdir,
+        SYS_rename,
+        SYS_link,
+        SYS_symlink,
+        SYS_chmod,
+        SYS_creat,
+#endif
+    };
     constexpr auto count = std::size(forbidden);
     const auto statement = [](quint16 code, quint32 value) {
         return sock_filter{code, 0, 0, value};
