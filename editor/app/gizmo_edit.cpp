@@ -165,6 +165,7 @@ void GizmoEdit::showTarget()
 void GizmoEdit::start()
 {
     m_moved.clear();
+    m_document.setTried(true);
     m_tool = m_view.gizmo()->tool();
     int stuck = 0;
     for (const SceneObjectPtr& object : movable()) {
@@ -205,6 +206,7 @@ void GizmoEdit::restore()
         if (moved.object->transform() && isSame(*moved.object->transform(), moved.now))
             setTransform(moved.object, moved.start, kyr::SetterFlag::Replay);
     }
+    m_document.setTried(false);
     showTarget();
 }
 
@@ -221,6 +223,7 @@ void GizmoEdit::finish()
             setTransform(each.object, each.now, {});
         }
     }
+    m_document.setTried(false);
     showTarget();
 }
 

@@ -60,6 +60,11 @@ public:
     }
     QUndoStack& undoStack() const noexcept { return m_controller->stack(); }
 
+    /// Whether the scene shows half of a step: one that is being recorded, or one that is tried
+    /// out and may be taken back.
+    bool isStepOpen() const noexcept { return m_isTried || m_controller->isScopeOpen(); }
+    void setTried(bool isTried) noexcept { m_isTried = isTried; }
+
     /// Tells this scene from any other; another one once a file is opened.
     QUuid sceneKey() const noexcept { return m_sceneKey; }
     /// Null for an id that is not in the scene, such as a removed object's. O(1).
@@ -207,6 +212,7 @@ private:
     quint32 m_saveCount = 0;
     bool m_tellsOnlyWholeSteps = false;
     bool m_setsLocks = false;
+    bool m_isTried = false;
     bool m_structureChanged = false;
     bool m_announcedModified = false;
 };

@@ -54,10 +54,12 @@ TEST_F(EditorGizmoTest, aDragMovesTheSelectionAsOneNamedStepAndShowsItsFigures)
     take(from, {60, 0});
     EXPECT_TRUE(text("gizmo_readout").startsWith("X  +"));
     EXPECT_EQ(undoName(), "Set asset selection") << "nothing is recorded before the end";
+    EXPECT_TRUE(session.document()->isStepOpen()) << "nor saved";
     const float moved = position("Near").x;
     EXPECT_GT(moved, -1.9f);
     letGo(from + QPoint(60, 0));
     EXPECT_EQ(undoName(), "Move Near");
+    EXPECT_FALSE(session.document()->isStepOpen());
     EXPECT_EQ(position("Near").x, moved);
     EXPECT_EQ(position("Near").y, 0);
     EXPECT_FALSE(shows("gizmo_readout"));
