@@ -125,7 +125,13 @@ ObjectText textOfScene(SceneObjectPtr scene, const WriteProgress& progress)
         return {{}, error};
     // Takes as long as copying it did.
     scene.reset();
-    return {file.read(), {}};
+    QByteArray text = file.read();
+    // Nobody shall cut what cannot be pasted.
+    if (text.isEmpty())
+        return {{}, tr("what was copied cannot be read back")};
+    if (const QString reason = wrongTextReason(text); !reason.isEmpty())
+        return {{}, reason};
+    return {std::move(text), {}};
 }
 
 ObjectsOfText objectsOfText(const QByteArray& text, const ImportProgress& progress)
