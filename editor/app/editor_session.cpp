@@ -64,7 +64,8 @@ EditorSession::~EditorSession()
 void EditorSession::followFiles()
 {
     connect(&m_document, &SceneDocument::filePathChanged, this, [this] {
-        m_recent.add(m_document.filePath());
+        if (!m_recovery.isRecovering(m_document.filePath()))
+            m_recent.add(m_document.filePath());
         m_openMark.follow(m_document.filePath());
     });
     connect(&m_loader, &LoadController::opening, this,

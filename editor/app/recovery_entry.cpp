@@ -25,7 +25,8 @@ QString made(const QString& folder)
 } // namespace
 
 RecoveryEntry::RecoveryEntry(const QString& folder)
-    : m_folder(made(folder)), m_lock(m_folder + QLatin1String(lockName))
+    : m_folder(made(QDir::cleanPath(QFileInfo(folder).absoluteFilePath())))
+    , m_lock(m_folder + QLatin1String(lockName))
 {
     // It is stale when its process is gone, not when it is old.
     m_lock.setStaleLockTime(0);

@@ -92,6 +92,11 @@ void RecoveryJournal::findOffers(const QString& folder)
         Q_EMIT offerChanged();
 }
 
+bool RecoveryJournal::isRecovering(const QString& path) const
+{
+    return m_opening && path == m_opening->scenePath();
+}
+
 QString RecoveryJournal::title() const
 {
     if (m_offers.empty())
@@ -149,7 +154,7 @@ std::unique_ptr<RecoveryEntry> RecoveryJournal::takeOffer()
 
 void RecoveryJournal::finishRecovery(const QString& path)
 {
-    if (!m_opening || path != m_opening->scenePath())
+    if (!isRecovering(path))
         return;
     m_recovered = std::move(m_opening);
     m_files.markUnsaved(m_recovered->originalPath(), m_recovered->original());

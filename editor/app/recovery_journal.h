@@ -38,6 +38,8 @@ public:
     /// Begins to write below `folder`, and offers what is there, the newest first.
     void start(const QString& folder);
 
+    /// Whether the document's file is what is being recovered, until it is the original one again.
+    bool isRecovering(const QString& path) const;
     bool isOffering() const noexcept { return !m_offers.empty(); }
     QString title() const;
     QString time() const;

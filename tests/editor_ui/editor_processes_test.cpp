@@ -153,7 +153,7 @@ TEST(EditorProcessesTest, unsavedWorkOutlivesTheProgram)
     EditorDriver second;
     QDir folder = QFileInfo(journals().constFirst()).dir();
     folder.cdUp();
-    second.session.recovery()->start(folder.path());
+    second.session.recovery()->start(folder.path() + "//");
     ASSERT_TRUE(second.text("recovery_text").contains("The file itself was changed after that."));
     {
         EditorProcess other(scene, settings);
