@@ -116,7 +116,15 @@ void FileCommands::saveAs()
          {tr("Editor scene (*.kyrscene)")},
          m_document.filePath(),
          QFileInfo(m_document.filePath()).completeBaseName()},
-        [this](const QString& path) { saveTo(path); }, [this] { m_afterSaving = {}; });
+        [this](const QString& path) {
+            if (isOwnFormat(path))
+                saveTo(path);
+            else
+                failSaving(path, tr("Cannot save \"%1\": scenes are saved as .kyrscene, and "
+                                    "File > Export writes other formats.")
+                                     .arg(QDir::toNativeSeparators(path)));
+        },
+        [this] { m_afterSaving = {}; });
 }
 
 void FileCommands::cancelSaving()
@@ -131,10 +139,7 @@ void FileCommands::cancelSaving()
 
 void FileCommands::quit()
 {
-    if (m_saver.isSaving())
-        m_afterSaving = [this] { quit(); };
-    else
-        unlessUnsaved([this] { Q_EMIT quitConfirmed(); });
+    unlessUnsaved([this] { Q_EMIT quitConfirmed(); });
 }
 
 void FileCommands::markUnsaved(const QString& path, const FileStamp& known)
@@ -194,7 +199,9 @@ void FileCommands::decideLater()
 
 void FileCommands::unlessUnsaved(Continuation continuation)
 {
-    if (m_document.isModified())
+    if (m_saver.isSaving())
+        m_afterSaving = std::move(continuation);
+    else if (m_document.isModified())
         setConfirmation(std::move(continuation));
     else
         continuation();
@@ -236,16 +243,21 @@ void FileCommands::load(const QString& path)
 
 void FileCommands::saveTo(const QString& path)
 {
+    if (m_saver.isSaving())
+        return;
+    m_savedScene = m_document.sceneKey();
     m_saver.save(path);
 }
 
 void FileCommands::finishSaving(const QString& path, bool isCurrent)
 {
-    if (isCurrent)
-        m_document.markSaved(path);
-    else
-        m_document.markUnsaved(path);
-    m_watch.follow(path, FileStamp::of(path));
+    if (m_document.sceneKey() == m_savedScene) {
+        if (isCurrent)
+            m_document.markSaved(path);
+        else
+            m_document.markUnsaved(path);
+        m_watch.follow(path, FileStamp::of(path));
+    }
     reportNote(tr("Saved %1").arg(QDir::toNativeSeparators(path)));
     Q_EMIT saved(path);
     // What was edited meanwhile is not in the file.

@@ -106,6 +106,8 @@ private:
     PathDialog m_dialog;
     /// Of the file that the document is about to take, from before it was read.
     FileStamp m_loading;
+    /// That which was written, or is.
+    QUuid m_savedScene;
     Continuation m_afterConfirmation;
     Continuation m_afterSaving;
     Conflict m_conflict = NoConflict;

@@ -36,10 +36,19 @@ void PathDialog::askToWrite(const Question& question, std::function<void(const Q
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setDefaultSuffix(suffixOf(question.filters.value(0)));
-    connect(&dialog, &QFileDialog::filterSelected, &dialog,
-            [&dialog](const QString& filter) { dialog.setDefaultSuffix(suffixOf(filter)); });
+    // The dialog's own is for names without any dot.
+    const auto dotted = [&dialog] { return QLatin1Char('.') + dialog.defaultSuffix(); };
     if (!question.name.isEmpty())
-        dialog.selectFile(question.name);
+        dialog.selectFile(question.name + dotted());
+    connect(&dialog, &QFileDialog::filterSelected, &dialog,
+            [&dialog, dotted](const QString& filter) {
+                QString name = QFileInfo(dialog.selectedFiles().value(0)).fileName();
+                const bool hadSuffix = name.endsWith(dotted());
+                name.chop(hadSuffix ? dotted().size() : 0);
+                dialog.setDefaultSuffix(suffixOf(filter));
+                if (hadSuffix)
+                    dialog.selectFile(name + dotted());
+            });
     show(std::move(chosen), std::move(rejected));
 }
 

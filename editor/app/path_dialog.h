@@ -23,7 +23,7 @@ public:
         QStringList filters;
         /// A file whose folder the dialog starts in; may be empty.
         QString near;
-        /// Offered for a file to be written, without a suffix.
+        /// Offered for a file to be written, with the suffix of the chosen filter added.
         QString name;
     };
 
@@ -32,8 +32,8 @@ public:
 
     /// For an existing file.
     void askToOpen(const Question& question, std::function<void(const QString&)> chosen);
-    /// The name gets the suffix of the chosen filter unless it has one. Asks before it gives the
-    /// name of an existing file.
+    /// A name without a dot gets the suffix of the chosen filter. Asks before it gives the name of
+    /// an existing file.
     void askToWrite(const Question& question, std::function<void(const QString&)> chosen,
                     std::function<void()> rejected);
 

@@ -37,7 +37,7 @@ SceneSaver::SceneSaver(SceneDocument& document, QObject* parent)
     connect(&m_copyTimer, &QTimer::timeout, this, &SceneSaver::copySlice);
 
     const auto shapeChanged = [this] { documentChanged(ChangeAspect::Children); };
-    connect(&document, &SceneDocument::aboutToReset, this, shapeChanged);
+    connect(&document, &SceneDocument::aboutToReset, this, &SceneSaver::sceneGoes);
     connect(&document, &SceneDocument::rowsAboutToBeInserted, this, shapeChanged);
     connect(&document, &SceneDocument::rowsAboutToBeRemoved, this, shapeChanged);
     connect(&document, &SceneDocument::rowsAboutToBeMoved, this, shapeChanged);
@@ -94,12 +94,20 @@ void SceneSaver::documentChanged(ChangeAspects aspects)
         m_snapshot.reset();
 }
 
+// Another scene is not what was to be saved.
+void SceneSaver::sceneGoes()
+{
+    if (m_job && !m_job->thread)
+        cancel();
+    m_isCurrent = false;
+}
+
 void SceneSaver::copySlice()
 {
     if (!m_snapshot)
         m_snapshot = std::make_unique<SceneSnapshot>(*m_document.root());
     // A step that is being made shows half of itself.
-    const bool isWaiting = m_document.changesController()->isScopeOpen();
+    const bool isWaiting = m_document.isStepOpen();
     if (isWaiting || m_snapshot->advance(sliceTime)) {
         setProgress(copiedShare * m_snapshot->progress());
         m_copyTimer.start();

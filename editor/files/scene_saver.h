@@ -32,7 +32,8 @@ public:
     /// From 0 to 1.
     qreal progress() const noexcept { return m_progress; }
     /// Writes the scene as it is now, as `writeScene` does; when it is edited before it is copied,
-    /// as it is after that. Does nothing while another file is being written.
+    /// as it is after that, and cancelled when the document opens another. Does nothing while
+    /// another file is being written.
     void save(const QString& path);
     /// The old file stays, unless the new one took its place already: then it counts as saved.
     Q_INVOKABLE void cancel();
@@ -50,6 +51,7 @@ private:
     struct Job;
 
     void documentChanged(ChangeAspects aspects);
+    void sceneGoes();
     void copySlice();
     void write();
     void run(Job& job);

@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QImage>
+#include <QLineEdit>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -51,15 +52,16 @@ protected:
         file.setFileTime(QDateTime::currentDateTime().addSecs(++m_later),
                          QFile::FileModificationTime);
     }
-    /// Takes the file "scene" in the dialog that shows.
-    void chooseFile(const QString& title)
+    /// Types a name into the dialog that shows, and takes it.
+    void chooseFile(const QString& title, const char* name = "scene")
     {
         for (QWidget* widget : QApplication::topLevelWidgets()) {
             auto* dialog = qobject_cast<QFileDialog*>(widget);
             if (!dialog || !dialog->isVisible())
                 continue;
             EXPECT_EQ(dialog->windowTitle(), title);
-            dialog->selectFile(path("scene"));
+            dialog->selectFile(path(name)); // selects none, where there is no such file
+            dialog->findChild<QLineEdit*>()->setText(path(name));
             QMetaObject::invokeMethod(dialog, "accept");
             return;
         }
@@ -116,6 +118,24 @@ TEST_F(EditorFilesTest, failedSaveTellsWhyAndASavedSceneOpensWithItsChanges)
     EXPECT_FALSE(session.undoStatus()->canUndo());
 }
 
+TEST_F(EditorFilesTest, sceneThatIsBeingSavedIsLeftOnceItIs)
+{
+    writeOther("other.kyrscene");
+    session.document()->markSaved(path("stage.kyrscene"));
+    session.document()->rename(object("Near"), "Nearer");
+    QObject::connect(session.files()->saver(), &editor::SceneSaver::savingChanged, &session,
+                     [this] {
+                         if (session.files()->saver()->isSaving())
+                             session.files()->openFile(path("other.kyrscene"));
+                     });
+    QSignalSpy loaded(session.loader(), &editor::LoadController::loaded);
+    session.files()->save();
+    ASSERT_TRUE(loaded.wait());
+    EXPECT_FALSE(session.files()->isConfirming());
+    EXPECT_EQ(session.document()->filePath(), path("other.kyrscene"));
+    EXPECT_TRUE(contents("stage.kyrscene").contains("Nearer"));
+}
+
 TEST_F(EditorFilesTest, importedFileSaysOnceWhatIsMissingAndIsNeverWritten)
 {
     const QByteArray foreign =
@@ -134,6 +154,11 @@ TEST_F(EditorFilesTest, importedFileSaysOnceWhatIsMissingAndIsNeverWritten)
     EXPECT_EQ(session.document()->filePath(), path("scene.kyrscene"));
     EXPECT_EQ(contents("scene.gltf"), foreign);
     EXPECT_EQ(session.log()->problemCount(), before + 1) << "told once";
+
+    session.files()->saveAs();
+    chooseFile("Save Scene As", "scene.v2.glb");
+    EXPECT_TRUE(text("message_dialog_text").contains("scene.v2.glb"));
+    EXPECT_EQ(session.document()->filePath(), path("scene.kyrscene")) << "it would not hold all";
 }
 
 TEST_F(EditorFilesTest, exportSaysWhatTheFileWillNotCarry)

@@ -208,7 +208,7 @@ ApplicationWindow {
                 }
                 DropArea {
                     anchors.fill: parent
-                    enabled: !session.task.running
+                    enabled: !session.task.running && !popups.open
                     keys: ["text/uri-list"]
                     onDropped: {
                         if (drop.hasUrls)
