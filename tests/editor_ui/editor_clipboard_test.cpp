@@ -199,7 +199,7 @@ protected:
 
 TEST_F(EditorLongPasteTest, cancelTakesAllBackAndTheWindowStaysLive)
 {
-    constexpr int objectCount = 40000;
+    constexpr int objectCount = 100000;
     prepare(objectCount);
     const int before = steps();
     for (const bool byKey : {true, false}) {
