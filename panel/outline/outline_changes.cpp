@@ -103,13 +103,13 @@ void OutlineModel::sceneDataChanged(const QModelIndex& first, const QModelIndex&
     const QVector<int> changed = inCells ? QVector<int>(roles) << int(CellsRole) : roles;
     const bool places = m_arranged && !m_working && placesRows(count);
     if (m_working && count > hoveredAtOnce)
-        restart();
+        m_outdated = true;
     for (int row = first.row(); row <= last.row() && count <= hoveredAtOnce; ++row) {
         const QModelIndex index = first.sibling(row, 0);
         if (places)
             placeChanged(index, changed);
-        else if (m_working)
-            m_changedMeanwhile.emplace_back(index);
+        if (m_working || (places && m_rules->sortsBy(changed)))
+            placeLater(index);
         if (m_arranged)
             rowChanged(m_mirror.nodeOf(index), changed);
     }

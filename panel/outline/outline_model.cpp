@@ -86,14 +86,27 @@ void OutlineModel::filter()
 
 void OutlineModel::finish()
 {
+    endTurn();
+    if (m_outdated)
+        restart();
     work(forever);
     if (m_writesBack && canOpen())
         m_writesBack = !m_mirror.writeAllBack(forever);
 }
 
-void OutlineModel::workSlice()
+/// All that changed together has been told.
+void OutlineModel::endTurn()
 {
     m_touched = 0;
+    if (!m_working && !m_mirror.isChanging() && m_changed.size() > 1)
+        placeAgain({m_settings.sortRole});
+    if (!m_working)
+        m_changed.clear();
+}
+
+void OutlineModel::workSlice()
+{
+    endTurn();
     const QDeadlineTimer deadline(sliceMilliseconds, Qt::PreciseTimer);
     if (m_fetching && !canOpen())
         setFetching(sourceModel() != nullptr);
@@ -126,14 +139,17 @@ void OutlineModel::work(const QDeadlineTimer& deadline)
 {
     if (!m_working || m_mirror.isChanging())
         return;
-    if (!sourceModel() || !m_settings.arranges())
+    if (!sourceModel() || !m_settings.arranges()) {
+        m_outdated = false;
         return finishPass();
+    }
     if (m_pass && m_pass->version() != m_mirror.version()) {
         m_pass.reset();
         ++m_restarts;
     }
     if (!m_pass) {
-        m_changedMeanwhile.clear();
+        m_changed.clear();
+        m_outdated = false;
         m_pass = std::make_unique<ArrangementPass>(m_mirror, m_settings);
     }
     const bool endless = m_restarts > patience;
@@ -159,11 +175,11 @@ void OutlineModel::finishPass()
         replace(pass.get());
     setMatchCount(pass && m_rules->filters() ? pass->matchCount() : -1);
     setPartial(pass && pass->isPartial());
-    setWorking(false);
-    for (const QPersistentModelIndex& index : std::exchange(m_changedMeanwhile, {})) {
-        if (index.isValid() && m_arranged)
-            placeChanged(index, {});
-    }
+    m_restarts = 0;
+    // A slot may have begun another one.
+    setWorking(m_outdated || m_pass);
+    if (!m_working)
+        placeAgain({});
 }
 
 /// Whether these rows show already.

@@ -128,6 +128,7 @@ private:
     Q_INVOKABLE void filter();
     void arrange();
     void restart();
+    void endTurn();
     void work(const QDeadlineTimer& deadline);
     void finishPass();
     bool shows(const ArrangementPass& pass) const;
@@ -146,6 +147,8 @@ private:
     void takeAway(RowTree::Range orders);
     void placeNew(RowTree::Range orders);
     void placeChanged(const QModelIndex& index, const QVector<int>& roles);
+    void placeLater(const QModelIndex& index);
+    void placeAgain(const QVector<int>& roles);
     void show(Node node);
     void hide(Node node);
     void cutRows(RowTree::Range orders);
@@ -184,8 +187,12 @@ private:
     bool m_writesBack = false;
     bool m_forgetsClosed = false; ///< What comes next was found anew.
     int m_restarts = 0;
-    std::vector<QPersistentModelIndex> m_changedMeanwhile;
-    int m_touched = 0; ///< Rows of an arrangement that changed one by one in this turn.
+    /// Rows that were told to have changed: in this turn, by what sorts them, or since the pass
+    /// began.
+    std::vector<QPersistentModelIndex> m_changed;
+    std::vector<Node> m_unplaced; ///< Out of order among those that are.
+    bool m_outdated = false;      ///< More changed since the pass began than is placed one by one.
+    int m_touched = 0;            ///< Rows of an arrangement that changed one by one in this turn.
     int m_matches = -1;
     bool m_partial = false;
     bool m_fetching = false;

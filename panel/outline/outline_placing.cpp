@@ -86,6 +86,31 @@ void OutlineModel::placeChanged(const QModelIndex& index, const QVector<int>& ro
         restart();
 }
 
+/// The row is to be placed once more, after this turn or the pass that is under way.
+void OutlineModel::placeLater(const QModelIndex& index)
+{
+    if (std::find(m_changed.begin(), m_changed.end(), index) != m_changed.end())
+        return;
+    if (m_changed.size() < std::size_t(placedAtOnce))
+        return void(m_changed.emplace_back(index));
+    m_outdated = true;
+    setWorking(true);
+}
+
+/// Rows that change together are told one by one, and each was compared with others that had new
+/// values already but were in their old places.
+void OutlineModel::placeAgain(const QVector<int>& roles)
+{
+    const std::vector<QPersistentModelIndex> changed = std::exchange(m_changed, {});
+    for (const QPersistentModelIndex& index : changed)
+        m_unplaced.push_back(m_mirror.nodeOf(index));
+    for (const QPersistentModelIndex& index : changed) {
+        m_unplaced.erase(m_unplaced.begin());
+        if (index.isValid() && m_arranged)
+            placeChanged(index, roles);
+    }
+}
+
 /// A row that matches.
 void OutlineModel::show(Node node)
 {
@@ -161,14 +186,20 @@ void OutlineModel::cutRows(RowTree::Range orders)
     }
 }
 
-/// Where a row of the scene belongs among the shown rows below `parent`, which are in order.
+/// Where a row of the scene belongs among the shown rows below `parent`, which are in order but for
+/// those that are to be placed yet.
 int OutlineModel::orderFor(Node node, Node parent) const
 {
     const RowTree& scene = m_mirror.rows();
     const int sceneOrder = scene.order(node);
     const SortKey key = m_rules->sorts() ? m_rules->key(m_mirror.indexOf(node)) : SortKey();
+    const auto isUnplaced = [this](Node other) {
+        return std::find(m_unplaced.begin(), m_unplaced.end(), other) != m_unplaced.end();
+    };
     const auto isBehind = [&](int number) {
-        const Node other = rows().child(parent, number);
+        Node other = rows().child(parent, number);
+        while (isUnplaced(other))
+            other = rows().child(parent, ++number);
         if (other == RowTree::none)
             return false;
         if (m_rules->sorts()) {

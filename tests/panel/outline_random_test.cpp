@@ -128,7 +128,7 @@ public:
     {
         using Way = void (OutlinedScene::*)();
         constexpr std::pair<const char*, Way> ways[] = {
-            {"a row is renamed", &OutlinedScene::rename},
+            {"rows are renamed", &OutlinedScene::rename},
             {"a row has another type", &OutlinedScene::retype},
             {"a row opens or closes", &OutlinedScene::toggle},
             {"a row opens or closes", &OutlinedScene::toggle},
@@ -325,10 +325,19 @@ private:
         }
         return item;
     }
+    /// All have their names before the first is told.
     void rename()
     {
-        if (Item* item = any(); item != m_model.root())
-            m_model.setData(m_model.indexOf(item), anyName(), Qt::EditRole);
+        std::vector<QModelIndex> renamed;
+        for (int left = pick(8); left >= 0; --left) {
+            Item* item = any();
+            if (item == m_model.root())
+                continue;
+            item->name = anyName();
+            renamed.push_back(m_model.indexOf(item));
+        }
+        for (const QModelIndex& index : renamed)
+            Q_EMIT m_model.dataChanged(index, index, {Qt::DisplayRole});
     }
     void retype()
     {
