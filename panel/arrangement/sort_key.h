@@ -3,6 +3,7 @@
 #include <QCollator>
 #include <QVariant>
 
+#include <cmath>
 #include <variant>
 
 namespace kyr::panel {
@@ -15,9 +16,12 @@ public:
     SortKey(const QVariant& value, const QCollator& collator)
     {
         const int type = value.userType();
-        if (type == QMetaType::Float || (type >= QMetaType::Bool && type <= QMetaType::Double))
+        const bool isNumber =
+            type == QMetaType::Float || (type >= QMetaType::Bool && type <= QMetaType::Double);
+        // What is no number comes neither before nor after one.
+        if (isNumber && !std::isnan(value.toDouble()))
             m_value = value.toDouble();
-        else if (value.isValid())
+        else if (!isNumber && value.isValid())
             m_value = collator.sortKey(value.toString());
     }
 

@@ -13,20 +13,12 @@ namespace {
 /// The upper and the lower part of a row mean between rows, the rest means the row itself.
 constexpr qreal betweenPart = 0.28;
 
-std::vector<int> pathOf(QModelIndex index)
-{
-    std::vector<int> path;
-    for (; index.isValid(); index = index.parent())
-        path.insert(path.begin(), index.row());
-    return path;
-}
-
 /// From top to bottom, in whatever order they were selected.
-QModelIndexList inSceneOrder(const std::vector<QModelIndex>& rows)
+QModelIndexList inSceneOrder(const OutlineModel& outline, const std::vector<QModelIndex>& rows)
 {
-    std::vector<std::pair<std::vector<int>, QModelIndex>> places;
+    std::vector<std::pair<int, QModelIndex>> places;
     for (const QModelIndex& row : rows)
-        places.emplace_back(pathOf(row), row);
+        places.emplace_back(outline.sceneOrder(row), row);
     std::sort(places.begin(), places.end(),
               [](const auto& a, const auto& b) { return a.first < b.first; });
     QModelIndexList ordered;
@@ -52,7 +44,7 @@ bool TreeDragger::begin(int row)
     rows.erase(std::remove_if(rows.begin(), rows.end(), stays), rows.end());
     if (rows.empty())
         return false;
-    const QModelIndexList dragged = inSceneOrder(rows);
+    const QModelIndexList dragged = inSceneOrder(*m_outline, rows);
     m_data.reset(m_outline->sourceModel()->mimeData(dragged));
     if (!m_data)
         return false;

@@ -34,6 +34,7 @@ void OutlineModel::setSourceModel(QAbstractItemModel* source)
         return;
     beginReset();
     m_focusedGroup = RowTree::none;
+    m_hovered.clear();
     m_mirror.setModel(source);
     m_rules.reset();
     m_arranged.reset();
@@ -64,7 +65,11 @@ void OutlineModel::setPredicate(QObject* predicate)
         const QMetaObject* meta = predicate->metaObject();
         connect(predicate, meta->method(meta->indexOfSignal("changed()")), this,
                 staticMetaObject.method(staticMetaObject.indexOfMethod("filter()")));
-        connect(predicate, &QObject::destroyed, this, [this] { setPredicate(nullptr); });
+        // The pointer to it is null by then.
+        connect(predicate, &QObject::destroyed, this, [this] {
+            filter();
+            Q_EMIT settingsChanged();
+        });
     }
     filter();
     Q_EMIT settingsChanged();
@@ -229,6 +234,8 @@ void OutlineModel::replace(const ArrangementPass* pass)
     m_rules.reset();
     if (pass)
         m_rules.emplace(pass->rules());
+    if (!pass || !m_rules->groups())
+        m_focusedGroup = RowTree::none;
     m_indexedRow = -1;
     m_countLimit = std::numeric_limits<int>::max();
     if (quiet)

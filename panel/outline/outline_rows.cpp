@@ -213,6 +213,12 @@ int OutlineRows::rowOf(const QModelIndex& sourceIndex) const
     return limited(rows().row(shown(m_mirror.nodeOf(sourceIndex))));
 }
 
+int OutlineRows::sceneOrder(const QModelIndex& sourceIndex) const
+{
+    const Node node = m_mirror.nodeOf(sourceIndex);
+    return node == RowTree::none ? -1 : m_mirror.rows().order(node);
+}
+
 int OutlineRows::nearestRow(const QModelIndex& sourceIndex) const
 {
     Node node = m_mirror.nodeOf(sourceIndex);

@@ -77,6 +77,8 @@ public:
     Q_INVOKABLE bool isRowExpanded(int row) const { return isOpen(nodeAt(row)); }
     Q_INVOKABLE bool isRowSelected(int row) const;
     Q_INVOKABLE bool isGroup(int row) const { return isGroupNode(nodeAt(row)); }
+    /// How many rows of the scene that were read so far stand before this one.
+    int sceneOrder(const QModelIndex& sourceIndex) const;
     /// The selection model's current row, unless a group has the focus.
     int currentRow() const;
 

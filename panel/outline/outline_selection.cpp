@@ -48,7 +48,7 @@ void OutlineModel::readSelection()
     std::vector<Node> marked;
     if (m_selection && m_selection->hasSelection())
         mark(m_selection->selection(), true, marked);
-    else if (m_arranged)
+    if (m_arranged)
         m_arranged->countSelectedAnew();
 }
 

@@ -22,7 +22,8 @@ MouseArea {
         if (!hoverHandle.assign(row))
             return;
         toolTip.hide();
-        if (row >= 0)
+        // Nothing for a group.
+        if (hoverHandle.sourceIndex.valid)
             tree.hoverEntered(hoverHandle.sourceIndex);
         else
             tree.hoverLeft();

@@ -249,12 +249,14 @@ void SceneMirror::setOpen(Node node, RowTree::Range below, bool on)
 void SceneMirror::setBranchOpen(Node node, bool on)
 {
     readBranch(node);
+    m_toWriteBack = 0;
     m_rows.setBranchOpen(node, on);
 }
 
 void SceneMirror::setAllOpen(bool on)
 {
     readAll(QDeadlineTimer(QDeadlineTimer::Forever));
+    m_toWriteBack = 0;
     m_rows.setAllOpen(on);
 }
 

@@ -57,6 +57,14 @@ TEST(OutlineModelTest, theSceneIsToldWhatIsOpenForTheNextPanel)
     anew.setSourceModel(nullptr);
     anew.setSourceModel(outline.scene.get());
     EXPECT_EQ(Outline::text(anew), "-a .b .-d ..e");
+
+    Outline wide(TreeModel::wide(20000, 1));
+    wide.model.expandAll();
+    wide.model.workSlice();
+    wide.model.collapseAll();
+    wide.model.finish();
+    anew.setSourceModel(wide.scene.get());
+    EXPECT_EQ(anew.count(), 20000) << "nor what was to be told of before";
 }
 
 TEST(OutlineModelTest, aLargeBranchComesWithOneSignalAndKeepsItsMarks)
@@ -286,8 +294,18 @@ TEST(OutlineModelTest, oldRowsShowAndChangeWhileTheNextAreWorkedOut)
     EXPECT_EQ(outline.model.count(), 2999 + 2) << "what was opened meanwhile is open";
 }
 
-TEST(OutlineModelTest, survivesASceneThatGoes)
+TEST(OutlineModelTest, survivesASceneOrAFilterThatGoes)
 {
+    Outline filtered(street);
+    {
+        lumo::datamodels::proxy::TextPredicate passing;
+        passing.setText(QStringLiteral("roof"));
+        filtered.model.setPredicate(&passing);
+        filtered.model.finish();
+        EXPECT_EQ(filtered.text(), "-House~ .-Roof");
+    }
+    filtered.model.finish();
+    EXPECT_EQ(filtered.text(), "House Tree Lamp");
     for (const char* filter : {"", "window"}) {
         Outline outline(street);
         outline.filter(filter);
