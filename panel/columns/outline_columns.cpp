@@ -10,6 +10,8 @@ namespace kyr::panel {
 namespace {
 
 constexpr int usualWidth = 72;
+/// A drag makes a new width for each pixel, and the settings are a file.
+constexpr int savesAfterMilliseconds = 300;
 
 } // namespace
 
@@ -18,6 +20,14 @@ OutlineColumns::OutlineColumns(QObject* parent) : QObject(parent)
     m_rereading.setSingleShot(true);
     m_rereading.setInterval(0);
     connect(&m_rereading, &QTimer::timeout, this, &OutlineColumns::read);
+    m_saving.setSingleShot(true);
+    m_saving.setInterval(savesAfterMilliseconds);
+    connect(&m_saving, &QTimer::timeout, this, &OutlineColumns::save);
+}
+
+OutlineColumns::~OutlineColumns()
+{
+    saveNow();
 }
 
 void OutlineColumns::setModel(QAbstractItemModel* model)
@@ -124,7 +134,7 @@ void OutlineColumns::setWidth(int column, int width)
     if (width == widthOf(m_columns[column]))
         return;
     m_widths.insert(m_columns[column].id, width);
-    save();
+    m_saving.start();
     Q_EMIT widthsChanged();
 }
 
@@ -204,6 +214,7 @@ void OutlineColumns::setSettingsName(const QString& name)
 {
     if (name == m_settingsName)
         return;
+    saveNow();
     m_settingsName = name;
     load();
     Q_EMIT settingsNameChanged();
@@ -223,6 +234,13 @@ void OutlineColumns::load()
     m_sortDescending = settings.value(QStringLiteral("sortDescending")).toBool();
     Q_EMIT widthsChanged();
     Q_EMIT sortingChanged();
+}
+
+void OutlineColumns::saveNow()
+{
+    if (m_saving.isActive())
+        save();
+    m_saving.stop();
 }
 
 void OutlineColumns::save() const

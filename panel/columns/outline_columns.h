@@ -42,6 +42,7 @@ public:
     static constexpr int smallestWidth = 24;
 
     explicit OutlineColumns(QObject* parent = nullptr);
+    ~OutlineColumns() override;
 
     QAbstractItemModel* model() const { return m_model; }
     void setModel(QAbstractItemModel* model);
@@ -93,6 +94,7 @@ private:
     void writeOrder(const QStringList& ids);
     void load();
     void save() const;
+    void saveNow();
     int widthOf(const Column& column) const;
 
     QPointer<QAbstractItemModel> m_model;
@@ -102,6 +104,7 @@ private:
     QString m_sortId;
     bool m_sortDescending = false;
     QTimer m_rereading;
+    QTimer m_saving;
 };
 
 } // namespace kyr::panel

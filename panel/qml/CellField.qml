@@ -18,8 +18,8 @@ PanelTextField {
     property bool refused: false
     property string before
 
-    // Null for the name, and while the columns go.
-    readonly property var edited: column >= 0 && column < columns.length ? columns[column] : null
+    // What it was opened for, wherever the columns are put meanwhile; null for the name.
+    property var edited: null
     readonly property var choices: edited ? edited.choices : []
     readonly property int smallestWidth: 64
 
@@ -32,6 +32,7 @@ PanelTextField {
         layout.show(atColumn);
         handle.assign(atRow);
         column = atColumn;
+        edited = atColumn < 0 ? null : columns[atColumn];
         row = atRow;
         place(item);
         before = item.editText(column);
@@ -58,12 +59,18 @@ PanelTextField {
         closed();
     }
     function write() {
-        if (column < 0)
+        if (!edited)
             return rowEditor.rename(handle.sourceIndex, text);
         const now = handle.row();
         return text === before || (now >= 0 && handle.standsFor(now)
-            && rowEditor.setCell(now, columns[column].valueRole, text,
-                                  qsTr("Set %1").arg(columns[column].title)));
+            && rowEditor.setCell(now, edited.valueRole, text, qsTr("Set %1").arg(edited.title)));
+    }
+    // Keeps a good text, and stays with none.
+    function finish() {
+        if (row < 0)
+            return;
+        write();
+        close();
     }
     function commit() {
         refused = !write();
@@ -73,13 +80,19 @@ PanelTextField {
     }
     // The next column of the row that takes a text, or its name.
     function goOn(step) {
-        const from = row;
         let next = column + step;
         const item = list.itemAtIndex(row);
         while (next >= 0 && next < columns.length && !item.canEdit(next))
             next += step;
-        if (next >= -1 && next < columns.length && commit())
-            open(from, next);
+        if (next < -1 || next >= columns.length || !commit())
+            return;
+        // What was written may have put the row elsewhere.
+        list.forceLayout();
+        const now = handle.row();
+        if (!handle.standsFor(now))
+            return;
+        list.positionViewAtIndex(now, ListView.Contain);
+        open(now, next);
     }
     function choose(step) {
         const now = choices.indexOf(text);
@@ -110,6 +123,15 @@ PanelTextField {
     Accessible.name: edited ? edited.title : qsTr("New name")
     Accessible.description: choices.join(", ")
 
+    onColumnsChanged: {
+        if (row < 0 || !edited)
+            return;
+        column = columns.findIndex(other => other.columnId === edited.columnId);
+        if (column < 0)
+            finish();
+        else
+            Qt.callLater(place, null);
+    }
     onTextEdited: refused = false
     Keys.onReturnPressed: commit()
     Keys.onEnterPressed: commit()

@@ -103,8 +103,8 @@ PanelTextField {
         width: Math.max(field.width, field.style.pixelSize * 40)
         margins: 4
         onExampleChosen: {
-            field.text = text;
-            field.textEdited();
+            if (field.predicate)
+                field.predicate.text = text;
             field.forceActiveFocus();
         }
     }

@@ -92,6 +92,9 @@ FocusScope {
         if (itemAtRow(row).canEdit(column))
             cellField.open(row, column);
     }
+    function finishEditing() {
+        cellField.finish();
+    }
 
     OutlineModel {
         id: outline

@@ -33,8 +33,7 @@ MouseArea {
         updateHover();
     }
     function press(mouse) {
-        tree.forceActiveFocus();
-        const row = tree.rowAt(mouse.y);
+        const row = afterEditing(tree.rowAt(mouse.y));
         if (mouse.button === Qt.RightButton) {
             if (row >= 0)
                 tree.navigator.pressForMenu(row);
@@ -45,8 +44,21 @@ MouseArea {
             tree.navigator.clearSelection();
         }
     }
+    // What is written where the user was typing may put rows elsewhere.
+    function afterEditing(row) {
+        pressHandle.assign(row);
+        const isObject = pressHandle.sourceIndex.valid;
+        tree.finishEditing();
+        tree.forceActiveFocus();
+        if (!isObject)
+            return row;
+        tree.layOut();
+        const now = pressHandle.row();
+        return pressHandle.standsFor(now) ? now : -1;
+    }
     function pressRow(row, mouse) {
-        const part = tree.itemAtRow(row).partAt(mouse.x);
+        const item = tree.itemAtRow(row);
+        const part = item ? item.partAt(mouse.x) : { kind: "row" };
         if (part.kind === "arrow") {
             tree.navigator.toggle(row, mouse.modifiers);
         } else if (part.kind === "button") {
@@ -115,6 +127,20 @@ MouseArea {
         id: hoverHandle
 
         outline: pointer.tree.outline
+    }
+    RowHandle {
+        id: pressHandle
+
+        outline: pointer.tree.outline
+    }
+    Connections {
+        target: pointer.tree.dragger
+
+        // Ended by Escape, a drag does not begin again before the next press.
+        function onActiveChanged() {
+            if (!pointer.tree.dragger.active)
+                pointer.pressedRow = -1;
+        }
     }
     PanelToolTip {
         id: toolTip

@@ -146,6 +146,29 @@ TEST_F(PanelColumnsTest, aCellIsEditedInAllSelectedRowsInOneStep)
     EXPECT_EQ(types(), "hut big mesh big");
 }
 
+TEST_F(PanelColumnsTest, whatIsTypedGoesWhereItWasTypedThoughRowsAndColumnsMove)
+{
+    openColumns();
+    window.click(window.middle("header_name"));
+    window.click(window.at(60, 0));
+    window.press(Qt::Key_F2);
+    window.type("Zoo");
+    window.press(Qt::Key_Tab);
+    EXPECT_EQ(window.rows(), "Tree Zoo Roof Wall");
+    window.type("park");
+    columns.item(0)->setData(100, OrderRole);
+    window.settle();
+    ASSERT_EQ(order(), "children shown type");
+    window.press(Qt::Key_Return);
+    EXPECT_EQ(model->item(model->find("Zoo"))->type, "park");
+    window.click(window.at(60, 0));
+    window.press(Qt::Key_F2);
+    window.type("Zzz");
+    window.click(window.at(60, 1));
+    EXPECT_EQ(window.rows(), "Zoo Roof Wall Zzz");
+    EXPECT_EQ(selectedRows(), "Zoo") << "what was clicked on";
+}
+
 TEST_F(PanelColumnsTest, columnsThatNeedMoreRoomScrollSideways)
 {
     openColumns();
@@ -206,6 +229,8 @@ TEST_F(PanelColumnsTest, widthsAndSortingComeBack)
         window.click(window.middle("header_children"));
         const QPoint border = window.middle("header_shown") - QPoint(25, 0);
         window.drag(border, border - QPoint(20, 0));
+        EXPECT_TRUE(
+            QTest::qWaitFor([] { return !QSettings().value("outline/widths").toMap().isEmpty(); }));
     }
     PanelWindow second;
     Columns fresh;

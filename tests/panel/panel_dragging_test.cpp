@@ -71,6 +71,8 @@ TEST_F(PanelDraggingTest, edgesScrollUnderADragUntilTheEnd)
     window.movePointer(window.at(120, 0));
     EXPECT_TRUE(QTest::qWaitFor([&] { return window.scrolled() == 0; })) << window.scrolled();
     window.press(Qt::Key_Escape);
+    window.movePointer(window.at(120, 4));
+    window.movePointer(window.at(120, 0));
     window.release(window.at(120, 0));
     EXPECT_EQ(model->rowCount(), 60) << "Escape drops nothing";
 }

@@ -110,6 +110,8 @@ TEST_F(PanelEditingTest, helpGivesExamplesToUse)
     EXPECT_EQ(window.item("filter_field")->property("text").toString(), predicate.text());
     window.type("x");
     EXPECT_EQ(predicate.text(), "lamp type:lightx") << "typing goes on";
+    predicate.setText("roof");
+    EXPECT_EQ(window.item("filter_field")->property("text").toString(), "roof");
 }
 
 TEST_F(PanelEditingTest, renamesInPlaceUntilTheNameIsGood)
