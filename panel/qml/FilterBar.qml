@@ -78,7 +78,7 @@ FocusScope {
                 visible: bar.mode !== null
                 style: bar.style
                 model: bar.mode ? bar.mode.labels : []
-                currentIndex: bar.mode ? bar.mode.currentIndex : -1
+                choice: bar.mode ? bar.mode.currentIndex : -1
                 onActivated: bar.mode.currentIndex = index
 
                 Accessible.name: qsTr("Mode")
@@ -95,7 +95,7 @@ FocusScope {
                     style: bar.style
                     title: filter ? filter.title : ""
                     model: filter ? filter.labels : []
-                    currentIndex: filter ? filter.currentIndex : -1
+                    choice: filter ? filter.currentIndex : -1
                     onActivated: filter.currentIndex = index
                 }
             }

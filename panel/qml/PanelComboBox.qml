@@ -7,6 +7,8 @@ ComboBox {
 
     property QtObject style
     property string title
+    // The chosen one of the labels.
+    property int choice: -1
 
     // Room for the present choice alone.
     readonly property real snugWidth: widthFor(displayText)
@@ -14,12 +16,16 @@ ComboBox {
     // For the longest, so that choosing moves nothing.
     implicitWidth: Math.max(snugWidth, ...Array.from(model || [], label => widthFor(displayed(label))))
     implicitHeight: style.controlHeight
+    currentIndex: choice
     padding: 0
     rightPadding: style.buttonWidth
     font.pixelSize: style.pixelSize
     displayText: displayed(currentText)
 
     Accessible.name: title
+
+    // Other labels would choose the first.
+    onModelChanged: currentIndex = Qt.binding(() => choice)
 
     function displayed(label) {
         return title === "" ? label : qsTr("%1: %2").arg(title).arg(label);

@@ -32,6 +32,11 @@ public:
         m_index = index;
         Q_EMIT currentIndexChanged();
     }
+    void setLabels(const QStringList& labels)
+    {
+        m_labels = labels;
+        Q_EMIT labelsChanged();
+    }
 
 private:
     QString m_title;

@@ -41,6 +41,8 @@ TEST_F(ScenePanelTest, choicesShowInFullAndAreMadeByMouseAndByKeys)
     window.press(Qt::Key_Return);
     EXPECT_EQ(visibility.currentIndex(), 1);
     EXPECT_EQ(kind.currentIndex(), 0);
+    visibility.setLabels({"All", "Shown", "Hidden", "Half"});
+    EXPECT_EQ(choice->property("displayText").toString(), "Visibility: Shown");
     browser->setSelectableData(nullptr);
     browser->removeFilterData(&kind);
     browser->removeFilterData(&visibility);
