@@ -28,12 +28,15 @@ constexpr double unpackedShare = 0.6;
 constexpr int reportEvery = 1000;
 constexpr qint64 pieceBytes = 4 << 20;
 constexpr int mostNotes = 50;
-// Parsing and objects take about thirty times the text, and that should leave room for others.
-constexpr qint64 memoryPerByte = 64;
+constexpr qint64 mostFileBytes = std::numeric_limits<int>::max() - 4096; // as an array of bytes
+// At most, as measured. What could be shown and saved here takes less to be read again.
+constexpr qint64 bytesPerElement = 72;
+constexpr qint64 bytesPerAttribute = 56;
+constexpr qint64 bytesPerObject = 400;
+constexpr qint64 memoryPart = 2;
 // All geometries together.
 constexpr qint64 leastUnpacked = 256 << 20;
 constexpr qint64 unpackedPerByte = 64;
-constexpr qint64 unpackedPart = 8;
 constexpr quint32 largestId = 0x7fffffff;
 
 QString tr(const char* text)
@@ -54,6 +57,13 @@ std::optional<ObjectKind> kindFrom(const char* id)
 qint64 memoryOfMachine()
 {
     return qint64(sysconf(_SC_PHYS_PAGES)) * sysconf(_SC_PAGESIZE);
+}
+
+/// What a text and the objects in it take together.
+qint64 memoryToRead(const QByteArray& bytes, int objectCount)
+{
+    return bytes.size() + bytes.count('<') * bytesPerElement +
+           bytes.count('=') * bytesPerAttribute + objectCount * bytesPerObject;
 }
 
 /// Of single numbers and tuples of them; anything else has nothing to be infinite.
@@ -139,8 +149,8 @@ private:
 
     bool fitsInMemory(const pugi::xml_node& document)
     {
-        const qint64 limit = std::min(leastUnpacked + m_fileBytes * unpackedPerByte,
-                                      memoryOfMachine() / unpackedPart);
+        const qint64 limit =
+            std::min(leastUnpacked + m_fileBytes * unpackedPerByte, memoryOfMachine() / memoryPart);
         qint64 all = 0;
         for (const pugi::xml_node& node : document.children("geometry")) {
             const char* text = node.text().get();
@@ -334,8 +344,8 @@ SceneImport readKyrscene(const QString& path, const ImportProgress& progress)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {nullptr, file.errorString()};
-    const qint64 largest =
-        std::min<qint64>(std::numeric_limits<int>::max() / 2, memoryOfMachine() / memoryPerByte);
+    const qint64 memory = memoryOfMachine() / memoryPart;
+    const qint64 largest = std::min(mostFileBytes, memory);
     if (file.size() > largest) {
         return {nullptr, tr("it has %1 MB, and this machine can take %2 MB")
                              .arg(file.size() >> 20)
@@ -345,6 +355,11 @@ SceneImport readKyrscene(const QString& path, const ImportProgress& progress)
     if (bytes.isEmpty())
         return {nullptr, file.error() == QFile::NoError ? QString() : file.errorString()};
     const int objectCount = bytes.count("<object");
+    if (const qint64 needed = memoryToRead(bytes, objectCount); needed > memory) {
+        return {nullptr, tr("reading it takes %1 MB of memory, and this machine can give %2 MB")
+                             .arg(needed >> 20)
+                             .arg(memory >> 20)};
+    }
     pugi::xml_document document;
     const pugi::xml_parse_result parsed =
         document.load_buffer_inplace(bytes.data(), std::size_t(bytes.size()));
