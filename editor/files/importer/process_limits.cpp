@@ -3,12 +3,13 @@
 #include <editor/files/import_process.h>
 
 #include <algorithm>
-#include <array>
 #include <atomic>
 #include <csignal>
 #include <cstddef>
 #include <new>
+#include <vector>
 
+#include <fcntl.h>
 #include <linux/audit.h>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
@@ -71,9 +72,11 @@ void forbidSystemCalls()
 #if defined(__x86_64__)
     constexpr quint32 architecture = AUDIT_ARCH_X86_64;
     constexpr quint32 foreignCalls = 0x40000000; // of the ABI with short pointers
+    constexpr quint32 plainOpen = SYS_open;
 #else
     constexpr quint32 architecture = AUDIT_ARCH_AARCH64;
     constexpr quint32 foreignCalls = ~0u;
+    constexpr quint32 plainOpen = ~0u;
 #endif
     constexpr quint32 forbidden[] = {
         SYS_socket,
@@ -83,7 +86,14 @@ void forbidSystemCalls()
         SYS_execve,
         SYS_execveat,
         SYS_ptrace,
+        SYS_process_vm_readv,
+        SYS_process_vm_writev,
         SYS_kill,
+        SYS_tkill,
+        SYS_rt_sigqueueinfo,
+        SYS_pidfd_send_signal,
+        SYS_openat2,
+        SYS_mknodat,
         SYS_unlinkat,
         SYS_mkdirat,
         SYS_renameat,
@@ -103,6 +113,7 @@ void forbidSystemCalls()
         SYS_symlink,
         SYS_chmod,
         SYS_creat,
+        SYS_mknod,
 #endif
     };
     constexpr auto count = std::size(forbidden);
@@ -112,16 +123,27 @@ void forbidSystemCalls()
     const auto jump = [](quint16 code, quint32 value, std::size_t yes, std::size_t no) {
         return sock_filter{code, quint8(yes), quint8(no), value};
     };
-    // Load, compare, and jump to the verdict behind all comparisons.
-    std::array<sock_filter, count + 6> program{
-        statement(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, arch)),
-        jump(BPF_JMP | BPF_JEQ | BPF_K, architecture, 0, count + 3),
-        statement(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
-        jump(BPF_JMP | BPF_JGE | BPF_K, foreignCalls, count + 1, 0)};
+    const auto load = [&](std::size_t offset) {
+        return statement(BPF_LD | BPF_W | BPF_ABS, quint32(offset));
+    };
+    // Of the low half of the argument, which comes first on both architectures.
+    const auto loadArgument = [&](std::size_t number) {
+        return load(offsetof(seccomp_data, args) + number * sizeof(quint64));
+    };
+    constexpr quint32 writing = O_WRONLY | O_RDWR | O_CREAT | O_TRUNC;
+    // A forbidden call jumps to the verdict at the end.
+    std::vector<sock_filter> program{load(offsetof(seccomp_data, arch)),
+                                     jump(BPF_JMP | BPF_JEQ | BPF_K, architecture, 0, count + 9),
+                                     load(offsetof(seccomp_data, nr)),
+                                     jump(BPF_JMP | BPF_JGE | BPF_K, foreignCalls, count + 7, 0)};
     for (std::size_t i = 0; i < count; ++i)
-        program[i + 4] = jump(BPF_JMP | BPF_JEQ | BPF_K, forbidden[i], count - i, 0);
-    program[count + 4] = statement(BPF_RET | BPF_K, SECCOMP_RET_ALLOW);
-    program[count + 5] = statement(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EPERM);
+        program.push_back(jump(BPF_JMP | BPF_JEQ | BPF_K, forbidden[i], count + 6 - i, 0));
+    program.insert(program.end(), {jump(BPF_JMP | BPF_JEQ | BPF_K, SYS_openat, 0, 2),
+                                   loadArgument(2), statement(BPF_JMP | BPF_JA, 2),
+                                   jump(BPF_JMP | BPF_JEQ | BPF_K, plainOpen, 0, 2),
+                                   loadArgument(1), jump(BPF_JMP | BPF_JSET | BPF_K, writing, 1, 0),
+                                   statement(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+                                   statement(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EPERM)});
     const sock_fprog filter{static_cast<unsigned short>(program.size()), program.data()};
     prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter);
 #endif
