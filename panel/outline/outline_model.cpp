@@ -9,7 +9,6 @@ namespace kyr::panel {
 
 namespace {
 
-constexpr int sliceMilliseconds = 4;
 /// Scenes that change all the time are worked on in one go after as many attempts.
 constexpr int patience = 4;
 
@@ -112,7 +111,7 @@ void OutlineModel::endTurn()
 void OutlineModel::workSlice()
 {
     endTurn();
-    const QDeadlineTimer deadline(sliceMilliseconds, Qt::PreciseTimer);
+    const QDeadlineTimer deadline(m_sliceBudget, Qt::PreciseTimer);
     if (m_fetching && !canOpen())
         setFetching(sourceModel() != nullptr);
     else if (m_fetching)
@@ -130,7 +129,7 @@ void OutlineModel::arrange()
     m_restarts = 0;
     restart();
     if (!m_mirror.isChanging())
-        work(QDeadlineTimer(sliceMilliseconds, Qt::PreciseTimer));
+        work(QDeadlineTimer(m_sliceBudget, Qt::PreciseTimer));
 }
 
 /// Works the arrangement out anew, once for all that changes in this turn.
@@ -160,7 +159,8 @@ void OutlineModel::work(const QDeadlineTimer& deadline)
     const bool endless = m_restarts > patience;
     // To show the rows takes about a slice.
     const auto hasTime = [&] {
-        return deadline.isForever() || deadline.remainingTime() > sliceMilliseconds / 2;
+        return deadline.isForever() || m_sliceBudget == 0 ||
+               deadline.remainingTime() > m_sliceBudget / 2;
     };
     if (m_pass->work(endless ? forever : deadline) && (endless || hasTime()))
         finishPass();

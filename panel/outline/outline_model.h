@@ -85,6 +85,8 @@ public:
     Q_INVOKABLE void finish();
     /// Does one slice of it.
     void workSlice();
+    /// How many milliseconds a slice takes, 4 unless told; with 0 it does a few rows.
+    void setSliceBudget(int milliseconds) { m_sliceBudget = milliseconds; }
 
     void setCurrentRow(int row);
     Q_INVOKABLE void setRowExpanded(int row, bool expanded) { open(nodeAt(row), expanded); }
@@ -183,6 +185,7 @@ private:
     ArrangementSettings m_settings;
     std::unique_ptr<ArrangementPass> m_pass;
     QTimer m_slices;
+    int m_sliceBudget = 4;
     bool m_working = false;
     bool m_writesBack = false;
     bool m_forgetsClosed = false; ///< What comes next was found anew.
