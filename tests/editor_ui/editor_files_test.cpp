@@ -171,8 +171,19 @@ TEST_F(EditorFilesTest, exportSaysWhatTheFileWillNotCarry)
         EXPECT_TRUE(session.exporter()->losses().contains(loss)) << loss;
     session.exporter()->chooseFile();
     QSignalSpy exported(session.exporter(), &editor::SceneExport::exported);
+    // Who leaves meanwhile gets the file, and is asked about the scene after that.
+    QObject::connect(
+        session.exporter()->saver(), &editor::SceneSaver::savingChanged, window,
+        [this] {
+            if (!session.exporter()->saver()->isSaving())
+                return;
+            window->close();
+            EXPECT_FALSE(session.files()->isConfirming());
+        },
+        Qt::QueuedConnection);
     chooseFile("Export Scene");
     ASSERT_TRUE(exported.wait());
+    EXPECT_TRUE(session.files()->isConfirming());
     EXPECT_TRUE(contents("scene.glb").startsWith("glTF"));
     EXPECT_TRUE(session.document()->isModified()) << "an export is no save";
 }

@@ -11,6 +11,7 @@ ApplicationWindow {
     id: window
 
     property bool closing: false
+    property bool closesAfterExport: false
 
     width: 1280
     height: 720
@@ -23,10 +24,30 @@ ApplicationWindow {
 
     onClosing: {
         close.accepted = window.closing;
-        if (!window.closing) {
-            session.task.cancel();
+        if (window.closing)
+            return;
+        session.task.cancel();
+        window.closesAfterExport = session.exporter.saver.saving;
+        if (window.closesAfterExport)
+            statusBar.show(qsTr("The window closes when the export is done"));
+        else
             session.files.quit();
+    }
+
+    Connections {
+        target: session.exporter
+
+        function onExported() {
+            if (window.closesAfterExport)
+                session.files.quit();
+            window.closesAfterExport = false;
         }
+        function onFailed() { window.closesAfterExport = false; }
+    }
+    Connections {
+        target: session.exporter.saver
+
+        function onCanceled() { window.closesAfterExport = false; }
     }
 
     Connections {
