@@ -254,15 +254,14 @@ void OutlineRows::visit(int first, int last,
     last = std::min(last, count() - 1);
     if (node == RowTree::none)
         return;
-    RowWalk walk(rows(), node, sourceIndex(first));
-    for (int row = first; row <= last; ++row) {
-        if (!visitor(row, m_arranged ? m_mirror.indexOf(node) : walk.index()))
-            return;
-        if (m_arranged)
+    if (m_arranged) {
+        for (int row = first; row <= last && visitor(row, m_mirror.indexOf(node)); ++row)
             node = rows().isOpen(node) ? rows().next(node) : rows().afterBranch(node);
-        else
-            walk.nextShown();
+        return;
     }
+    RowWalk walk(rows(), node, sourceIndex(first));
+    for (int row = first; row <= last && visitor(row, walk.index()); ++row)
+        walk.nextShown();
 }
 
 QItemSelection OutlineRows::sourceSelection(int first, int last) const

@@ -25,23 +25,28 @@ public:
     void nextShown()
     {
         const Node next = m_rows->next(m_node);
-        const bool isBelow = next != RowTree::none && m_rows->depth(next) > m_rows->depth(m_node);
-        goTo(isBelow && !m_rows->isOpen(m_node) ? m_rows->afterBranch(m_node) : next);
+        goTo(isBelow(next) && !m_rows->isOpen(m_node) ? m_rows->afterBranch(m_node) : next);
     }
 
 private:
+    bool isBelow(Node next) const
+    {
+        return next != RowTree::none && m_rows->depth(next) > m_rows->depth(m_node);
+    }
     void goTo(Node node)
     {
-        int up = m_rows->depth(m_node) - m_rows->depth(node);
+        const int up = m_rows->depth(m_node) - m_rows->depth(node);
         m_node = node;
         if (atEnd() || !m_index.isValid())
             return;
-        int row = m_index.row() + 1;
-        if (up < 0) {
-            m_parent = m_index;
-            row = 0;
+        if (up == 0) {
+            m_index = m_index.model()->index(m_index.row() + 1, 0, m_parent);
+            return;
         }
-        for (; up > 0; --up) {
+        int row = 0;
+        if (up < 0)
+            m_parent = m_index;
+        for (int level = 0; level < up; ++level) {
             row = m_parent.row() + 1;
             m_parent = m_parent.parent();
         }
