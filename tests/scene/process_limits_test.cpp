@@ -1,6 +1,6 @@
 // What the importer may still do once it has limited itself.
 
-#include <editor/files/importer/process_limits.h>
+#include <editor/files/process_limits.h>
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/socket.h>
@@ -18,32 +19,33 @@
 
 namespace {
 
+int errorOf(int result)
+{
+    return result == -1 ? errno : 0;
+}
+
 /// Ends the process: with 0 if files can be read and nothing else can be done.
 [[noreturn]] void tryAll(const char* path, const char* other)
 {
     editor::limitProcess();
-    const char* const none[] = {nullptr};
-    const int readable = ::open(path, O_RDONLY | O_CLOEXEC);
-    int allowed = readable >= 0 ? 0 : 1;
-    const auto expectRefusal = [&allowed](const char* call, int result) {
-        if (result == -1 && errno == EPERM)
-            return;
-        std::fprintf(stderr, "%s is possible\n", call);
-        ++allowed;
-    };
-    expectRefusal("writing", ::open(path, O_WRONLY));
-    expectRefusal("emptying", ::open(path, O_RDONLY | O_TRUNC));
-    expectRefusal("creating", ::open(other, O_RDWR | O_CREAT, 0600));
-    expectRefusal("creating", ::creat(other, 0600));
-    expectRefusal("creating", ::mkfifo(other, 0600));
-    expectRefusal("shortening", ::truncate(path, 0));
-    expectRefusal("removing", ::unlink(path));
-    expectRefusal("renaming", ::rename(path, other));
-    expectRefusal("linking", ::link(path, other));
-    expectRefusal("changing rights", ::chmod(path, 0777));
-    expectRefusal("connecting", ::socket(AF_INET, SOCK_STREAM, 0));
-    expectRefusal("starting", ::execve("/bin/true", const_cast<char**>(none), nullptr));
-    expectRefusal("signalling", ::kill(::getppid(), 0));
+    char* none[] = {nullptr};
+    const std::pair<const char*, int> calls[] = {
+        {"writing", errorOf(::open(path, O_WRONLY))},
+        {"emptying", errorOf(::open(path, O_RDONLY | O_TRUNC))},
+        {"creating", errorOf(::creat(other, 0600))},
+        {"creating", errorOf(::mkfifo(other, 0600))},
+        {"shortening", errorOf(::truncate(path, 0))},
+        {"removing", errorOf(::unlink(path))},
+        {"renaming", errorOf(::rename(path, other))},
+        {"connecting", errorOf(::socket(AF_INET, SOCK_STREAM, 0))},
+        {"starting", errorOf(::execve("/bin/true", none, none))},
+        {"signalling", errorOf(::kill(::getppid(), 0))}};
+    int allowed = ::open(path, O_RDONLY) < 0 ? 1 : 0;
+    for (const auto& [call, error] : calls) {
+        if (error != EPERM)
+            std::fprintf(stderr, "%s is possible\n", call);
+        allowed += error == EPERM ? 0 : 1;
+    }
     _exit(allowed);
 }
 

@@ -64,15 +64,4 @@ TEST(SceneItem, streamsPassItOver)
     }
 }
 
-TEST(SceneItem, movedPayloadIsLeftEmpty)
-{
-    alignas(lumo::MetaType::storageAlignment) std::byte storage[lumo::MetaType::storageSize];
-    Variant item{SceneItem()};
-    const void* instance = item.payload()->value();
-    lumo::MetaType::PayloadBase* moved = item.payload()->moveTo(storage);
-    EXPECT_EQ(moved->value(), instance);
-    EXPECT_EQ(item.payload()->value(), nullptr);
-    moved->~PayloadBase();
-}
-
 } // namespace

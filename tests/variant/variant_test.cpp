@@ -107,13 +107,6 @@ TEST(Variant, equalValuesOfOneTypeAreEqualAndHashAlike)
     EXPECT_EQ(Variant("foobar").hash(), 0x85944171f73967e8u);
 }
 
-TEST(Variant, typesHaveADefaultOrNone)
-{
-    EXPECT_TRUE(Variant().type() == lumo::metaTypeOf<void>());
-    EXPECT_TRUE(Variant::defaultOf(lumo::metaTypeOf<NoDefault>()).isVoid());
-    EXPECT_EQ(Variant::defaultOf(lumo::metaTypeOf<int>()).cast<int>(), 0);
-}
-
 TEST(Variant, streamsGiveValuesBack)
 {
     // So long that its length takes a second byte.

@@ -1,6 +1,7 @@
 #include "assimp_import.h"
-#include "process_limits.h"
+
 #include <editor/files/import_process.h>
+#include <editor/files/process_limits.h>
 #include <editor/files/scene_stream_writer.h>
 
 #include <QCoreApplication>

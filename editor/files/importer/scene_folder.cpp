@@ -1,6 +1,6 @@
 #include "scene_folder.h"
 
-#include "process_limits.h"
+#include <editor/files/process_limits.h>
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,6 +1,6 @@
 #include "process_limits.h"
 
-#include <editor/files/import_process.h>
+#include "import_process.h"
 
 #include <algorithm>
 #include <atomic>
