@@ -106,10 +106,10 @@ void OutlineModel::sceneDataChanged(const QModelIndex& first, const QModelIndex&
         m_outdated = true;
     for (int row = first.row(); row <= last.row() && count <= hoveredAtOnce; ++row) {
         const QModelIndex index = first.sibling(row, 0);
-        if (places)
-            placeChanged(index, changed);
         if (m_working || (places && m_rules->sortsBy(changed)))
             placeLater(index);
+        if (places)
+            placeChanged(index, changed);
         if (m_arranged)
             rowChanged(m_mirror.nodeOf(index), changed);
     }

@@ -168,6 +168,9 @@ void OutlineModel::insertRow(Node node, Node parent, int order)
     m_arranged->insert(order, m_arranged->build({{node, rows().childDepth(parent)}}), parent);
     endAnnounced();
     rowChanged(parent, {HasChildrenRole, m_countRole});
+    // Its place was found among rows that may not be in theirs.
+    if (!m_changed.empty() && m_rules->sorts() && !isGroupNode(node))
+        placeLater(m_mirror.indexOf(node));
 }
 
 /// Cuts rows below one parent, and what only led to them.
