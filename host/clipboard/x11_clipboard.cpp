@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <cstring>
+#include <utility>
 
 namespace Zar::platform {
 namespace {
@@ -102,6 +103,8 @@ std::optional<std::string> X11Clipboard::text()
                          m_owner == x11.owner(m_connection->clipboard) && !isSilent(m_owner);
     if (!isKnown && !offersText())
         return std::nullopt;
+    // By the next time the same owner may offer something else.
+    const unsigned owner = std::exchange(m_owner, unsigned(XCB_WINDOW_NONE));
     if (m_target == XCB_ATOM_NONE)
         return std::nullopt;
     SelectionData data;
@@ -109,7 +112,7 @@ std::optional<std::string> X11Clipboard::text()
     const auto outcome =
         x11.request(m_connection->clipboard, m_target, Clock::now() + patience - m_waited, data);
     if (outcome == X11Connection::Outcome::TimedOut)
-        giveUpOn(m_owner);
+        giveUpOn(owner);
     if (outcome != X11Connection::Outcome::Received)
         return std::nullopt;
     if (data.type == XCB_ATOM_STRING)

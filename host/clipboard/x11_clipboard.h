@@ -24,8 +24,8 @@ public:
 
     /// Asks what is offered.
     bool offersText();
-    /// The text as UTF-8; nothing when there is none. What is offered is asked for only when the
-    /// owner is another one than at the last `offersText`.
+    /// The text as UTF-8; nothing when there is none. The first one after `offersText` does not
+    /// ask again what is offered, if the owner is the same.
     std::optional<std::string> text();
     /// Why there was nothing to read; empty when nothing went wrong.
     const std::string& problem() const noexcept { return m_problem; }

@@ -100,7 +100,9 @@ std::optional<bool> flagOf(const QString& text)
 int orderOf(double left, double right)
 {
     constexpr double noise = 1e-6;
-    if (std::abs(left - right) <= noise * std::max(std::abs(left), std::abs(right)))
+    const bool areFinite = std::isfinite(left) && std::isfinite(right);
+    if (left == right ||
+        (areFinite && std::abs(left - right) <= noise * std::max(std::abs(left), std::abs(right))))
         return 0;
     return left < right ? -1 : 1;
 }
@@ -208,6 +210,8 @@ bool FilterTest::holdsFor(const QVariant& value) const
     }
     if (isFlag)
         return m_flag && holdsForOrder(int(value.toBool()) - int(*m_flag));
+    if (isNumber(value) && std::isnan(value.toDouble()))
+        return m_comparison == Comparison::NotEqual;
     if (isNumber(value))
         return m_number && holdsForOrder(orderOf(value.toDouble(), *m_number));
     const QString text = value.toString();

@@ -31,9 +31,12 @@ void PathTerms::follow(const QAbstractItemModel& model)
             Q_EMIT outdated();
     };
     connect(&model, &Model::rowsMoved, this,
-            [outdate](const QModelIndex& from, int, int, const QModelIndex& to) {
+            [this, outdate](const QModelIndex& from, int, int, const QModelIndex& to) {
+                // Within one parent the names above stay, but what is known goes by row numbers.
                 if (from != to)
                     outdate();
+                else
+                    forget();
             });
     connect(&model, &Model::dataChanged, this,
             [this, outdate](const QModelIndex& first, const QModelIndex& last,

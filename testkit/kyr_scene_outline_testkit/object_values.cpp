@@ -6,6 +6,9 @@
 namespace kyr::testkit {
 namespace {
 
+/// Properties that show in neither of these ways are neither copied nor pasted.
+constexpr unsigned copiedVisibility = 0x3;
+
 bool isSceneItem(const BoundProperty& property)
 {
     const auto annotation = property.annotations().find(Meta::sceneItemAnnotationName());
@@ -23,7 +26,7 @@ void collect(const ReflectedObject& object, const std::string& prefix, Values& v
         Value value{property.propertyType().name(), {}, false};
         if (const ReflectedObject nested(property); nested.isValid()) {
             collect(nested, path + ".", values);
-        } else if (property.isValue() && property.visibility().bits() != 0 &&
+        } else if (property.isValue() && (property.visibility().bits() & copiedVisibility) != 0 &&
                    lumo::VariantConverter::toText(property.get(), value.text)) {
             value.isWritable = !property.isConst() && !property.isReadOnly();
             values.emplace(path, value);

@@ -29,8 +29,11 @@ QModelIndexList allRows(const QAbstractItemModel& model)
         const QModelIndex parent = parents.takeLast();
         if (parent.isValid())
             rows.append(parent);
-        for (int row = model.rowCount(parent) - 1; row >= 0; --row)
-            parents.append(model.index(row, 0, parent));
+        for (int row = model.rowCount(parent) - 1; row >= 0; --row) {
+            // One that a model counts and has no index for would be the root again, without end.
+            if (const QModelIndex child = model.index(row, 0, parent); child.isValid())
+                parents.append(child);
+        }
     }
     return rows;
 }

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 using lumo::datamodels::proxy::TextPredicate;
 
 namespace {
@@ -110,6 +112,8 @@ TEST_F(TextPredicateTest, everyTermHasToHoldAndOneOfThemForTheRowItself)
         EXPECT_EQ(expected, accepted(text)) << text;
         EXPECT_EQ("", predicate.error()) << text;
     }
+    items[1]->setData(double(INFINITY), intensityRole);
+    EXPECT_EQ("1", accepted("intensity>100"));
     EXPECT_EQ("0", accepted("lamp intensty>2")) << "the rest holds";
     EXPECT_EQ(predicate.error(), QStringLiteral("No property is called “intensty”"));
     predicate.setTitle(intensityRole, {});

@@ -52,7 +52,8 @@ QItemSelection allRows(const QAbstractItemModel& model)
         Level& level = levels.back();
         if (level.next < level.rows) {
             const QModelIndex row = model.index(level.next++, 0, level.parent);
-            if (const int children = model.rowCount(row); children > 0)
+            // A row without an index would be the root again, without end.
+            if (const int children = row.isValid() ? model.rowCount(row) : 0; children > 0)
                 levels.push_back({row, children, 0});
             continue;
         }
