@@ -128,6 +128,8 @@ std::vector<EditorScaleTest::Gesture> EditorScaleTest::gesturesWithAllSelected(i
     browser.expandAll();
     EXPECT_TRUE(QTest::qWaitFor([&] { return rows().size() == size + 1; }));
     drawFrame();
+    // It is told in slices what is expanded.
+    EXPECT_TRUE(QTest::qWaitFor([&] { return scene.takeCalls() == 0; }));
 
     std::vector<Gesture> gestures;
     const auto selects = [&](const char* name, int selected, auto&& gesture) {
