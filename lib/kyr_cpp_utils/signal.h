@@ -23,7 +23,8 @@ class Signal;
 ///
 /// One pointer wide; costs nothing until the first connection. Connect, disconnect and emit may run
 /// on different threads at once. A callback may connect, disconnect, emit and destroy the signal:
-/// - a slot connected during an emission is first called by the next one,
+/// - a slot connected during an emission is first called by the next one; one connected during or
+///   after an emission that is nested in another may still be called by the outer one,
 /// - a slot disconnected before the emission reaches it is not called,
 /// - an emission whose signal is destroyed ends when the running callback returns.
 ///

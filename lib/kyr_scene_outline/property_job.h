@@ -20,7 +20,8 @@ using PropertyChoice = std::function<bool(const std::string& path)>;
 /// that is not finished cancels it. A paste that is cancelled, or ended by an exception of a
 /// callback, takes back all that it did: values and selection are what they were, and no undo step
 /// remains. Without a changes controller the job sets the values back itself, with
-/// `kyr::SetterFlag::Replay`; an editor with an undo of its own drops what it recorded meanwhile.
+/// `kyr::SetterFlag::Replay`; an editor with an undo of its own drops what it recorded meanwhile,
+/// and keeps the objects that are nested in the targets until the job is gone.
 ///
 /// The objects may change between two calls; the selection has to outlive the job. Nothing that the
 /// job calls may destroy it.

@@ -7,7 +7,8 @@
 /// What became of the stored values of one property, added up over all target objects.
 struct PropertyPasteCounts
 {
-    /// Values that were set; of a preview those that would be.
+    /// Values that were set. A preview asks no lock and no setter: it counts those that are a value
+    /// of the property's type.
     std::size_t changed = 0;
     /// Targets that have the value already.
     std::size_t equal = 0;

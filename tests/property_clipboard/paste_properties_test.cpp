@@ -99,6 +99,11 @@ TEST_F(PasteProperties, setsWhatMatchesAndDiffers)
           property("read", "1") + property("hidden", "1") + property("mine", "1") +
           property("typed", "1") + property("refusing", "many") + property("n.b", "3") +
           property("b", "4") + "</object>");
+    const auto preview = browser.startPastePreview();
+    preview->advance(std::chrono::hours(1));
+    EXPECT_EQ(preview->report().changedProperties, 2u);
+    EXPECT_EQ(preview->report().refused, 1u);
+    EXPECT_EQ(bag->sets, 0);
     EXPECT_TRUE(browser.pasteProperties());
     EXPECT_EQ(bag->text(), "a=1\nsame=5\nfixed=0\nread=0\nhidden=0\nmine=0\ntyped=0\nrefusing=0\n"
                            "b=3\n");

@@ -4,6 +4,7 @@
 #include "property_walk.h"
 
 #include <host/core/debug_message.h>
+#include <host/variant/variant_converter.h>
 
 #include <algorithm>
 #include <utility>
@@ -14,6 +15,11 @@ namespace {
 // Messages name this file and these conditions: "rObj", "objectSection". Who reads a report from
 // an artist's machine looks for them, so they stay as they are.
 constexpr const char* sourceFile = "scene_browser_data";
+
+bool isValueOfItsType(lumo::Variant present, const lumo::Variant& text)
+{
+    return present.isVoid() || lumo::VariantConverter::convert(present, text);
+}
 
 /// Applies one table to one object, and counts.
 class Leaf
@@ -41,7 +47,10 @@ public:
             ++stored->counts.equal;
             return;
         }
-        if (m_progress.isPreview || set(property, std::move(value), *stored)) {
+        const bool isTaken = m_progress.isPreview
+                                 ? isValueOfItsType(std::move(value), stored->value)
+                                 : set(property, std::move(value), *stored);
+        if (isTaken) {
             ++stored->counts.changed;
             ++m_changed;
         } else {
@@ -61,11 +70,9 @@ public:
 private:
     bool set(const BoundProperty& property, lumo::Variant value, const StoredProperty& stored)
     {
-        if (!m_progress.keepsEarlier)
-            m_progress.earlier.clear();
         m_progress.earlier.emplace_back(property, std::move(value));
         const bool isSet = property.set(stored.value);
-        if (!isSet)
+        if (!isSet || !m_progress.keepsEarlier)
             m_progress.earlier.pop_back();
         Zar::DebugMessageHelper(0, 2).message("Paste '%s' to property '%s'",
                                               stored.value.tryGet<std::string>()->c_str(),
