@@ -1,7 +1,6 @@
 // What the 3D view of a large scene costs on the GUI thread, and what a mesh costs the loader.
 
-#include <editor/viewport/items/item_set.h>
-#include <editor/viewport/render/instance_list.h>
+#include <editor/viewport/render/draw_list.h>
 
 #include <benchmark/benchmark.h>
 
@@ -102,22 +101,12 @@ void rubberBandAll(benchmark::State& state)
             scene.items.idsWithin(scene.camera, QRectF(QPointF(), scene.camera.viewport())));
 }
 
-// What is drawn of a scene that opens, for which the GUI thread waits.
+// What is drawn of a scene: in the loader's thread for one that opens, else while a frame waits.
 void listInstances(benchmark::State& state)
 {
-    const std::vector<ViewportItem> items = makeScene(int(state.range(0)));
-    const auto entryOf = [&](quint32 i) -> InstanceList::Entry {
-        const ViewportItem& item = items[i];
-        return {item.geometry, InstanceList::Shape::Mesh,
-                Instance(item.transform, item.color, item.id), item.bounds(), item.id};
-    };
-    for (auto _ : state) {
-        std::vector<const MeshGeometry*> meshes;
-        meshes.reserve(items.size());
-        for (const ViewportItem& item : items)
-            meshes.push_back(item.geometry.get());
-        benchmark::DoNotOptimize(InstanceList(meshes, entryOf));
-    }
+    const Scene scene(int(state.range(0)));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(DrawList(scene.items));
 }
 
 void makeMesh(benchmark::State& state)

@@ -70,8 +70,9 @@ void EditorSession::followFiles()
     });
     connect(&m_loader, &LoadController::opening, this,
             [](SceneObject* root, const QString& path) { SceneMemory::restoreRows(*root, path); });
-    connect(&m_loader, &LoadController::itemsPrepared, this,
-            [this](const std::shared_ptr<ItemSet>& items) { m_view.prepare(std::move(*items)); });
+    connect(
+        &m_loader, &LoadController::itemsPrepared, this,
+        [this](const std::shared_ptr<PreparedItems>& items) { m_view.prepare(std::move(*items)); });
     connect(&m_loader, &LoadController::loaded, &m_sceneMemory, &SceneMemory::restoreCamera);
     connect(&m_loader, &LoadController::failed, this, [this](const QString& path) {
         if (!QFileInfo::exists(path))

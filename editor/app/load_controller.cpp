@@ -13,7 +13,7 @@ namespace editor {
 struct LoadController::Prepared
 {
     PreparedScene scene;
-    ItemSet items;
+    PreparedItems items;
 };
 
 LoadController::LoadController(SceneDocument& document, QObject* parent)
@@ -40,7 +40,7 @@ LoadController::LoadController(SceneDocument& document, QObject* parent)
 void LoadController::open(const QString& path, const QStringList& notes)
 {
     Prepared prepared = std::move(*std::exchange(m_prepared, nullptr));
-    Q_EMIT itemsPrepared(std::make_shared<ItemSet>(std::move(prepared.items)));
+    Q_EMIT itemsPrepared(std::make_shared<PreparedItems>(std::move(prepared.items)));
     Q_EMIT opening(prepared.scene.root.get(), path);
     const bool isSample = QFileInfo(path).path() == m_sampleFolder;
     m_document.open(std::move(prepared.scene), isSample ? QString() : path);
@@ -85,7 +85,7 @@ void LoadController::load(const QString& path, SceneLoader::Reader read)
                           prepared->scene = PreparedScene::from(import.root);
                           if (!progress(1))
                               return {};
-                          prepared->items = viewportItemSet(*import.root);
+                          prepared->items = PreparedItems::from(viewportItems(*import.root));
                       } catch (const std::bad_alloc&) {
                           return {nullptr, noMemory};
                       }

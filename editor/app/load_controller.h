@@ -3,7 +3,7 @@
 #include <editor/document/scene_document.h>
 #include <editor/files/generated_scene.h>
 #include <editor/files/scene_loader.h>
-#include <editor/viewport/items/item_set.h>
+#include <editor/viewport/prepared_items.h>
 
 namespace editor {
 
@@ -36,7 +36,7 @@ Q_SIGNALS:
     void loadingChanged();
     void progressChanged();
     /// What the view shows of the scene, before `opening`; the receiver may take it.
-    void itemsPrepared(const std::shared_ptr<editor::ItemSet>& items);
+    void itemsPrepared(const std::shared_ptr<editor::PreparedItems>& items);
     /// The free scene of a file, before it is the document's.
     void opening(editor::SceneObject* root, const QString& path);
     void loaded(const QString& path);

@@ -22,7 +22,7 @@ public:
     ViewportController* controller() noexcept { return &m_controller; }
 
     /// The items of the scene that the document opens next, which it then need not list.
-    void prepare(ItemSet items) { m_prepared = std::move(items); }
+    void prepare(PreparedItems items) { m_prepared = std::move(items); }
 
     /// Fills the view with the object and what is below it.
     void frame(SceneObject& object);
@@ -67,7 +67,7 @@ private:
     ViewportController m_controller;
     Isolation m_isolation;
     IAssetSelection::Objects m_hovered;
-    std::optional<ItemSet> m_prepared;
+    std::optional<PreparedItems> m_prepared;
     bool m_isNewScene = false;
     /// The items have to be built anew when the step is over.
     bool m_needsReset = false;

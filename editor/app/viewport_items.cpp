@@ -48,13 +48,6 @@ ViewportItem viewportItem(const SceneObject& object, const QMatrix4x4& world)
     return item;
 }
 
-ItemSet viewportItemSet(const SceneObject& root)
-{
-    ItemSet items;
-    items.assign(viewportItems(root));
-    return items;
-}
-
 std::vector<ViewportItem> viewportItems(const SceneObject& branch, std::size_t most)
 {
     struct Placed

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <editor/document/scene_object.h>
-#include <editor/viewport/items/item_set.h>
+#include <editor/viewport/items/viewport_item.h>
 
 #include <limits>
 #include <vector>
@@ -10,9 +10,6 @@ namespace editor {
 
 /// How the 3D view shows an object that stands at `world`.
 ViewportItem viewportItem(const SceneObject& object, const QMatrix4x4& world);
-
-/// All that a view needs of a scene, as of `ViewportController::exchangeItems`.
-ItemSet viewportItemSet(const SceneObject& root);
 
 /// The items of `branch` and of everything below it, branch by branch; none if they are more than
 /// `most`. O(n).

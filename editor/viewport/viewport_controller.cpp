@@ -25,14 +25,15 @@ ViewportController::ViewportController(QObject* parent) : QObject(parent)
 
 void ViewportController::setItems(std::vector<ViewportItem> items)
 {
-    ItemSet set;
-    set.assign(std::move(items));
-    exchangeItems(std::move(set));
+    PreparedItems prepared;
+    prepared.set.assign(std::move(items));
+    exchangeItems(std::move(prepared));
 }
 
-ItemSet ViewportController::exchangeItems(ItemSet items)
+ItemSet ViewportController::exchangeItems(PreparedItems items)
 {
-    ItemSet before = std::exchange(m_items, std::move(items));
+    ItemSet before = std::exchange(m_items, std::move(items.set));
+    m_drawList = std::move(items.drawList);
     m_triangleCount = 0;
     m_meshCount = 0;
     for (const ViewportItem& item : m_items.items())
@@ -63,6 +64,7 @@ bool ViewportController::insertItems(const std::vector<ViewportItem>& branch,
     const auto indices = m_items.insert(branch, gap);
     if (!indices)
         return false;
+    m_drawList.reset();
     for (const ViewportItem& item : branch)
         count(item, 1);
     m_camera.setSceneBounds(m_items.bounds());
@@ -78,6 +80,7 @@ void ViewportController::removeItems(quint32 id)
     const std::vector<quint32> indices = m_items.remove(id);
     if (indices.empty())
         return;
+    m_drawList.reset();
     if (!m_items.find(m_pointedId))
         m_pointedId = 0;
     m_camera.setSceneBounds(m_items.bounds());
@@ -90,6 +93,7 @@ void ViewportController::removeItems(quint32 id)
 void ViewportController::updateItem(const ViewportItem& item)
 {
     if (const auto index = m_items.update(item)) {
+        m_drawList.reset();
         m_camera.setSceneBounds(m_items.bounds());
         Q_EMIT itemChanged(*index);
     }

@@ -3,8 +3,8 @@
 #include "gizmo/gizmo_controller.h"
 #include <editor/viewport/camera/fly_motion.h>
 #include <editor/viewport/camera/orbit_camera.h>
-#include <editor/viewport/items/item_set.h>
 #include <editor/viewport/pointer_gesture.h>
+#include <editor/viewport/prepared_items.h>
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -40,7 +40,7 @@ public:
     /// of milliseconds, as geometry arrives ready for use.
     void setItems(std::vector<ViewportItem> items);
     /// The same with all the work done, such as in another thread. Returns the items of before.
-    ItemSet exchangeItems(ItemSet items);
+    ItemSet exchangeItems(PreparedItems items);
     /// Puts a branch between the others; false when that needs `setItems`. Costs what the branch
     /// does.
     bool insertItems(const std::vector<ViewportItem>& branch, const ItemSet::Gap& gap);
@@ -68,6 +68,8 @@ public:
 
     GizmoController* gizmo() { return &m_gizmo; }
     const ItemSet& items() const { return m_items; }
+    /// What came prepared with the items, for the first view and while none of them changes.
+    std::optional<DrawList> takeDrawList() { return std::exchange(m_drawList, std::nullopt); }
     const OrbitCamera& camera() const { return m_camera; }
     const std::vector<quint32>& selectedIds() const { return m_selectedIds; }
     const std::vector<quint32>& hoveredIds() const { return m_hoveredIds; }
@@ -160,6 +162,7 @@ private:
     void fly();
 
     ItemSet m_items;
+    std::optional<DrawList> m_drawList;
     OrbitCamera m_camera;
     GizmoController m_gizmo{m_camera};
     PointerGesture m_gesture;

@@ -1,7 +1,6 @@
 #include "viewport_surface.h"
 
 #include "scene_renderer.h"
-#include <editor/viewport/render/marker_shapes.h>
 
 namespace editor {
 
@@ -29,8 +28,7 @@ SceneView viewOf(const OrbitCamera& camera)
 
 } // namespace
 
-ViewportSurface::ViewportSurface(QQuickItem* parent)
-    : QQuickFramebufferObject(parent), m_lightSign(makeLightSign()), m_cameraSign(makeCameraSign())
+ViewportSurface::ViewportSurface(QQuickItem* parent) : QQuickFramebufferObject(parent)
 {
     setMirrorVertically(true);
 }
@@ -108,9 +106,10 @@ void ViewportSurface::patchItem(quint32 index)
     if (m_changes & Items)
         return;
     const ViewportItem& item = m_controller->items().items()[index];
-    const bool keepsSlot = m_slots[index] != noSlot && m_drawnMeshes[index] == meshOf(item).get();
+    const bool keepsSlot =
+        m_slots[index] != noSlot && m_drawnMeshes[index] == drawnMesh(item).get();
     if (keepsSlot && item.visible)
-        patch(m_slots[index], entryOf(index).instance, item.bounds());
+        patch(m_slots[index], drawnEntry(m_controller->items(), index).instance, item.bounds());
     else
         schedule(Items);
 }
@@ -145,8 +144,8 @@ void ViewportSurface::addItems(const std::vector<quint32>& indices)
             continue;
         }
         m_slots[index] = m_slotCount++;
-        m_drawnMeshes[index] = meshOf(item).get();
-        m_additions.push_back(entryOf(index));
+        m_drawnMeshes[index] = drawnMesh(item).get();
+        m_additions.push_back(drawnEntry(m_controller->items(), index));
         ++m_counts->listed;
     }
 }
@@ -168,53 +167,19 @@ void ViewportSurface::removeItems(const std::vector<quint32>& indices)
     }
 }
 
-const MeshGeometryPtr& ViewportSurface::meshOf(const ViewportItem& item) const
-{
-    if (!item.isMarker())
-        return item.geometry;
-    return item.kind == ViewportItem::Kind::Light ? m_lightSign : m_cameraSign;
-}
-
-InstanceList::Entry ViewportSurface::entryOf(quint32 index) const
-{
-    const ViewportItem& item = m_controller->items().items()[index];
-    const quint32 place = m_controller->items().placeOf(index);
-    const auto shape = item.isMarker() ? InstanceList::Shape::Marker : InstanceList::Shape::Mesh;
-    return {meshOf(item), shape, Instance(item.transform, item.color, place), item.bounds(), place};
-}
-
-InstanceList ViewportSurface::listOf(const std::vector<quint32>& indices) const
-{
-    m_counts->listed += int(indices.size());
-    std::vector<const MeshGeometry*> meshes;
-    meshes.reserve(indices.size());
-    for (const quint32 index : indices)
-        meshes.push_back(meshOf(m_controller->items().items()[index]).get());
-    return InstanceList(meshes, [&](quint32 i) { return entryOf(indices[i]); });
-}
-
 InstanceList ViewportSurface::listItems()
 {
     if (!m_controller)
         return {};
-    const ItemSet& items = m_controller->items();
-    std::vector<quint32> indices;
-    indices.reserve(items.count());
-    m_drawnMeshes.assign(items.items().size(), nullptr);
-    for (quint32 index : items.spatialOrder()) {
-        const ViewportItem& item = items.items()[index];
-        if (!isDrawn(item))
-            continue;
-        indices.push_back(index);
-        m_drawnMeshes[index] = meshOf(item).get();
+    std::optional<DrawList> drawn = m_controller->takeDrawList();
+    if (!drawn) {
+        drawn.emplace(m_controller->items());
+        m_counts->listed += int(drawn->instances.instances().size());
     }
-
-    InstanceList list = listOf(indices);
-    m_slots.assign(items.items().size(), noSlot);
-    for (quint32 i = 0; i < indices.size(); ++i)
-        m_slots[indices[i]] = list.slotOf(i);
-    m_slotCount = m_listedCount = quint32(indices.size());
-    return list;
+    m_slots = std::move(drawn->slots);
+    m_drawnMeshes = std::move(drawn->meshes);
+    m_slotCount = m_listedCount = quint32(drawn->instances.instances().size());
+    return std::move(drawn->instances);
 }
 
 SelectionMarks ViewportSurface::listSelection() const
@@ -229,7 +194,8 @@ SelectionMarks ViewportSurface::listSelection() const
                 indices.push_back(index);
         });
     }
-    return {listOf(indices), items.branchOf(m_controller->selectedIds().back())};
+    m_counts->listed += int(indices.size());
+    return {instancesOf(items, indices), items.branchOf(m_controller->selectedIds().back())};
 }
 
 HoverMarks ViewportSurface::listHover() const

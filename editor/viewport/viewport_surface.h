@@ -63,7 +63,7 @@ private:
         Colors = 16,
         Everything = 31
     };
-    static constexpr quint32 noSlot = ~quint32(0);
+    static constexpr quint32 noSlot = DrawList::noSlot;
     /// Branches with no more items than this are hovered item by item.
     static constexpr quint32 smallBranch = 16;
 
@@ -76,11 +76,6 @@ private:
     InstanceList listItems();
     SelectionMarks listSelection() const;
     HoverMarks listHover() const;
-    /// What to draw for an item; null for a group.
-    const MeshGeometryPtr& meshOf(const ViewportItem& item) const;
-    bool isDrawn(const ViewportItem& item) const { return item.visible && meshOf(item); }
-    InstanceList::Entry entryOf(quint32 index) const;
-    InstanceList listOf(const std::vector<quint32>& indices) const;
 
     QPointer<ViewportController> m_controller;
     std::shared_ptr<DrawCounts> m_counts = std::make_shared<DrawCounts>();
@@ -92,8 +87,6 @@ private:
     std::vector<quint32> m_slots;                   // by item
     std::vector<const MeshGeometry*> m_drawnMeshes; // by item
 
-    MeshGeometryPtr m_lightSign;
-    MeshGeometryPtr m_cameraSign;
     SceneColors m_colors{0xff8c1a, 0xffd84d, 0x59c8ff, QColor(128, 128, 128, 110)};
 };
 
